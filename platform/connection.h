@@ -1,0 +1,76 @@
+#pragma once
+
+#include "platform/fault.h"
+#include "platform/sqltext.h"
+
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QString>
+
+#include <functional>
+#include <memory>
+
+/// Where a database lies. Either a socket or a host with a port.
+struct ServerAddress
+{
+    QString host;
+    int port = 0; ///< 0: the server's usual port
+    QString user;
+    QString password;
+    QString socket;
+    QString schema; ///< empty: no schema is chosen at connect
+};
+
+/// The one shared database connection. Statements never throw: a fault goes to the handler and costs that statement only.
+///
+/// A lost server is noticed before a statement is sent, and the connection is opened again with the same session
+/// settings; a statement that was lost under way is not sent twice, since nobody knows whether it was carried out.
+class Connection
+{
+public:
+    enum StateValue { Closed = 0, Open = 1 };
+
+    Connection();
+    ~Connection();
+    Connection(const Connection &) = delete;
+    Connection &operator=(const Connection &) = delete;
+
+    /// Opens the connection and makes the session settings (empty `sql_mode`, `utf8mb4`). On failure `why` tells.
+    bool open(const ServerAddress &address, Fault *why = nullptr);
+    void close();
+
+    [[nodiscard]] int State() const { return m_wanted ? Open : Closed; }
+    [[nodiscard]] const ServerAddress &address() const { return m_address; }
+
+    /// Carries out one statement. False after a fault, which the handler has received.
+    bool Execute(const QString &statement);
+
+    /// Number of rows that the last successful Execute changed.
+    [[nodiscard]] qint64 affectedRows() const { return m_affected; }
+
+    /// Who receives the faults of this connection and of the recordsets opened on it.
+    void setFaultHandler(FaultHandler handler) { m_handler = std::move(handler); }
+    void report(const Fault &fault) const;
+
+    /// Sees the text of every statement before it is sent.
+    void setObserver(std::function<void(const QString &)> observer) { m_observer = std::move(observer); }
+
+private:
+    friend class Recordset;
+
+    /// Sends a statement, opening a lost connection first. Null after a reported fault.
+    std::unique_ptr<QSqlQuery> run(const QString &statement);
+    static bool attempt(QSqlQuery &query, const QString &statement);
+    bool ensureAlive();
+    bool connectNow(Fault *why);
+    void sessionSettings();
+    [[nodiscard]] bool serverHungUp() const;
+
+    QString m_name; // of the QSqlDatabase
+    ServerAddress m_address;
+    bool m_wanted = false;
+    bool m_lost = false;
+    qint64 m_affected = 0;
+    FaultHandler m_handler;
+    std::function<void(const QString &)> m_observer;
+};

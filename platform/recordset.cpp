@@ -1,0 +1,123 @@
+#include "platform/recordset.h"
+
+#include <QDate>
+#include <QSqlField>
+#include <QSqlQuery>
+#include <QSqlRecord>
+
+#include <cmath>
+#include <limits>
+
+QString Field::text() const
+{
+    switch (m_value.typeId()) {
+    case QMetaType::Double:
+    case QMetaType::Float:
+        return isNull() ? QString() : NumberText(m_value.toDouble());
+    case QMetaType::QDate:
+        return m_value.toDate().toString(u"dd/MM/yyyy");
+    default:
+        return m_value.toString();
+    }
+}
+
+double Field::num() const
+{
+    // A whole number of up to 15 digits reads the same through its text.
+    constexpr double exact = 1e15;
+    if (m_value.typeId() == QMetaType::Double) {
+        const double value = m_value.toDouble();
+        if (std::fabs(value) < exact && value == std::trunc(value))
+            return value;
+    }
+    return Val(text());
+}
+
+int Field::whole() const
+{
+    const double value = Round(num());
+    if (value < std::numeric_limits<int>::min() || value > std::numeric_limits<int>::max())
+        throw FaultError(FaultNumber::Overflow, QStringLiteral("Overflow: %1").arg(NumberText(value)));
+    return static_cast<int>(value);
+}
+
+Recordset::Recordset() = default;
+
+Recordset::~Recordset() = default;
+
+bool Recordset::Open(const QString &source, Connection *connection)
+{
+    Close();
+    m_connection = connection;
+    const bool table = !source.contains(u' ');
+    m_query = connection->run(table ? QStringLiteral("Select * from ") + source : source);
+    if (!m_query)
+        return false;
+    const QSqlRecord record = m_query->record();
+    for (int i = 0; i < record.count(); ++i)
+        m_names << record.fieldName(i);
+    m_atEnd = !m_query->next();
+    m_atStart = m_atEnd;
+    return true;
+}
+
+void Recordset::Close()
+{
+    m_query.reset();
+    m_names.clear();
+    m_atStart = m_atEnd = true;
+}
+
+int Recordset::State() const
+{
+    return m_query ? Connection::Open : Connection::Closed;
+}
+
+void Recordset::MoveNext()
+{
+    if (m_atEnd) {
+        if (m_query)
+            (void)refuse(FaultNumber::NoCurrentRow, QStringLiteral("There is no current row."));
+        return;
+    }
+    m_atEnd = !m_query->next();
+}
+
+Field Recordset::Fields(QStringView name) const
+{
+    for (int i = 0; i < m_names.size(); ++i) {
+        if (name.compare(m_names[i], Qt::CaseInsensitive) == 0)
+            return Fields(i);
+    }
+    return refuse(FaultNumber::NoSuchField, QStringLiteral("There is no field '%1'.").arg(name));
+}
+
+Field Recordset::Fields(int index) const
+{
+    if (m_atEnd)
+        return refuse(FaultNumber::NoCurrentRow, QStringLiteral("There is no current row."));
+    if (index < 0 || index >= m_names.size())
+        return refuse(FaultNumber::NoSuchField, QStringLiteral("There is no field %1.").arg(index));
+    return Field(m_query->value(index));
+}
+
+Field Recordset::refuse(int number, const QString &description) const
+{
+    if (m_connection != nullptr)
+        m_connection->report({number, description, QStringLiteral("FBT")});
+    return Field();
+}
+
+bool HasRows(Connection *connection, const QString &query)
+{
+    Recordset rows;
+    return rows.Open(query, connection) && !rows.Eof();
+}
+
+Field FirstField(Connection *connection, const QString &query)
+{
+    Recordset rows;
+    if (!rows.Open(query, connection) || rows.Eof())
+        return Field();
+    return rows.Fields(0);
+}
