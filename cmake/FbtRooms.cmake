@@ -16,12 +16,16 @@ if(FBT_SANITIZE)
   target_link_options(fbt_options INTERFACE -fsanitize=address,undefined)
 endif()
 
-# fbt_room(<target> [LINKS <target>...])
-# One shared library for the folder. -z defs: what a room does not link it cannot call, so an arrow
-# that points upwards fails the build.
+# fbt_room(<target> [ONLY <file>...] [EXCEPT <file>...] [LINKS <target>...])
+# One shared library for the folder, or for the files named. -z defs: what a room does not link it cannot call,
+# so an arrow that points upwards fails the build.
 function(fbt_room target)
-  cmake_parse_arguments(ROOM "" "" "LINKS" ${ARGN})
-  file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h *.ui *.qrc)
+  cmake_parse_arguments(ROOM "" "" "ONLY;EXCEPT;LINKS" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS RELATIVE "${CMAKE_CURRENT_SOURCE_DIR}" *.cpp *.h *.ui *.qrc)
+  if(ROOM_ONLY)
+    set(sources ${ROOM_ONLY})
+  endif()
+  list(REMOVE_ITEM sources ${ROOM_EXCEPT})
   if(NOT sources)
     add_library(${target} INTERFACE)
     target_link_libraries(${target} INTERFACE fbt_options ${ROOM_LINKS})
