@@ -118,7 +118,7 @@ bool PrivateServer::start(QString *why)
 {
     if (!prepareFolder(why) || !prepareSocketFolder(why))
         return false;
-    if (!takeLock(why))
+    if (!m_lock && !takeLock(why))
         return why->isEmpty() && join(why);
     m_running = answers() || (createData(why) && launch(why));
     if (!m_running)

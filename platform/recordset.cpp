@@ -10,10 +10,12 @@
 
 QString Field::text() const
 {
+    if (isNull())
+        return {};
     switch (m_value.typeId()) {
     case QMetaType::Double:
     case QMetaType::Float:
-        return isNull() ? QString() : NumberText(m_value.toDouble());
+        return NumberText(m_value.toDouble());
     case QMetaType::QDate:
         return m_value.toDate().toString(u"dd/MM/yyyy");
     default:

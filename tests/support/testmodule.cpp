@@ -1,4 +1,4 @@
-#include "testmodule.h"
+#include "tests/support/testmodule.h"
 
 #include "frame/context/errortail.h"
 #include "platform/dates.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "frame/context/modbase.h"
-#include "testserver.h"
+#include "tests/support/testserver.h"
 
 /// A base object whose screens only note that they were called; its rules are the real ones.
 class NotingBase : public BaseObject

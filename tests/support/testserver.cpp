@@ -1,4 +1,4 @@
-#include "testserver.h"
+#include "tests/support/testserver.h"
 
 TestServer::TestServer()
     : m_server(m_folder.path(), PrivateServer::Durability::Relaxed)

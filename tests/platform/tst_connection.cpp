@@ -1,0 +1,107 @@
+#include "platform/recordset.h"
+#include "tests/support/testserver.h"
+
+#include <QTest>
+
+Q_GLOBAL_STATIC(TestServer, server)
+
+/// The one connection and its recordsets on a real server.
+class TestConnection : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<Connection> m_cnn;
+    std::vector<Fault> m_faults;
+
+    QString text(const QString &query) { return FirstField(m_cnn.get(), query).text(); }
+
+private slots:
+    void init()
+    {
+        m_cnn = std::make_unique<Connection>();
+        m_faults.clear();
+        server->openFreshSchema(*m_cnn);
+        m_cnn->setFaultHandler([this](const Fault &fault) { m_faults.push_back(fault); });
+        QVERIFY(m_cnn->Execute(QStringLiteral("Create Table T (Code Varchar(3), N Int(11), D Double, Dt Date)")));
+    }
+
+    void readsThroughText()
+    {
+        m_cnn->Execute(QStringLiteral("Insert into T Values ('abcdef',Null,0.1+0.2e0,'2008-03-31')"));
+        Recordset rows;
+        QVERIFY(rows.Open(QStringLiteral("T"), m_cnn.get()));
+        QCOMPARE(rows.FieldCount(), 4);
+        QCOMPARE(rows.Fields(u"CODE").text(), QStringLiteral("abc")); // too long a value is cut, not refused
+        QVERIFY(rows.Fields(u"n").isNull());
+        QCOMPARE(rows.Fields(u"n").text(), QString());
+        QCOMPARE(rows.Fields(u"n").num(), 0.0);
+        QCOMPARE(rows.Fields(u"D").text(), QStringLiteral("0.3"));
+        QCOMPARE(rows.Fields(u"D").num(), 0.3);
+        QCOMPARE(rows.Fields(u"Dt").text(), QStringLiteral("31/03/2008"));
+        QVERIFY(m_faults.empty());
+    }
+
+    void faultsCostOneStatement_data()
+    {
+        QTest::addColumn<QString>("statement");
+        QTest::addColumn<int>("number");
+        QTest::newRow("no such table") << "Insert into Nowhere Values (1)" << 1146;
+        QTest::newRow("broken text") << "Insert into T Values ('O'Neil',1,1,Null)" << 1064;
+        QTest::newRow("too few values") << "Insert into T Values (1)" << 1136;
+    }
+    void faultsCostOneStatement()
+    {
+        QFETCH(QString, statement);
+        QVERIFY(!m_cnn->Execute(statement));
+        QCOMPARE(m_faults.size(), 1U);
+        QTEST(m_faults[0].number, "number");
+        QVERIFY(m_cnn->Execute(QStringLiteral("Insert into T Values ('A',1,1,Null)")));
+    }
+
+    void emptyAndWrongRows()
+    {
+        Recordset rows;
+        QVERIFY(rows.Open(QStringLiteral("Select * from T"), m_cnn.get()));
+        QVERIFY(rows.Bof() && rows.Eof() && rows.State() == Connection::Open);
+        QVERIFY(rows.Fields(u"Code").isNull());
+        QCOMPARE(m_faults.back().number, FaultNumber::NoCurrentRow);
+        m_cnn->Execute(QStringLiteral("Insert into T Values ('A',1,1,Null)"));
+        rows.Open(QStringLiteral("Select * from T"), m_cnn.get());
+        QVERIFY(rows.Fields(u"Nothing").isNull());
+        QCOMPARE(m_faults.back().number, FaultNumber::NoSuchField);
+        QVERIFY(!rows.Open(QStringLiteral("Select * from Nowhere"), m_cnn.get()));
+        QVERIFY(rows.Eof() && rows.State() == Connection::Closed);
+        QCOMPARE(m_faults.size(), 3U);
+    }
+
+    void wholeNumbersOverflowAsFault()
+    {
+        QCOMPARE(Field(2.5).whole(), 2);
+        QVERIFY_THROWS_EXCEPTION(FaultError, (void)Field(3e9).whole());
+    }
+
+    void killedServerIsReopenedByTheNextStatement()
+    {
+        m_cnn->Execute(QStringLiteral("Insert into T Values ('A',1,1,Null)"));
+        server->kill();
+        QVERIFY(!m_cnn->Execute(QStringLiteral("Insert into T Values ('B',1,1,Null)")));
+        QCOMPARE(m_faults.size(), 1U);
+        server->restart();
+        QVERIFY(m_cnn->Execute(QStringLiteral("Insert into T Values ('Clong',1,1,Null)"))); // session settings are back
+        QCOMPARE(text(QStringLiteral("Select @@sql_mode")), QString());
+        QCOMPARE(text(QStringLiteral("Select @@character_set_client")), QStringLiteral("utf8mb4"));
+        QCOMPARE(m_faults.size(), 1U);
+    }
+
+    void serverRestartedBetweenStatementsIsNotNoticed()
+    {
+        server->kill();
+        server->restart();
+        QVERIFY(m_cnn->Execute(QStringLiteral("Insert into T Values ('B',1,1,Null)")));
+        QCOMPARE(text(QStringLiteral("Select Count(*) from T Where Code='b '")), QStringLiteral("1"));
+        QVERIFY(m_faults.empty());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestConnection)
+#include "tst_connection.moc"
