@@ -1,0 +1,557 @@
+#include "controls/grid.h"
+
+#include "controls/griddelegate.h"
+#include "controls/gridheader.h"
+#include "platform/text.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QScrollBar>
+
+#include <algorithm>
+#include <utility>
+
+/// While it lives the view follows the grid's current cell; at the end the view is brought into line with it and a
+/// change of the current cell is told.
+class Grid::Sync
+{
+public:
+    explicit Sync(Grid *grid)
+        : m_grid(grid)
+        , m_row(grid->m_row)
+        , m_col(grid->m_col)
+    {
+        ++grid->m_syncing;
+    }
+    ~Sync()
+    {
+        m_grid->showCurrent();
+        --m_grid->m_syncing;
+        m_grid->tellMove(m_row, m_col);
+    }
+    Sync(const Sync &) = delete;
+    Sync &operator=(const Sync &) = delete;
+
+private:
+    Grid *m_grid;
+    int m_row;
+    int m_col;
+};
+
+Grid::Grid(QWidget *parent)
+    : QTableView(parent)
+    , m_model(new GridModel(this))
+    , m_header(new GridHeader(m_model, this))
+{
+    setHorizontalHeader(m_header);
+    setModel(m_model);
+    setItemDelegate(new GridDelegate(this));
+    setSelectionMode(SingleSelection);
+    setSelectionBehavior(SelectRows);
+    setEditTriggers(EditKeyPressed | AnyKeyPressed | DoubleClicked);
+    setTabKeyNavigation(false);
+    setWordWrap(false);
+    setAlternatingRowColors(true);
+    setHorizontalScrollMode(ScrollPerPixel);
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    applyRowHeight();
+    m_model->setFixedRows(1);
+    connect(m_header, &QHeaderView::sectionClicked, this, &Grid::captionClicked);
+    connect(m_model, &QAbstractItemModel::columnsInserted, m_header, &GridHeader::relayout);
+}
+
+// --- cells ---
+
+QString Grid::TextMatrix(int row, int col) const
+{
+    return m_model->text(row, col);
+}
+
+QString Grid::shownText(int row, int col) const
+{
+    return m_model->shownText(row, col);
+}
+
+void Grid::setTextMatrix(int row, int col, const QString &text)
+{
+    m_model->setText(row, col, text);
+}
+
+int Grid::Rows() const
+{
+    return m_model->rows();
+}
+
+void Grid::setRows(int count)
+{
+    const Sync sync(this);
+    m_model->setRows(count);
+    keepRowInside();
+}
+
+int Grid::Cols() const
+{
+    return m_model->cols();
+}
+
+void Grid::setCols(int count)
+{
+    const Sync sync(this);
+    m_model->setCols(count);
+    m_col = std::clamp(m_col, 0, std::max(0, count - 1));
+}
+
+int Grid::FixedRows() const
+{
+    return m_model->fixedRows();
+}
+
+void Grid::setFixedRows(int count)
+{
+    const Sync sync(this);
+    m_model->setFixedRows(count);
+    keepRowInside();
+}
+
+int Grid::FixedCols() const
+{
+    return m_model->fixedCols();
+}
+
+void Grid::setFixedCols(int count)
+{
+    m_model->setFixedCols(count);
+}
+
+void Grid::setCaptions(const QStringList &captions)
+{
+    if (Cols() < captions.size())
+        setCols(static_cast<int>(captions.size()));
+    for (int col = 0; col < captions.size(); ++col)
+        setTextMatrix(0, col, captions.at(col));
+}
+
+int Grid::AddItem(const QStringList &texts, int at)
+{
+    const Sync sync(this);
+    const int row = m_model->insertGridRow(texts, at);
+    if (hasDataRow() && row <= m_row)
+        ++m_row;
+    return row;
+}
+
+void Grid::RemoveItem(int row)
+{
+    const Sync sync(this);
+    if (row >= FixedRows() && row < m_row)
+        --m_row;
+    m_model->removeGridRow(row);
+    keepRowInside();
+}
+
+void Grid::clearBody()
+{
+    setRows(FixedRows());
+}
+
+void Grid::keepRowInside()
+{
+    if (m_row >= Rows())
+        m_row = Rows() - 1;
+    if (m_row < FixedRows())
+        m_row = 0;
+}
+
+// --- current cell ---
+
+void Grid::setRow(int row)
+{
+    setCell(row, m_col);
+}
+
+void Grid::setCol(int col)
+{
+    setCell(m_row, col);
+}
+
+void Grid::setCell(int row, int col)
+{
+    if (row < 0 || row >= Rows() || col < 0 || (col >= Cols() && col != m_col))
+        return;
+    const Sync sync(this);
+    m_row = row;
+    m_col = col;
+}
+
+QModelIndex Grid::indexOf(int row, int col) const
+{
+    const int viewRow = m_model->isExposed() && row >= FixedRows() ? m_model->viewRow(row) : -1;
+    return viewRow < 0 ? QModelIndex() : m_model->index(viewRow, col);
+}
+
+void Grid::showCurrent()
+{
+    const QModelIndex current = indexOf(m_row, m_col);
+    ++m_syncing;
+    if (current.isValid())
+        selectionModel()->setCurrentIndex(current, selectionCommand(current, nullptr));
+    else
+        selectionModel()->clear();
+    --m_syncing;
+}
+
+void Grid::tellMove(int oldRow, int oldCol)
+{
+    if (m_syncing > 0 || (oldRow == m_row && oldCol == m_col))
+        return;
+    const QPointer<Grid> alive(this);
+    emit rowColChange(oldRow, oldCol, m_row, m_col);
+    if (alive)
+        emit enterCell(m_row, m_col);
+}
+
+void Grid::currentChanged(const QModelIndex &current, const QModelIndex &previous)
+{
+    QTableView::currentChanged(current, previous);
+    const int row = m_syncing == 0 && current.isValid() ? m_model->gridRow(current.row()) : -1;
+    if (row < 0)
+        return;
+    const int oldRow = std::exchange(m_row, row);
+    const int oldCol = std::exchange(m_col, current.column());
+    tellMove(oldRow, oldCol);
+}
+
+// --- hiding ---
+
+bool Grid::RowHidden(int row) const
+{
+    return m_model->rowHidden(row);
+}
+
+void Grid::setRowHidden(int row, bool hidden)
+{
+    const Sync sync(this);
+    m_model->setRowHidden(row, hidden);
+}
+
+bool Grid::ColHidden(int col) const
+{
+    return isColumnHidden(col);
+}
+
+void Grid::setColHidden(int col, bool hidden)
+{
+    setColumnHidden(col, hidden);
+    m_header->relayout();
+}
+
+void Grid::setRowsVisible(const std::function<bool(int)> &shown)
+{
+    const Sync sync(this);
+    m_model->setRowsVisible(shown);
+}
+
+void Grid::showAllRows()
+{
+    setRowsVisible([](int) { return true; });
+}
+
+int Grid::firstVisibleRow() const
+{
+    return m_model->gridRow(0);
+}
+
+int Grid::visibleRowCount() const
+{
+    return m_model->shownRowCount();
+}
+
+// --- search, view, order ---
+
+int Grid::FindRow(const QString &text, int fromRow, int col, bool caseSensitive, bool fullMatch) const
+{
+    return m_model->findRow(text, fromRow, col, caseSensitive ? Qt::CaseSensitive : Qt::CaseInsensitive, fullMatch);
+}
+
+int Grid::TopRow() const
+{
+    return m_model->gridRow(rowAt(0));
+}
+
+void Grid::ShowCell(int row, int col)
+{
+    scrollTo(indexOf(row, col));
+}
+
+void Grid::showAtTop(int row)
+{
+    updateGeometries(); // the scroll bar knows new rows only from here on
+    scrollTo(indexOf(row, m_col), PositionAtTop);
+}
+
+bool Grid::isRowInView(int row) const
+{
+    const int viewRow = m_model->viewRow(row);
+    if (viewRow < 0)
+        return false;
+    const int top = rowViewportPosition(viewRow);
+    return top >= 0 && top + rowHeight(viewRow) <= viewport()->height();
+}
+
+void Grid::Sort(int col, Qt::SortOrder order)
+{
+    const Sync sync(this);
+    const CellTexts::Slot record = hasDataRow() ? m_model->rowKey(m_row) : 0;
+    m_model->sort(col, order);
+    if (hasDataRow())
+        m_row = m_model->rowOfKey(record);
+}
+
+void Grid::setSortByHeader(bool on)
+{
+    m_sortByHeader = on;
+    m_header->setSortIndicatorShown(on);
+    m_header->setSortIndicator(-1, Qt::AscendingOrder);
+}
+
+void Grid::captionClicked(int col)
+{
+    const QPointer<Grid> alive(this);
+    emit headerClick(col);
+    if (!alive || !m_sortByHeader)
+        return;
+    const bool again = col == m_sortCol && m_sortOrder == Qt::AscendingOrder;
+    m_sortCol = col;
+    m_sortOrder = again ? Qt::DescendingOrder : Qt::AscendingOrder;
+    Sort(col, m_sortOrder);
+    m_header->setSortIndicator(col, m_sortOrder);
+    emit sorted(col, m_sortOrder);
+}
+
+// --- columns and rows ---
+
+void Grid::setColFormat(int col, const QString &pattern)
+{
+    m_model->changeColumn(col, [&](GridColumn &column) { column.format = pattern; });
+}
+
+void Grid::setColAlignment(int col, Qt::Alignment alignment)
+{
+    const bool vertical = alignment & Qt::AlignVertical_Mask;
+    const Qt::Alignment whole = vertical ? alignment : alignment | Qt::AlignVCenter;
+    m_model->changeColumn(col, [&](GridColumn &column) { column.alignment = whole; });
+}
+
+void Grid::setColComboList(int col, const QString &list)
+{
+    m_model->changeColumn(col, [&](GridColumn &column) { column.list = TranslationList(list); });
+}
+
+void Grid::setColCheck(int col, bool check)
+{
+    m_model->changeColumn(col, [&](GridColumn &column) { column.check = check; });
+}
+
+bool Grid::isCheckCol(int col) const
+{
+    return col >= 0 && col < Cols() && m_model->column(col).check;
+}
+
+void Grid::setColWidth(int col, int pixels)
+{
+    setColumnWidth(col, pixels);
+}
+
+int Grid::ColWidth(int col) const
+{
+    return columnWidth(col);
+}
+
+void Grid::setStretchCol(int col)
+{
+    m_header->setSectionResizeMode(QHeaderView::Interactive);
+    if (col >= 0 && col < Cols())
+        m_header->setSectionResizeMode(col, QHeaderView::Stretch);
+}
+
+void Grid::fitColumns()
+{
+    constexpr int rowsLookedAt = 100;
+    constexpr int margin = 16;
+    constexpr int widest = 360;
+    const int last = std::min(Rows(), FixedRows() + rowsLookedAt);
+    for (int col = 0; col < Cols(); ++col) {
+        int width = 0;
+        for (int row = 0; row < last; ++row)
+            width = std::max(width, fontMetrics().horizontalAdvance(shownText(row, col)));
+        if (!isColumnHidden(col))
+            setColumnWidth(col, std::min(width + margin, widest));
+    }
+}
+
+void Grid::setColData(int col, const QVariant &value)
+{
+    m_model->changeColumn(col, [&](GridColumn &column) { column.data = value; });
+}
+
+QVariant Grid::ColData(int col) const
+{
+    return col >= 0 && col < Cols() ? m_model->column(col).data : QVariant();
+}
+
+void Grid::setRowColor(int row, const QColor &color)
+{
+    m_model->setRowColor(row, color);
+}
+
+void Grid::setRowData(int row, const QVariant &value)
+{
+    m_model->setRowData(row, value);
+}
+
+QVariant Grid::RowData(int row) const
+{
+    return m_model->rowData(row);
+}
+
+void Grid::setCellBold(int row, int col, bool bold)
+{
+    m_model->setCellBold(row, col, bold);
+}
+
+void Grid::setMergeHeaders(bool merge)
+{
+    m_header->setMergeHeaders(merge);
+}
+
+// --- editing ---
+
+void Grid::setEditable(std::function<bool(int, int)> editable)
+{
+    m_model->setEditable(std::move(editable));
+}
+
+void Grid::setValidateEdit(std::function<bool(int, int, QString &)> validate)
+{
+    m_validate = std::move(validate);
+}
+
+bool Grid::EditCell()
+{
+    const QModelIndex cell = indexOf(m_row, m_col);
+    if (!(cell.flags() & Qt::ItemIsEditable))
+        return false;
+    setFocus();
+    return edit(cell, AllEditTriggers, nullptr);
+}
+
+bool Grid::accept(int row, int col, QString &text)
+{
+    return !m_validate || m_validate(row, col, text);
+}
+
+void Grid::store(int row, int col, const QString &text)
+{
+    setTextMatrix(row, col, text);
+    m_edited = {row, col};
+}
+
+void Grid::toggle(int row, int col)
+{
+    QString text = Val(TextMatrix(row, col)) != 0 ? QStringLiteral("0") : QStringLiteral("-1");
+    if (!accept(row, col, text))
+        return;
+    store(row, col, text);
+    tellEdit();
+}
+
+void Grid::tellEdit()
+{
+    if (!m_edited)
+        return;
+    const auto [row, col] = *std::exchange(m_edited, std::nullopt);
+    emit afterEdit(row, col);
+}
+
+void Grid::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint)
+{
+    QTableView::closeEditor(editor, hint);
+    tellEdit(); // only now, so that a message shown for it does not stand over an open editor
+}
+
+// --- drawing and events ---
+
+void Grid::setRedraw(bool on)
+{
+    if (!on) {
+        ++m_syncing;
+        if (m_redrawOff++ > 0)
+            return;
+        m_scrollBefore = verticalScrollBar()->value();
+        m_rowBefore = {m_row, m_col};
+        m_model->setExposed(false);
+        return;
+    }
+    if (m_redrawOff == 0)
+        return;
+    if (--m_redrawOff == 0) {
+        m_model->setExposed(true);
+        showCurrent();
+        updateGeometries();
+        verticalScrollBar()->setValue(m_scrollBefore);
+    }
+    --m_syncing;
+    if (m_redrawOff == 0)
+        tellMove(m_rowBefore.first, m_rowBefore.second);
+}
+
+void Grid::focusInEvent(QFocusEvent *event)
+{
+    const Sync sync(this); // getting the focus makes no row current
+    QTableView::focusInEvent(event);
+}
+
+void Grid::keyPressEvent(QKeyEvent *event)
+{
+    const QString typed = event->text();
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const int ascii = enter ? 13 : (typed.isEmpty() ? 0 : typed.at(0).unicode());
+    const QPointer<Grid> alive(this);
+    if (ascii > 0)
+        emit keyPress(ascii);
+    if (alive)
+        QTableView::keyPressEvent(event);
+}
+
+void Grid::mousePressEvent(QMouseEvent *event)
+{
+    if (isEditing()) // its text was refused, so it keeps the focus
+        event->accept();
+    else
+        QTableView::mousePressEvent(event);
+}
+
+void Grid::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    const bool onRow = indexAt(event->position().toPoint()).isValid();
+    QTableView::mouseDoubleClickEvent(event);
+    if (onRow && hasDataRow())
+        emit dblClick();
+}
+
+void Grid::changeEvent(QEvent *event)
+{
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        applyRowHeight();
+}
+
+void Grid::applyRowHeight()
+{
+    constexpr int padding = 7;
+    verticalHeader()->setMinimumSectionSize(1);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + padding);
+}

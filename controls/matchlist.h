@@ -1,0 +1,69 @@
+#pragma once
+
+#include "controls/grid.h"
+
+#include <QPointer>
+
+#include <vector>
+
+class QLineEdit;
+
+/// The list of matches under a field: a grid of two columns (id, not shown, and description) that lies under the field
+/// while the focus stays in the field. Up, Down, PageUp and PageDown typed in the field move the selection; a click
+/// picks. It is a child of the field's screen, not a window.
+class MatchList : public Grid
+{
+    Q_OBJECT
+
+public:
+    enum class Mode {
+        Select, ///< all items show; typing selects the first that begins with the text, without regard to case
+        Filter  ///< only items that begin exactly with the text show; with none the list hides
+    };
+
+    struct Item
+    {
+        QString id;
+        QString text;
+    };
+
+    explicit MatchList(QWidget *parent = nullptr);
+
+    void setHeader(const QString &text);
+    void setItems(const std::vector<Item> &items); ///< keeps the order given
+    void setMode(Mode mode) { m_mode = mode; }
+    [[nodiscard]] int itemCount() const { return Rows() - FixedRows(); }
+
+    /// Shows the list under `field` and follows what is typed there until it is hidden. In the mode Filter it shows
+    /// with the next letter typed, hides when the field loses the focus, and goes on following the field.
+    void showUnder(QLineEdit *field);
+
+    /// The field that the list is open under, nullptr when it is hidden.
+    [[nodiscard]] QLineEdit *field() const { return m_field; }
+
+    /// Hides the list on Escape and says so; the screen calls it before it looks at the key itself.
+    void dismiss();
+
+    [[nodiscard]] QString currentId() const;   ///< empty when no item is selected
+    [[nodiscard]] QString currentText() const; ///< empty when no item is selected
+    bool selectId(const QString &id);          ///< false (and nothing selected) when there is none
+    bool selectPrefix(const QString &text);    ///< false, selection unchanged, when no item begins with the text
+
+signals:
+    void picked();    ///< an item was clicked
+    void dismissed(); ///< closed by Escape
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+
+private:
+    void follow(const QString &typed);
+    void filter(const QString &typed);
+    bool move(int key);
+    void moveBy(int steps);
+    void place();
+
+    QPointer<QLineEdit> m_field;
+    Mode m_mode = Mode::Select;
+};

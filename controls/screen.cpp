@@ -1,0 +1,222 @@
+#include "controls/screen.h"
+
+#include "controls/screenframe.h"
+#include "controls/screenstack.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QLineEdit>
+#include <QThread>
+
+#include <algorithm>
+
+namespace {
+
+QSettings *&storeInPlace()
+{
+    static QSettings *store = nullptr;
+    return store;
+}
+
+} // namespace
+
+Screen::Screen(const QString &name, QWidget *parent)
+    : QWidget(parent)
+{
+    setObjectName(name);
+    hide(); // a page of a stack shows it, not its parent
+    QApplication::instance()->installEventFilter(this);
+}
+
+Screen::~Screen()
+{
+    QApplication::instance()->removeEventFilter(this);
+}
+
+bool Screen::FORM_KEYPRESS(int asciiKey)
+{
+    constexpr int escape = 27;
+    if (asciiKey != escape)
+        return false;
+    Unload();
+    return true;
+}
+
+bool Screen::FORM_KEYDOWN(int key, Qt::KeyboardModifiers modifiers)
+{
+    Q_UNUSED(key)
+    Q_UNUSED(modifiers)
+    return false;
+}
+
+void Screen::Load()
+{
+    if (m_loaded)
+        return;
+    m_loaded = true;
+    FORM_LOAD();
+}
+
+bool Screen::Unload()
+{
+    if (m_unloading || !m_loaded)
+        return !m_loaded;
+    m_unloading = true;
+    const QPointer<Screen> alive(this);
+    const bool goes = FORM_UNLOAD();
+    if (!alive)
+        return true;
+    if (goes)
+        leaveView();
+    if (alive)
+        m_unloading = false;
+    return goes;
+}
+
+void Screen::leaveView()
+{
+    const QPointer<Screen> alive(this);
+    m_loaded = false;
+    m_current = nullptr;
+    m_lastField = nullptr;
+    hide();
+    if (m_stack)
+        m_stack->remove(this);
+    if (!alive)
+        return;
+    if (m_frame) {
+        ScreenFrame *frame = m_frame;
+        m_frame = nullptr;
+        frame->release();
+        frame->hide();
+        frame->deleteLater();
+    }
+    if (m_modalLoop)
+        m_modalLoop->quit();
+    emit unloaded();
+    if (alive && m_deleteOnUnload)
+        deleteLater();
+}
+
+void Screen::openChild(QWidget *host)
+{
+    m_deleteOnUnload = true;
+    Load();
+    if (!m_loaded)
+        return;
+    m_stack = ScreenStack::of(host);
+    if (m_stack) {
+        m_stack->push(this);
+    } else {
+        openFrame(host, Qt::NonModal);
+    }
+    activate();
+}
+
+void Screen::openFrame(QWidget *owner, Qt::WindowModality modality)
+{
+    if (!m_frame)
+        m_frame = new ScreenFrame(this, owner, modality);
+    m_frame->show();
+    m_frame->raise();
+    m_frame->activateWindow();
+}
+
+void Screen::showModal()
+{
+    const QPointer<Screen> alive(this);
+    const QPointer<Screen> below = screenBelow();
+    QWidget *owner = parentWidget() ? parentWidget()->window() : nullptr;
+    Load();
+    if (!alive || !m_loaded)
+        return;
+    QEventLoop loop;
+    m_modalLoop = &loop;
+    m_loopLevel = QThread::currentThread()->loopLevel();
+    openFrame(owner, Qt::ApplicationModal);
+    activate();
+    if (alive && m_loaded)
+        loop.exec(QEventLoop::DialogExec);
+    Screen *caller = below;
+    if (caller && caller->isVisible())
+        caller->activate();
+}
+
+Screen *Screen::screenBelow() const
+{
+    if (Screen *owner = of(parentWidget()))
+        return owner;
+    const ScreenStack *stack = ScreenStack::of(parentWidget());
+    return stack ? stack->top() : nullptr;
+}
+
+bool Screen::askExit(Icon icon)
+{
+    return MsgBox(this, QStringLiteral("Do you want to exit ?"), Buttons::YesNo, icon) == Reply::Yes;
+}
+
+void Screen::activate()
+{
+    const QPointer<Screen> alive(this);
+    QWidget *field = m_lastField;
+    if (field != nullptr && mayTakeFocus(*field))
+        field->setFocus(Qt::ActiveWindowFocusReason);
+    else if (!hasFocusInside() && !focusNextPrevChild(true))
+        setFocus();
+    if (alive)
+        FORM_ACTIVATE();
+}
+
+bool Screen::mayTakeFocus(const QWidget &field) const
+{
+    return field.isEnabled() && reallyShown(&field);
+}
+
+bool Screen::hasFocusInside() const
+{
+    const QWidget *focus = window()->focusWidget();
+    return focus && isAncestorOf(focus) && reallyShown(focus);
+}
+
+Screen *Screen::of(const QWidget *widget)
+{
+    for (; widget; widget = widget->parentWidget()) {
+        if (const auto *screen = qobject_cast<const Screen *>(widget))
+            return const_cast<Screen *>(screen);
+    }
+    return nullptr;
+}
+
+QList<Screen *> Screen::modalScreens()
+{
+    QList<Screen *> open;
+    for (QWidget *window : QApplication::topLevelWidgets()) {
+        for (Screen *screen : window->findChildren<Screen *>()) {
+            if (screen->m_modalLoop && screen->m_loaded && !open.contains(screen))
+                open << screen;
+        }
+    }
+    std::sort(open.begin(), open.end(),
+              [](const Screen *a, const Screen *b) { return a->m_loopLevel < b->m_loopLevel; });
+    return open;
+}
+
+void Screen::setGeometryStore(QSettings *store)
+{
+    storeInPlace() = store;
+}
+
+QSettings *Screen::geometryStore()
+{
+    return storeInPlace();
+}
+
+void Screen::closeEvent(QCloseEvent *event)
+{
+    event->setAccepted(!m_loaded || Unload());
+}
+
+void Screen::setLeaveCheck(QLineEdit *field, std::function<bool()> check)
+{
+    m_checks.insert(field, std::move(check));
+}

@@ -1,0 +1,132 @@
+#pragma once
+
+#include "controls/msgbox.h"
+#include "controls/screenframe.h"
+#include "controls/screenstack.h"
+
+#include <QEvent>
+#include <QEventLoop>
+#include <QHash>
+#include <QPointer>
+#include <QWidget>
+
+#include <functional>
+
+class QFocusEvent;
+class QKeyEvent;
+class QLineEdit;
+class QSettings;
+class ScreenFrame;
+class ScreenStack;
+
+/// What all screens share.
+///
+/// Life: a screen is made, loaded (`FORM_LOAD`, once), shown by `openChild` or `showModal`, and lives until `Unload`,
+/// which asks `FORM_UNLOAD` first. A child screen deletes itself after it was unloaded; a modal one belongs to who made
+/// it. The close button of its window takes the same way as `Unload`.
+///
+/// Keys: Enter moves on from single-line fields, combo boxes, check boxes and options, and clicks a button. Small
+/// letters a to z become capitals as they are typed or pasted. Escape goes to `FORM_KEYPRESS`, whatever has the focus;
+/// only an open list of matches, an open popup and a cell being edited close first. A field that gets the focus
+/// otherwise than by the mouse selects its text.
+///
+/// Properties of a child widget that change this: "keepCase" = true leaves small letters alone, "ownEnter" = true
+/// leaves Enter to the widget, "causesCheck" = false lets the user go to the widget (a cancel button) without the
+/// check of the field that is left.
+class Screen : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// `name` becomes the object name. The screen is shown by `openChild` or `showModal`, not by `show`.
+    explicit Screen(const QString &name, QWidget *parent = nullptr);
+    ~Screen() override;
+
+    virtual void FORM_LOAD() {}
+    virtual void FORM_ACTIVATE() {}             ///< at each showing, and when the screen in front of it goes away
+    virtual bool FORM_UNLOAD() { return true; } ///< false keeps the screen open
+
+    /// Escape (27) or Enter (13) before the control sees it; true when it is dealt with. As it stands, Escape unloads.
+    virtual bool FORM_KEYPRESS(int asciiKey);
+
+    /// Any key before the control sees it (function keys, for example); true when it is dealt with.
+    virtual bool FORM_KEYDOWN(int key, Qt::KeyboardModifiers modifiers);
+
+    void Load();   ///< runs FORM_LOAD if the screen is not loaded
+    bool Unload(); ///< false when FORM_UNLOAD keeps it open
+    [[nodiscard]] bool isLoaded() const { return m_loaded; }
+
+    /// Loads and shows the screen in the `ScreenStack` of `host`, in front of the others there, and returns at once.
+    /// Without a stack (or host) the screen gets a window of its own.
+    void openChild(QWidget *host);
+
+    /// Loads and shows the screen in a window of its own that blocks all others, and returns when it was unloaded.
+    void showModal();
+
+    /// Whether the screen is deleted after it was unloaded. `openChild` turns it on.
+    void setDeleteOnUnload(bool on) { m_deleteOnUnload = on; }
+
+    /// Asks "Do you want to exit ?"; true for Yes. For use in FORM_UNLOAD.
+    bool askExit(Icon icon = Icon::None);
+
+    /// `check` runs when the user leaves `field`. When it returns false the focus stays and the text is selected. It
+    /// does not run while Escape is handled, while the screen is being closed, or when the field is hidden or disabled.
+    void setLeaveCheck(QLineEdit *field, std::function<bool()> check);
+
+    /// The field that was entered last and not left since; a message box or a popup does not count as leaving.
+    [[nodiscard]] QWidget *currentField() const { return m_current; }
+
+    /// Activates the screen: gives the focus back to its field and runs FORM_ACTIVATE. Called by the stack and windows.
+    void activate();
+
+    /// The screen that a widget belongs to, nullptr if none.
+    static Screen *of(const QWidget *widget);
+
+    /// The modal screens that are open now, the outermost first.
+    static QList<Screen *> modalScreens();
+
+    /// Where the sizes of windows are kept by screen name. Not owned; nullptr: they are not kept.
+    static void setGeometryStore(QSettings *store);
+    static QSettings *geometryStore();
+
+signals:
+    void unloaded();
+    void entered(QWidget *field); ///< a control got the focus (a combo box or grid counts as one control)
+    void left(QWidget *field);    ///< a control lost the focus for good
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    [[nodiscard]] bool concerns(const QWidget *target, QEvent::Type type) const;
+    bool keyPressed(QWidget *target, QKeyEvent *event);
+    bool escapePressed(QWidget *target);
+    bool enterPressed(QWidget *target);
+    void focusGained(QWidget *target, const QFocusEvent *event);
+    void focusLost(QWidget *target, const QFocusEvent *event);
+    bool mayLeave(QWidget *field);
+    void keepFocus(QWidget *field, Qt::FocusReason reason);
+    void openFrame(QWidget *owner, Qt::WindowModality modality);
+    void leaveView();
+    [[nodiscard]] bool mayTakeFocus(const QWidget &field) const;
+    [[nodiscard]] bool hasFocusInside() const;
+    [[nodiscard]] bool reallyShown(const QWidget *widget) const;
+    [[nodiscard]] QWidget *fieldOf(QWidget *widget) const;
+    [[nodiscard]] Screen *screenBelow() const;
+
+    QHash<const QObject *, std::function<bool()>> m_checks;
+    QPointer<QWidget> m_current;
+    QPointer<QWidget> m_lastField;
+    QPointer<QEventLoop> m_modalLoop;
+    QPointer<ScreenStack> m_stack;
+    QPointer<ScreenFrame> m_frame;
+    int m_loopLevel = 0; // of the event loop that the modal screen was opened from
+    bool m_loaded = false;
+    bool m_unloading = false;
+    bool m_escaping = false;
+    bool m_checking = false;
+    bool m_swallowPress = false;
+    bool m_deleteOnUnload = false;
+};

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QWidget>
+
+class QScrollArea;
+class Screen;
+
+/// The window of a screen that does not lie in a stack. What does not fit the display can be scrolled. Its size is
+/// kept by the screen's name. The screen goes back to its former parent when it is taken out.
+class ScreenFrame : public QWidget
+{
+    Q_OBJECT
+
+public:
+    ScreenFrame(Screen *screen, QWidget *owner, Qt::WindowModality modality);
+    ~ScreenFrame() override;
+
+    /// Keeps the size and lets go of the screen.
+    void release();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void restoreSize();
+    void keepSize() const;
+    [[nodiscard]] QString key() const;
+
+    Screen *m_screen;
+    QScrollArea *m_area;
+};

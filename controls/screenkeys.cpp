@@ -1,0 +1,252 @@
+#include "controls/screen.h"
+
+#include "controls/capitals.h"
+#include "controls/dateedit.h"
+#include "controls/matchlist.h"
+
+#include <QAbstractItemView>
+#include <QAbstractSpinBox>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QRadioButton>
+
+namespace {
+
+constexpr int EnterKey = 13;
+constexpr int EscapeKey = 27;
+
+bool isEnter(const QKeyEvent *event)
+{
+    return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+}
+
+bool isToggle(const QWidget *widget)
+{
+    return qobject_cast<const QCheckBox *>(widget) || qobject_cast<const QRadioButton *>(widget);
+}
+
+bool entersByEnter(const QWidget *field)
+{
+    return qobject_cast<const QLineEdit *>(field) || qobject_cast<const QComboBox *>(field) ||
+           qobject_cast<const QAbstractSpinBox *>(field) || isToggle(field);
+}
+
+/// Focus that goes to a popup, a menu or another window comes back, so the field is not left.
+bool comesBack(Qt::FocusReason reason)
+{
+    return reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason || reason == Qt::MenuBarFocusReason;
+}
+
+void selectText(QWidget *field)
+{
+    if (auto *line = qobject_cast<QLineEdit *>(field))
+        line->selectAll();
+    else if (const auto *combo = qobject_cast<QComboBox *>(field); combo && combo->isEditable())
+        combo->lineEdit()->selectAll();
+}
+
+bool isCellEditor(QWidget *target, QWidget *field)
+{
+    return target != field && qobject_cast<QAbstractItemView *>(field);
+}
+
+} // namespace
+
+/// The control as the user sees it: an editable combo box, a spin box or a grid stands for its inner parts.
+QWidget *Screen::fieldOf(QWidget *widget) const
+{
+    QWidget *field = widget;
+    for (QWidget *outer = widget; outer && outer != this; outer = outer->parentWidget()) {
+        if (qobject_cast<QComboBox *>(outer) || qobject_cast<QAbstractSpinBox *>(outer) ||
+            qobject_cast<QAbstractItemView *>(outer))
+            field = outer;
+    }
+    return field;
+}
+
+bool Screen::reallyShown(const QWidget *widget) const
+{
+    for (const QWidget *outer = widget; outer && outer != this; outer = outer->parentWidget()) {
+        if (outer->isHidden())
+            return false;
+    }
+    return !isHidden();
+}
+
+/// Whether an event is one of this screen: of its controls, or a key while nothing in the window has the focus.
+bool Screen::concerns(const QWidget *target, QEvent::Type type) const
+{
+    if (of(target) == this)
+        return target != this || type == QEvent::KeyPress;
+    return type == QEvent::KeyPress && target == window() && isVisible() && !target->focusWidget();
+}
+
+bool Screen::eventFilter(QObject *watched, QEvent *event)
+{
+    const QEvent::Type type = event->type();
+    const bool ours = type == QEvent::KeyPress || type == QEvent::InputMethod || type == QEvent::FocusIn ||
+                      type == QEvent::FocusOut || type == QEvent::MouseButtonPress;
+    auto *target = ours ? qobject_cast<QWidget *>(watched) : nullptr;
+    if (!target || !concerns(target, type))
+        return false;
+    switch (type) {
+    case QEvent::KeyPress:
+        return keyPressed(target, static_cast<QKeyEvent *>(event));
+    case QEvent::InputMethod:
+        return TypeCapitals(target, event);
+    case QEvent::FocusIn:
+        focusGained(target, static_cast<QFocusEvent *>(event));
+        return false;
+    case QEvent::FocusOut:
+        focusLost(target, static_cast<QFocusEvent *>(event));
+        return false;
+    default:
+        return std::exchange(m_swallowPress, false);
+    }
+}
+
+// --- keys ---
+
+bool Screen::keyPressed(QWidget *target, QKeyEvent *event)
+{
+    const QPointer<Screen> alive(this);
+    const QPointer<QWidget> shown(target);
+    // A key that its control ignores comes by again at each parent on its way up.
+    const QWidget *focus = target->window()->focusWidget();
+    if (focus && focus != target && target->isAncestorOf(focus))
+        return false;
+    if (FORM_KEYDOWN(event->key(), event->modifiers()) || !alive || !shown)
+        return true;
+    const bool plain = !(event->modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier));
+    if (event->key() == Qt::Key_Escape && plain)
+        return escapePressed(target);
+    if (isEnter(event) && plain)
+        return enterPressed(target);
+    return TypeCapitals(target, event);
+}
+
+bool Screen::escapePressed(QWidget *target)
+{
+    if (isCellEditor(target, fieldOf(target)))
+        return false;
+    for (MatchList *list : findChildren<MatchList *>()) {
+        if (list->isVisible() && list->field() == target) {
+            list->dismiss();
+            return true;
+        }
+    }
+    const QPointer<Screen> alive(this);
+    m_escaping = true;
+    const bool swallowed = FORM_KEYPRESS(EscapeKey);
+    if (alive)
+        m_escaping = false;
+    return swallowed || !alive;
+}
+
+bool Screen::enterPressed(QWidget *target)
+{
+    QWidget *field = fieldOf(target);
+    if (isCellEditor(target, field) || target->property("ownEnter").toBool())
+        return false;
+    const QPointer<Screen> alive(this);
+    const QPointer<QWidget> shown(field);
+    if (FORM_KEYPRESS(EnterKey) || !alive || !shown)
+        return true;
+    if (entersByEnter(field)) {
+        focusNextPrevChild(true);
+        return true;
+    }
+    auto *button = qobject_cast<QAbstractButton *>(field);
+    if (button)
+        button->click();
+    return button != nullptr;
+}
+
+bool Screen::focusNextPrevChild(bool next)
+{
+    const QWidget *now = QApplication::focusWidget();
+    QWidget *from = now && isAncestorOf(now) ? const_cast<QWidget *>(now) : this;
+    const auto step = [next](QWidget *w) { return next ? w->nextInFocusChain() : w->previousInFocusChain(); };
+    for (QWidget *w = step(from); w != from; w = step(w)) {
+        const bool takesTab = (w->focusPolicy() & Qt::TabFocus) && !w->focusProxy();
+        if (!takesTab || !isAncestorOf(w) || !w->isEnabled() || !reallyShown(w))
+            continue;
+        w->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+        return true;
+    }
+    return false;
+}
+
+// --- entering and leaving ---
+
+void Screen::focusGained(QWidget *target, const QFocusEvent *event)
+{
+    QWidget *field = fieldOf(target);
+    if (isCellEditor(target, field)) {
+        WatchCapitals(target);
+        return;
+    }
+    const Qt::FocusReason reason = event->reason();
+    WatchCapitals(target);
+    if (field == m_current)
+        return;
+    if (reason != Qt::MouseFocusReason && !comesBack(reason))
+        selectText(field);
+    const QPointer<QWidget> before = std::exchange(m_current, field);
+    m_lastField = field;
+    if (before && !m_unloading)
+        emit left(before);
+    if (m_current == field)
+        emit entered(field);
+}
+
+void Screen::focusLost(QWidget *target, const QFocusEvent *event)
+{
+    QWidget *field = fieldOf(target);
+    const QWidget *next = QApplication::focusWidget();
+    const bool inside = next && isAncestorOf(next) && fieldOf(const_cast<QWidget *>(next)) == field;
+    if (field != m_current || inside || m_unloading || m_checking || comesBack(event->reason()))
+        return;
+    const QPointer<Screen> alive(this);
+    if (auto *date = qobject_cast<MaskedDate *>(field))
+        date->convertNow();
+    if (!mayLeave(field)) {
+        if (alive)
+            keepFocus(field, event->reason());
+        return;
+    }
+    m_current = nullptr;
+    emit left(field);
+}
+
+bool Screen::mayLeave(QWidget *field)
+{
+    const QWidget *next = QApplication::focusWidget();
+    const QVariant causesCheck = next ? next->property("causesCheck") : QVariant();
+    const auto check = m_checks.constFind(field);
+    if (check == m_checks.constEnd() || m_escaping || (causesCheck.isValid() && !causesCheck.toBool()) ||
+        !field->isEnabled() || !reallyShown(field))
+        return true;
+    const QPointer<Screen> alive(this);
+    m_checking = true;
+    const bool passed = (*check)();
+    if (!alive)
+        return false;
+    m_checking = false;
+    return passed;
+}
+
+/// The press of the mouse that took the focus away must not work on its target either.
+void Screen::keepFocus(QWidget *field, Qt::FocusReason reason)
+{
+    if (reason == Qt::MouseFocusReason) {
+        m_swallowPress = true;
+        QMetaObject::invokeMethod(
+            this, [this] { m_swallowPress = false; }, Qt::QueuedConnection);
+    }
+    field->setFocus(Qt::OtherFocusReason);
+    selectText(field);
+}
