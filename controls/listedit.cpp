@@ -1,0 +1,172 @@
+#include "controls/listedit.h"
+
+#include "controls/grid.h"
+#include "controls/msgbox.h"
+#include "controls/screen.h"
+
+#include <QAbstractButton>
+
+ListEdit::ListEdit(Screen *screen, const Controls &controls, const Procedures &procedures)
+    : QObject(screen)
+    , m_screen(screen)
+    , m_controls(controls)
+    , m_procedures(procedures)
+{
+    connectButtons();
+    connect(m_controls.vsf, &Grid::sorted, this, &ListEdit::GETSRNOS);
+    connect(m_controls.vsf, &Grid::rowColChange, this,
+            [this](int oldRow, int, int newRow, int) { rowChanged(oldRow, newRow); });
+}
+
+void ListEdit::connectButtons()
+{
+    const auto clicked = [this](QAbstractButton *button, const std::function<void()> &act) {
+        if (button != nullptr && act)
+            connect(button, &QAbstractButton::clicked, this, act);
+    };
+    clicked(m_controls.cmdadd, [this] { CMDADD_CLICK(); });
+    clicked(m_controls.cmdmodify, [this] { CMDMODIFY_CLICK(); });
+    clicked(m_controls.cmdcancel, [this] { CMDCANCEL_CLICK(); });
+    clicked(m_controls.cmdback, [this] { CMDBACK_CLICK(); });
+    clicked(m_controls.cmdupdate, m_procedures.CMDUPDATE_CLICK);
+    clicked(m_controls.cmddelete, m_procedures.CMDDELETE_CLICK);
+    if (m_controls.cmdcancel != nullptr)
+        m_controls.cmdcancel->setProperty("causesCheck", false); // cancelling a wrong entry must not be held up by it
+}
+
+bool ListEdit::editing() const
+{
+    // Its own state: an outer frame may be disabled for reasons of its own.
+    return m_controls.editFrame->isEnabledTo(m_controls.editFrame->parentWidget());
+}
+
+void ListEdit::FORM_LOAD()
+{
+    LOADGRID();
+    SETBUTTON(true);
+    LOADDATA();
+}
+
+void ListEdit::LOADGRID()
+{
+    Grid *vsf = m_controls.vsf;
+    m_filling = true;
+    vsf->setRedraw(false);
+    vsf->clearBody();
+    m_procedures.addRows();
+    GETSRNOS();
+    if (vsf->Rows() > vsf->FixedRows())
+        vsf->setRow(vsf->FixedRows());
+    vsf->setRedraw(true);
+    m_filling = false;
+}
+
+void ListEdit::GETSRNOS()
+{
+    Grid *vsf = m_controls.vsf;
+    vsf->setRedraw(false);
+    const int fixed = vsf->FixedRows();
+    for (int row = fixed; row < vsf->Rows(); ++row)
+        vsf->setTextMatrix(row, 0, QString::number(row - fixed + 1));
+    vsf->setRedraw(true);
+}
+
+void ListEdit::LOADDATA()
+{
+    m_procedures.CLEARDATA();
+    if (m_controls.vsf->hasDataRow())
+        m_procedures.showRow(m_controls.vsf->Row());
+}
+
+void ListEdit::SETBUTTON(bool Browse)
+{
+    const Controls &c = m_controls;
+    // The side that gets enabled comes first: the focus then never falls on a control of another part of the screen.
+    const QList<QWidget *> browse =
+        QList<QWidget *>{c.vsf, c.cmdadd, c.cmdmodify, c.cmddelete, c.cmdback} + c.browseOnly;
+    const QList<QWidget *> edit = QList<QWidget *>{c.editFrame, c.cmdcancel, c.cmdupdate} + c.editOnly;
+    setEnabled(Browse ? browse : edit, true);
+    if (!Browse)
+        focus(c.firstField);
+    setEnabled(Browse ? edit : browse, false);
+}
+
+void ListEdit::CMDADD_CLICK()
+{
+    if (m_procedures.mayAdd && !m_procedures.mayAdd())
+        return;
+    m_adding = true;
+    m_procedures.CLEARDATA();
+    SETBUTTON(false);
+}
+
+void ListEdit::CMDMODIFY_CLICK()
+{
+    if (!m_controls.vsf->hasDataRow() || (m_procedures.mayModify && !m_procedures.mayModify()))
+        return;
+    m_adding = false;
+    SETBUTTON(false);
+}
+
+void ListEdit::CMDCANCEL_CLICK()
+{
+    SETBUTTON(true);
+    LOADDATA();
+    focus(m_adding ? m_controls.cmdadd : m_controls.cmdmodify);
+}
+
+void ListEdit::CMDBACK_CLICK()
+{
+    constexpr int escapeKey = 27;
+    m_screen->FORM_KEYPRESS(escapeKey);
+}
+
+bool ListEdit::escape()
+{
+    if (!editing())
+        return false;
+    if (MsgBox(m_screen, QStringLiteral("Do you want to Cancel the Entry?"), Buttons::YesNo) == Reply::Yes)
+        CMDCANCEL_CLICK();
+    return true;
+}
+
+void ListEdit::saved(const QString &key, int column)
+{
+    Grid *vsf = m_controls.vsf;
+    LOADGRID();
+    m_filling = true;
+    vsf->setRow(vsf->FindRow(key, vsf->FixedRows(), column)); // no row: stays on the first one
+    m_filling = false;
+    SETBUTTON(true);
+    LOADDATA();
+    focus(m_adding ? static_cast<QWidget *>(m_controls.cmdadd) : vsf);
+}
+
+void ListEdit::deleted()
+{
+    m_filling = true;
+    m_controls.vsf->RemoveItem(m_controls.vsf->Row());
+    m_filling = false;
+    GETSRNOS();
+    LOADDATA();
+}
+
+void ListEdit::rowChanged(int oldRow, int newRow)
+{
+    if (!m_filling && oldRow != newRow && m_controls.vsf->isEnabled())
+        LOADDATA();
+}
+
+void ListEdit::setEnabled(const QList<QWidget *> &controls, bool enabled)
+{
+    for (QWidget *control : controls) {
+        if (control != nullptr)
+            control->setEnabled(enabled);
+    }
+}
+
+void ListEdit::focus(QWidget *control)
+{
+    if (control != nullptr)
+        control->setFocus(Qt::OtherFocusReason);
+}

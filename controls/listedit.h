@@ -1,0 +1,92 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+
+#include <functional>
+
+class Grid;
+class QAbstractButton;
+class QWidget;
+class Screen;
+
+/// The wiring that all list-and-edit screens share: a grid of records beside a frame of edit fields, with buttons to
+/// add, modify, delete, save, cancel and go back. Two states, browse and edit; `Adding()` tells the two kinds of edit
+/// apart. A screen with two levels has two of these.
+///
+/// The screen gives its controls and the procedures that are its own; the buttons are connected here. It hands Escape
+/// on to `escape()`:
+///
+///     bool FORM_KEYPRESS(int key) override { return (key == 27 && m_list->escape()) || Screen::FORM_KEYPRESS(key); }
+class ListEdit : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The controls; those that a screen has not stay null.
+    struct Controls
+    {
+        Grid *vsf = nullptr;
+        QWidget *editFrame = nullptr;
+        QWidget *firstField = nullptr; ///< gets the focus when an edit begins
+        QAbstractButton *cmdadd = nullptr;
+        QAbstractButton *cmdmodify = nullptr;
+        QAbstractButton *cmddelete = nullptr;
+        QAbstractButton *cmdupdate = nullptr;
+        QAbstractButton *cmdcancel = nullptr;
+        QAbstractButton *cmdback = nullptr;
+        QList<QWidget *> browseOnly; ///< further controls, enabled while browsing
+        QList<QWidget *> editOnly;   ///< further controls, enabled while editing
+    };
+
+    /// The screen's own procedures. The first three must be there.
+    struct Procedures
+    {
+        std::function<void()> addRows;         ///< adds a grid row for each record (the query of LOADGRID)
+        std::function<void()> CLEARDATA;       ///< empties the edit fields
+        std::function<void(int row)> showRow;  ///< copies a data row to the edit fields (LOADDATA behind CLEARDATA)
+        std::function<void()> CMDUPDATE_CLICK; ///< checks and saves, and ends in `saved` when it did
+        std::function<void()> CMDDELETE_CLICK; ///< asks and deletes, and ends in `deleted` when it did
+        std::function<bool()> mayAdd = {};     ///< false, after telling why, keeps an addition from beginning
+        std::function<bool()> mayModify = {};  ///< the same for a change of the current data row
+    };
+
+    ListEdit(Screen *screen, const Controls &controls, const Procedures &procedures);
+
+    [[nodiscard]] bool Adding() const { return m_adding; }
+    [[nodiscard]] bool editing() const; ///< whether the edit frame is enabled
+
+    void FORM_LOAD(); ///< LOADGRID, SETBUTTON true, LOADDATA
+    void LOADGRID();  ///< fills the grid anew, numbers it and selects its first data row
+    void GETSRNOS();  ///< writes 1, 2, 3, ... in column 0
+    void LOADDATA();  ///< the current row, if a data row is current, to the edit fields; else they are empty
+    void SETBUTTON(bool Browse);
+
+    void CMDADD_CLICK();
+    void CMDMODIFY_CLICK();
+    void CMDCANCEL_CLICK();
+    void CMDBACK_CLICK(); ///< acts as the Escape key
+
+    /// Escape: in an edit, asks "Do you want to Cancel the Entry?" and cancels on Yes, and returns true. While browsing
+    /// it does nothing and returns false.
+    bool escape();
+
+    /// Behind a save: fills the grid, goes to the row with `key` in `column`, and back to browsing. The focus goes to
+    /// the grid after a change, to `cmdadd` after an addition.
+    void saved(const QString &key, int column);
+
+    /// Behind a delete: removes the current grid row, renumbers and shows the row that is current now.
+    void deleted();
+
+private:
+    void connectButtons();
+    void rowChanged(int oldRow, int newRow);
+    static void setEnabled(const QList<QWidget *> &controls, bool enabled);
+    static void focus(QWidget *control);
+
+    Screen *m_screen; // its parent
+    Controls m_controls;
+    Procedures m_procedures;
+    bool m_adding = false;
+    bool m_filling = false;
+};
