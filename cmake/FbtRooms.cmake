@@ -45,6 +45,7 @@ function(fbt_test name)
   add_executable(${name} ${name}.cpp)
   target_link_libraries(${name} PRIVATE fbt_options Qt6::Test ${TEST_LINKS})
   add_test(NAME ${name} COMMAND ${name})
+  set_property(GLOBAL APPEND PROPERTY fbt_tests ${name})
   set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/lsan.supp"
     TIMEOUT 300)
 endfunction()

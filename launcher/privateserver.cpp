@@ -177,8 +177,7 @@ bool PrivateServer::join(QString *why)
 
 QString PrivateServer::program(const QString &name) const
 {
-    const QString found = QStandardPaths::findExecutable(name, m_programFolders);
-    return found;
+    return QStandardPaths::findExecutable(name, m_programFolders);
 }
 
 bool PrivateServer::createData(QString *why)
@@ -187,8 +186,8 @@ bool PrivateServer::createData(QString *why)
         return true;
     const QString installer = program(QStringLiteral("mariadb-install-db"));
     if (installer.isEmpty()) {
-        *why =
-            QStringLiteral("The program mariadb-install-db was not found. Please install the package mariadb-server.");
+        *why = QStringLiteral(
+            "The program mariadb-install-db was not found. Please install the package mariadb-server-core.");
         return false;
     }
     // Made under another name and renamed when it is whole: a start that was cut short leaves nothing behind.
@@ -228,7 +227,7 @@ bool PrivateServer::launch(QString *why)
 {
     const QString server = program(QStringLiteral("mariadbd"));
     if (server.isEmpty()) {
-        *why = QStringLiteral("The program mariadbd was not found. Please install the package mariadb-server.");
+        *why = QStringLiteral("The program mariadbd was not found. Please install the package mariadb-server-core.");
         return false;
     }
     // A killed program's server may still be on its way down; two servers must not meet on one folder.

@@ -21,7 +21,7 @@ public:
     enum class Durability { Full, Relaxed };
 
     /// @param folder data folder, made at the first start
-    /// @param programFolders where the server's programs are looked for besides the search path
+    /// @param programFolders where the server's programs are looked for
     explicit PrivateServer(const QString &folder, Durability durability = Durability::Full,
                            QStringList programFolders = defaultProgramFolders());
     ~PrivateServer();

@@ -23,7 +23,7 @@ class ObjectTable
 public:
     using Factory = std::function<std::unique_ptr<SuiteObject>()>;
 
-    void add(const QString &className, Factory factory) { m_factories.insert(className, std::move(factory)); }
+    void add(const QString &className, const Factory &factory) { m_factories.insert(className, factory); }
     void remove(const QString &className) { m_factories.remove(className); }
     [[nodiscard]] bool knows(const QString &className) const { return m_factories.contains(className); }
 
