@@ -1,5 +1,6 @@
 #include "controls/griddelegate.h"
 
+#include "controls/ancestry.h"
 #include "controls/grid.h"
 
 #include <QApplication>
@@ -25,6 +26,13 @@ QString editorText(const QWidget *editor)
         return combo->currentData().toString();
     const auto *line = qobject_cast<const QLineEdit *>(editor);
     return line ? line->text() : QString();
+}
+
+void returnTo(QWidget *editor)
+{
+    editor->setFocus();
+    if (auto *line = qobject_cast<QLineEdit *>(editor))
+        line->selectAll();
 }
 
 /// A colour chosen for white paper, made light enough for a dark background.
@@ -151,12 +159,10 @@ bool GridDelegate::eventFilter(QObject *watched, QEvent *event)
 
     const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
     const bool stays = reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason;
-    if (m_validating || stays)
+    if (m_validating || stays || IsPartOf(QApplication::focusWidget(), editor))
         return false;
-    if (refuses(editor)) {
-        QMetaObject::invokeMethod(editor, qOverload<>(&QWidget::setFocus), Qt::QueuedConnection);
-        return false;
-    }
+    if (refuses(editor))
+        return true; // it has the focus back already
     return QStyledItemDelegate::eventFilter(watched, event);
 }
 
@@ -183,8 +189,8 @@ bool GridDelegate::refuses(QWidget *editor)
         return true;
     if (accepted)
         editor->setProperty(AcceptedText, text);
-    else if (auto *line = qobject_cast<QLineEdit *>(editor))
-        line->selectAll();
+    else
+        returnTo(editor);
     return !accepted;
 }
 

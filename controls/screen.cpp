@@ -158,6 +158,8 @@ bool Screen::askExit(Icon icon)
 void Screen::activate()
 {
     const QPointer<Screen> alive(this);
+    if (!isActiveWindow())
+        window()->activateWindow();
     QWidget *field = m_lastField;
     if (field != nullptr && mayTakeFocus(*field))
         field->setFocus(Qt::ActiveWindowFocusReason);
@@ -183,6 +185,8 @@ Screen *Screen::of(const QWidget *widget)
     for (; widget; widget = widget->parentWidget()) {
         if (const auto *screen = qobject_cast<const Screen *>(widget))
             return const_cast<Screen *>(screen);
+        if (widget->isWindow())
+            break;
     }
     return nullptr;
 }

@@ -79,7 +79,7 @@ public:
     /// Activates the screen: gives the focus back to its field and runs FORM_ACTIVATE. Called by the stack and windows.
     void activate();
 
-    /// The screen that a widget belongs to, nullptr if none.
+    /// The screen that a widget belongs to, nullptr if none. A window opened over a screen does not belong to it.
     static Screen *of(const QWidget *widget);
 
     /// The modal screens that are open now, the outermost first.
@@ -105,7 +105,7 @@ private:
     bool escapePressed(QWidget *target);
     bool enterPressed(QWidget *target);
     void focusGained(QWidget *target, const QFocusEvent *event);
-    void focusLost(QWidget *target, const QFocusEvent *event);
+    bool focusLost(QWidget *target, const QFocusEvent *event);
     bool mayLeave(QWidget *field);
     void keepFocus(QWidget *field, Qt::FocusReason reason);
     void openFrame(QWidget *owner, Qt::WindowModality modality);

@@ -1,5 +1,6 @@
 #include "controls/screen.h"
 
+#include "controls/ancestry.h"
 #include "controls/capitals.h"
 #include "controls/dateedit.h"
 #include "controls/matchlist.h"
@@ -101,8 +102,7 @@ bool Screen::eventFilter(QObject *watched, QEvent *event)
         focusGained(target, static_cast<QFocusEvent *>(event));
         return false;
     case QEvent::FocusOut:
-        focusLost(target, static_cast<QFocusEvent *>(event));
-        return false;
+        return focusLost(target, static_cast<QFocusEvent *>(event));
     default:
         return std::exchange(m_swallowPress, false);
     }
@@ -203,23 +203,26 @@ void Screen::focusGained(QWidget *target, const QFocusEvent *event)
         emit entered(field);
 }
 
-void Screen::focusLost(QWidget *target, const QFocusEvent *event)
+/// True when the field keeps the focus: it has it back already and need not hear of the loss.
+bool Screen::focusLost(QWidget *target, const QFocusEvent *event)
 {
     QWidget *field = fieldOf(target);
     const QWidget *next = QApplication::focusWidget();
-    const bool inside = next && isAncestorOf(next) && fieldOf(const_cast<QWidget *>(next)) == field;
-    if (field != m_current || inside || m_unloading || m_checking || comesBack(event->reason()))
-        return;
+    if (field != m_current || IsPartOf(next, field) || m_unloading || m_checking || comesBack(event->reason()))
+        return false;
     const QPointer<Screen> alive(this);
     if (auto *date = qobject_cast<MaskedDate *>(field))
         date->convertNow();
-    if (!mayLeave(field)) {
-        if (alive)
-            keepFocus(field, event->reason());
-        return;
+    const bool passed = mayLeave(field);
+    if (!alive)
+        return true;
+    if (!passed) {
+        keepFocus(field, event->reason());
+        return true;
     }
     m_current = nullptr;
     emit left(field);
+    return false;
 }
 
 bool Screen::mayLeave(QWidget *field)
