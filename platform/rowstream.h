@@ -1,0 +1,40 @@
+#pragma once
+
+#include "platform/connection.h"
+
+#include <QByteArray>
+#include <QString>
+
+/// Reads the rows of queries one after the other in constant memory, on a connection of its own and all from one
+/// snapshot of the data. For reading whole tables; screens use Recordset.
+class RowStream
+{
+public:
+    RowStream() = default;
+    ~RowStream();
+    RowStream(const RowStream &) = delete;
+    RowStream &operator=(const RowStream &) = delete;
+
+    /// Connects and takes the snapshot. False on failure; `error` tells.
+    bool connect(const ServerAddress &address);
+
+    /// Sends a query. The rows of one before are dropped.
+    bool open(const QString &query);
+    /// Goes to the next row, the first one at the first call. False behind the last row and after a failure.
+    bool next();
+
+    [[nodiscard]] int columns() const { return m_columns; }
+    /// A value as the server's text for it, in UTF-8; a null array for `Null`. It holds until the next row is read.
+    [[nodiscard]] QByteArray value(int column) const;
+
+    /// Why the last call failed; empty when it did not.
+    [[nodiscard]] QString error() const;
+
+private:
+    void drop();
+
+    void *m_session = nullptr; // the client library's own handles
+    void *m_result = nullptr;
+    char **m_row = nullptr;
+    int m_columns = 0;
+};

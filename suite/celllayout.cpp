@@ -1,0 +1,53 @@
+#include "suite/celllayout.h"
+
+#include <QFontMetricsF>
+#include <QTextOption>
+
+#include <algorithm>
+
+namespace {
+constexpr int unitsPerPoint = 20;
+}
+
+QFont ReportFont(const TextLook &look, double scale)
+{
+    QFont font(QStringLiteral("DejaVu Sans"));
+    font.setStyleHint(QFont::SansSerif);
+    font.setHintingPreference(QFont::PreferNoHinting);
+    font.setPixelSize(std::max(1, static_cast<int>(PointSize(look) * scale * unitsPerPoint)));
+    font.setBold(look.bold);
+    font.setItalic(look.italic);
+    font.setUnderline(look.underline);
+    font.setStrikeOut(look.strike);
+    return font;
+}
+
+CellLayout::CellLayout(const QString &text, TextLook &look, Qt::Alignment alignment, double width, double scale)
+{
+    const QFont base = ReportFont(look, scale);
+    QString plain;
+    QList<QTextLayout::FormatRange> formats;
+    for (const TextPiece &piece : ParseReportText(text, look).pieces) {
+        QTextLayout::FormatRange range;
+        range.start = static_cast<int>(plain.size());
+        range.length = static_cast<int>(piece.text.size());
+        range.format.setFont(ReportFont(piece.look, scale));
+        formats.append(range);
+        plain += piece.text;
+    }
+    plain.replace(u'\n', QChar::LineSeparator);
+    QTextOption option(alignment);
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    m_layout.setText(plain);
+    m_layout.setFont(base);
+    m_layout.setTextOption(option);
+    m_layout.setFormats(formats);
+    m_layout.beginLayout();
+    for (QTextLine line = m_layout.createLine(); line.isValid(); line = m_layout.createLine()) {
+        line.setLineWidth(width);
+        line.setPosition({0, m_height});
+        m_height += line.height();
+    }
+    m_layout.endLayout();
+    m_height = std::max(m_height, QFontMetricsF(base).height());
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QAbstractScrollArea>
+
+#include <memory>
+
+class ReportLayout;
+
+/// The pages of a report one below the other. Only the pages in view are drawn, so that a long report opens at once.
+class PageView : public QAbstractScrollArea
+{
+    Q_OBJECT
+
+public:
+    explicit PageView(QWidget *parent = nullptr);
+
+    void setPages(std::shared_ptr<const ReportLayout> pages);
+    [[nodiscard]] int pageCount() const;
+    [[nodiscard]] int currentPage() const; ///< the page at the middle of the view, counted from 1; 0 without pages
+    void showPage(int page);               ///< counted from 1
+
+    [[nodiscard]] double zoom() const { return m_zoom; } ///< 1 is the size on paper
+    void setZoom(double zoom);                           ///< from 0.25 to 4
+    void fitWidth();                                     ///< now and at each change of the width, until setZoom
+
+signals:
+    void viewChanged();
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+
+private:
+    [[nodiscard]] double scale() const; // pixels a unit of the layout
+    [[nodiscard]] QSizeF pagePixels() const;
+    [[nodiscard]] double step() const; // from the top of a page to the top of the next
+    void applyZoom(double zoom);
+    void updateRange();
+
+    std::shared_ptr<const ReportLayout> m_pages;
+    double m_zoom = 1;
+    bool m_fit = true;
+};

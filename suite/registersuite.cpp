@@ -1,0 +1,18 @@
+#include "suite/miscinf.h"
+#include "suite/objecttable.h"
+#include "suite/repview.h"
+#include "suite/suitecontext.h"
+#include "suite/wexabase.h"
+#include "suite/wexamain.h"
+
+void RegisterSuiteObjects(ObjectTable &table, const SuiteContext &context)
+{
+    const auto shelf = std::make_shared<ReportShelf>();
+    table.add(QStringLiteral("WexaBase.ClsMain"),
+              [context, shelf] { return std::make_unique<WexaBase>(context, shelf); });
+    table.add(QStringLiteral("PrjWexaMainO.ClsMain"), [context] { return std::make_unique<WexaMain>(context); });
+    table.add(QStringLiteral("PrjWexaRep.RepView"),
+              [context, shelf] { return std::make_unique<RepView>(context, shelf); });
+    table.add(QStringLiteral("WexaMiscInf.ClsMain"),
+              [context, shelf] { return std::make_unique<MiscInf>(context, shelf); });
+}

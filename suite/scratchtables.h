@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QByteArrayList>
+#include <QHash>
+#include <QString>
+
+class Connection;
+
+/// Whether a table is one that a restore works with: not data of the user's.
+bool IsScratchTable(const QString &name);
+
+/// Tables that are filled beside the real ones and then take their place in one statement. What was not swapped is
+/// removed again at the end, and so is what an earlier restore that was cut off has left behind.
+class ScratchTables
+{
+public:
+    explicit ScratchTables(Connection *cnn);
+    ~ScratchTables();
+    ScratchTables(const ScratchTables &) = delete;
+    ScratchTables &operator=(const ScratchTables &) = delete;
+
+    /// Makes the scratch table for `table` by the statement that once created it. Further rows go there.
+    bool create(const QString &table, const QString &definition, int columns);
+    /// Adds rows, value by value; a null array is `Null`.
+    bool insert(const QByteArrayList &values);
+    /// Puts the scratch tables in the place of the real ones: all or none.
+    bool swap();
+
+private:
+    bool complete() const;
+    void removeAll();
+
+    struct Filled
+    {
+        QString name; // of the real table
+        qint64 rows = 0;
+    };
+
+    Connection *m_cnn;
+    QHash<QString, QString> m_existing; // spelling in the database by the name in lower case
+    QList<Filled> m_tables;
+    int m_columns = 0;
+};

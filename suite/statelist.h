@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+#include <QVector>
+
+/// One record of `Data/StateCodes.txt`.
+struct StateCode
+{
+    QString code; ///< two digits, as the return's file names the state
+    QString name;
+};
+
+/// The states of a file with one "code,name" record a line, in its order, both trimmed. Lines without a comma and a
+/// missing file give none.
+QVector<StateCode> ReadStates(const QString &file);

@@ -1,0 +1,65 @@
+#include "suite/wexamain.h"
+
+#include "controls/msgbox.h"
+#include "platform/connection.h"
+#include "platform/recordset.h"
+#include "suite/clientcode.h"
+#include "suite/version.h"
+
+#include <QApplication>
+#include <QFile>
+
+WexaMain::WexaMain(const SuiteContext &context)
+    : m_version(context.version)
+    , m_running(context.appPath + QStringLiteral("/running.lock"))
+{
+    Cnn = context.cnn;
+    SuiteCnn = context.suiteCnn;
+    AppPath = context.appPath;
+    TmpPath = context.tmpPath;
+    if (!TableNames(Cnn).contains(QStringLiteral("verinfo"))) {
+        Cnn->Execute(QStringLiteral("Create Table If Not Exists VerInfo (VerNo Varchar(50))"));
+        Cnn->Execute(QStringLiteral("Flush Tables"));
+    }
+    const bool leftOver = QFile::exists(m_running.fileName());
+    m_running.setStaleLockTime(0); // only the death of its program makes a lock stale, not its age
+    m_lastRunBroken = m_running.tryLock(0) && leftOver;
+}
+
+bool WexaMain::CreateDbFlag() const
+{
+    return !HasRows(Cnn, QStringLiteral("Select * from VerInfo"));
+}
+
+bool WexaMain::UpdateDbFlag() const
+{
+    const Field stored = FirstField(Cnn, QStringLiteral("Select * from VerInfo"));
+    return !stored.isNull() && CompareVersions(stored.text(), m_version) < 0;
+}
+
+void WexaMain::CheckForUpdates()
+{
+    MsgBox(QApplication::activeWindow(),
+           QStringLiteral("No update service is configured. This is version %1.").arg(m_version), Buttons::Ok,
+           Icon::Information);
+}
+
+void WexaMain::ShowAbout()
+{
+    MsgBox(QApplication::activeWindow(),
+           QStringLiteral("Pelk FBT, version %1\n\n"
+                          "Fringe Benefit Tax of employers in India, assessment years 2006-07 to 2010-11: expenses, "
+                          "tax, interest, payments and returns under Chapter XII-H of the Income-tax Act, 1961.\n\n"
+                          "This program is free software under the GNU General Public License, version 3 or later. "
+                          "It comes without any warranty.")
+               .arg(m_version),
+           Buttons::Ok, Icon::Information, QStringLiteral("About"));
+}
+
+void WexaMain::TerminateObj()
+{
+    m_running.unlock();
+    if (SuiteCnn != nullptr)
+        SuiteCnn->close();
+    Cnn->close();
+}
