@@ -1,0 +1,317 @@
+#include "suite/backup.h"
+#include "suite/datacare.h"
+#include "suite/repair.h"
+#include "suite/scratchtables.h"
+#include "tests/suite/suitefixture.h"
+
+#include <QBuffer>
+#include <QTemporaryDir>
+
+#include <sys/resource.h>
+
+namespace {
+
+const Progress silent = [](qint64, qint64) {};
+
+/// A disk that is full after some bytes.
+class FullDisk : public QBuffer
+{
+public:
+    explicit FullDisk(qint64 room)
+        : m_room(room)
+    {
+        open(QIODevice::WriteOnly);
+    }
+
+protected:
+    qint64 writeData(const char *bytes, qint64 count) override
+    {
+        if (pos() + count <= m_room)
+            return QBuffer::writeData(bytes, count);
+        setErrorString("No space left on device");
+        return -1;
+    }
+
+private:
+    qint64 m_room;
+};
+
+/// Peak memory of this process in kilobytes.
+long peakMemory()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
+}
+
+} // namespace
+
+/// Backup, restore and repair: what was there comes back, and nothing is lost on the way.
+class TestBackup : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void bringsBackEveryRow()
+    {
+        SuiteFixture suite(m_server);
+        fill();
+        const QStringList before = content(suite);
+        QBuffer file;
+        const BackupSummary written = write(file);
+        QCOMPARE(written.rows, 4U);
+
+        Cnn->Execute("Delete from FBT_Info");
+        Cnn->Execute("Update FBT_Detail Set Amt=1");
+        Cnn->Execute("Insert into bank_master Values (9,'LATER','','')");
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(RestoreBackup(Cnn, file, silent), Trouble());
+        QCOMPARE(content(suite), before);
+        QCOMPARE(tables(suite).filter("restore"), QStringList());
+        QCOMPARE(suite.module.logLines(), QStringList());
+    }
+
+    void keepsTableThatTheBackupDoesNotHold()
+    {
+        SuiteFixture suite(m_server);
+        QBuffer file;
+        write(file);
+        Cnn->Execute("Create Table Later (A Int)");
+        Cnn->Execute("Insert into Later Values (1)");
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(RestoreBackup(Cnn, file, silent), Trouble());
+        QCOMPARE(suite.module.rows("Select * from Later"), QStringList({"1"}));
+    }
+
+    void damagedFileIsRefused_data()
+    {
+        QTest::addColumn<QString>("damage");
+        for (const char *damage : {"empty", "cut in the middle", "cut before the checksum", "one bit in the rows",
+                                   "one bit in the checksum", "more behind the end", "not a backup", "huge length"})
+            QTest::newRow(damage) << damage;
+    }
+    void damagedFileIsRefused()
+    {
+        QFETCH(QString, damage);
+        SuiteFixture suite(m_server);
+        fill();
+        QBuffer good;
+        write(good);
+        QByteArray bytes = good.data();
+        const qsizetype checksum = 32;
+        if (damage == "empty")
+            bytes.clear();
+        else if (damage == "cut in the middle")
+            bytes.truncate(bytes.size() / 2);
+        else if (damage == "cut before the checksum")
+            bytes.chop(checksum);
+        else if (damage == "one bit in the rows")
+            bytes[bytes.size() / 2] = static_cast<char>(bytes[bytes.size() / 2] ^ 1);
+        else if (damage == "one bit in the checksum")
+            bytes.back() = static_cast<char>(bytes.back() ^ 1);
+        else if (damage == "more behind the end")
+            bytes.append('x');
+        else if (damage == "huge length")
+            bytes.replace(17, 4, "\xff\xff\xff\xf0");
+        else
+            bytes = QByteArray(5000, 'x');
+        QBuffer file(&bytes);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        BackupSummary summary;
+        QVERIFY(!VerifyBackup(file, summary, silent).isEmpty());
+
+        const QStringList before = content(suite);
+        file.seek(0);
+        QVERIFY(!RestoreBackup(Cnn, file, silent).isEmpty()); // even unchecked it changes nothing
+        QCOMPARE(content(suite), before);
+        QCOMPARE(tables(suite).filter("restore"), QStringList());
+    }
+
+    void fullDiskIsToldAtEveryPlace()
+    {
+        SuiteFixture suite(m_server);
+        fill();
+        QBuffer whole;
+        write(whole);
+        for (qint64 room = 0; room < whole.size(); room += 97) {
+            FullDisk disk(room);
+            BackupSummary summary;
+            const Trouble trouble = WriteBackup(Cnn, disk, summary, silent);
+            QVERIFY2(trouble.contains("No space left on device"), qPrintable(QString::number(room)));
+        }
+    }
+
+    void backupsNeverReplaceOneAnother()
+    {
+        SuiteFixture suite(m_server);
+        QTemporaryDir folder;
+        QStringList files;
+        for (int i = 0; i < 4; ++i) {
+            QString file;
+            QCOMPARE(BackUpToFolder(Cnn, folder.path(), file, silent), Trouble());
+            files << QFileInfo(file).fileName();
+        }
+        files.sort();
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files, QDir::Name), files); // four, and nothing unfinished
+    }
+
+    void folderThatCannotBeWrittenIsTold()
+    {
+        SuiteFixture suite(m_server);
+        QTemporaryDir folder;
+        QFile file(folder.filePath("file"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QString made;
+        QVERIFY(!BackUpToFolder(Cnn, file.fileName(), made, silent).isEmpty());
+        QCOMPARE(made, QString());
+    }
+
+    void serverLostWhileRestoringLeavesTheData()
+    {
+        SuiteFixture suite(m_server);
+        fill();
+        QBuffer file;
+        write(file);
+        Cnn->Execute("Update FBT_Info Set City='PRESENT'");
+        const QStringList present = content(suite);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        int sent = 0;
+        Cnn->setObserver([&sent](const QString &text) {
+            if (text.startsWith("Insert into `fbt_restore_new_") && ++sent == 2)
+                Cnn->close();
+        });
+        QVERIFY(!RestoreBackup(Cnn, file, silent).isEmpty());
+        Cnn->setObserver(nullptr);
+        QVERIFY(Cnn->open(Cnn->address()));
+        QVERIFY(!tables(suite).filter("restore").isEmpty());
+        RepairTables(Cnn, silent);
+        const ScratchTables next(Cnn); // the next restore clears away what was left
+        QCOMPARE(tables(suite).filter("restore"), QStringList());
+        QCOMPARE(content(suite), present);
+    }
+
+    void leftOversAreNoPartOfABackup()
+    {
+        SuiteFixture suite(m_server);
+        QBuffer plain;
+        const BackupSummary before = write(plain);
+        Cnn->Execute("Create Table fbt_restore_new_FBT_Info (A Int)");
+        QBuffer again;
+        QCOMPARE(write(again).tables, before.tables);
+    }
+
+    void memoryDoesNotGrowWithTheRows()
+    {
+        SuiteFixture suite(m_server);
+        Cnn->Execute("Insert into FBT_Info (Code_no,Name,Busnat) Select seq,Repeat('N',90),Repeat('1,',100) from "
+                     "seq_1_to_200000"); // 60 MB
+        QTemporaryDir folder;
+        QString file;
+        const long start = peakMemory();
+        QCOMPARE(BackUpToFolder(Cnn, folder.path(), file, silent), Trouble());
+        QFile backup(file);
+        QVERIFY(backup.open(QIODevice::ReadOnly));
+        QCOMPARE(RestoreBackup(Cnn, backup, silent), Trouble());
+        QCOMPARE(suite.module.rows("Select Count(*) from FBT_Info"), QStringList({"200000"}));
+        QVERIFY2(peakMemory() - start < 24 * 1024, qPrintable(QString::number(peakMemory() - start)));
+    }
+
+    void userBacksUpAndRestores()
+    {
+        SuiteFixture suite(m_server);
+        fill();
+        QTemporaryDir folder;
+        suite.answerer.answerFile(folder.path());
+        suite.base.BackUp();
+        const QStringList made = QDir(folder.path()).entryList(QDir::Files);
+        QCOMPARE(made.size(), 1);
+
+        suite.answerer.answerFile({}); // cancelled; the folder of the last backup was offered
+        suite.base.BackUp();
+        QCOMPARE(suite.answerer.fileRequests().constLast().startPath, folder.path());
+
+        Cnn->Execute("Delete from FBT_Info");
+        suite.answerer.answerFile(folder.filePath(made.first()));
+        suite.answerer.answer(Reply::Ok); // "backed up to" of the first run is answered by default
+        suite.answerer.clear();
+        suite.answerer.answerFile(folder.filePath(made.first()));
+        suite.answerer.answer(Reply::No);
+        QVERIFY(!suite.base.Restoration());
+        QCOMPARE(suite.module.rows("Select Code_no from FBT_Info"), QStringList());
+        suite.answerer.answerFile(folder.filePath(made.first()));
+        suite.answerer.answer(Reply::Yes);
+        QVERIFY(suite.base.Restoration());
+        QCOMPARE(suite.module.rows("Select Code_no from FBT_Info"), QStringList({"A1", "B'2"}));
+    }
+
+    void userIsToldOfADamagedFile()
+    {
+        SuiteFixture suite(m_server);
+        QFile file(suite.base.AppPath + "/broken.fbtbak");
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("PELKFBT-BACKUP-1\nbroken");
+        file.close();
+        suite.answerer.answerFile(file.fileName());
+        QVERIFY(!suite.base.Restoration());
+        QCOMPARE(suite.answerer.texts().size(), 1);
+        QVERIFY(suite.answerer.texts().first().contains("not a whole backup"));
+    }
+
+    void repairChecksAllAndDeletesNothing()
+    {
+        SuiteFixture suite(m_server);
+        fill();
+        const QStringList before = content(suite);
+        suite.base.RepairData(nullptr);
+        QCOMPARE(content(suite), before);
+        const QString expected =
+            QStringLiteral("%1 tables were checked. All of them are in order.").arg(tables(suite).size());
+        QCOMPARE(suite.answerer.texts(), QStringList({expected}));
+        QCOMPARE(suite.module.logLines(), QStringList());
+    }
+
+private:
+    /// Rows with all that a text can hold.
+    static void fill()
+    {
+        Cnn->Execute("Insert into FBT_Info (Code_no,Name,Busnat,SurApp) Values ('A1','O''BRIEN \\\\ SONS','1,3',''),"
+                     "('B''2',Null,'','00000')");
+        Cnn->Execute(QStringLiteral("Insert into FBT_Detail Values ('A1',2008,1,3,1,69,12000.1),"
+                                    "('\u0905\n\t\"',2008,1,-1,1,69,0.1234567890123456)"));
+    }
+
+    static BackupSummary write(QBuffer &file)
+    {
+        BackupSummary written;
+        BackupSummary read;
+        file.open(QIODevice::WriteOnly);
+        [&] { QCOMPARE(WriteBackup(Cnn, file, written, silent), Trouble()); }();
+        file.close();
+        file.open(QIODevice::ReadOnly);
+        [&] { QCOMPARE(VerifyBackup(file, read, silent), Trouble()); }();
+        file.close();
+        [&] { QVERIFY(read == written); }();
+        return written;
+    }
+
+    static QStringList tables(SuiteFixture &suite)
+    {
+        return suite.module.rows("Select TABLE_NAME from information_schema.TABLES Where TABLE_SCHEMA=Database()"
+                                 " and TABLE_NAME<>'later' Order by TABLE_NAME");
+    }
+
+    static QStringList content(SuiteFixture &suite)
+    {
+        QStringList all;
+        for (const QString &table : tables(suite)) {
+            all << suite.module.rows("Show Create Table " + table);
+            all << suite.module.rows("Select * from " + table);
+        }
+        return all;
+    }
+
+    TestServer m_server;
+};
+
+QTEST_MAIN(TestBackup)
+#include "tst_backup.moc"
