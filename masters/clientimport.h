@@ -1,0 +1,34 @@
+#pragma once
+
+#include "masters/clientrecord.h"
+
+class Connection;
+
+/// What the suite keeps of a client, brought into the shape of the client master.
+
+/// Status and residential status of a client of the suite, as places in their lists.
+struct SuiteStatus
+{
+    int position = 0;
+    int resident = 0;
+};
+
+/// A telephone number and its STD code.
+struct Telephone
+{
+    QString std;
+    QString number;
+};
+
+/// The status of a row of `Main_Info1`. What no rule names is an individual.
+/// @param status `status` of the row
+/// @param stat the status word of the client list, which tells the associations apart
+/// @param mrr `MRR` is 1: for companies and families, that they are not resident
+SuiteStatus MapSuiteStatus(int status, const QString &stat, bool mrr);
+
+/// "011-23456789" into "011" and "23456789". Without a "-" the whole is the number.
+Telephone SplitTelephone(const QString &phone);
+
+/// A client of the suite by its code, with the texts `name` and `stat` of the client list. Of a client that has no
+/// further data there, only code and name are filled.
+ClientRecord ReadSuiteClient(Connection *suite, const QString &code, const QString &name, const QString &stat);

@@ -1,0 +1,108 @@
+#include "masters/clientrecord.h"
+
+#include "platform/recordset.h"
+
+namespace {
+
+/// A column's value as it stands in a statement.
+QString valueText(const ClientRecord &client, int position)
+{
+    switch (position) {
+    case ClientRecord::Status:
+        return client[position];
+    case ClientRecord::SignName:
+    case ClientRecord::SignPost:
+        return QStringLiteral("''");
+    default:
+        return Sql("'", client[position], "'");
+    }
+}
+
+void appendCodes(QStringList &codes, const QString &query, Connection *cnn)
+{
+    Recordset rows;
+    for (rows.Open(query, cnn); !rows.Eof(); rows.MoveNext())
+        codes << rows.Fields(0).text();
+}
+
+} // namespace
+
+std::optional<ClientRecord> ReadClient(Connection *cnn, const QString &code)
+{
+    Recordset info;
+    if (!info.Open(Sql("Select * from FBT_Info where code_no='", code, "'"), cnn) || info.Eof())
+        return std::nullopt;
+    ClientRecord client;
+    for (int position = 0; position < ClientRecord::Count; ++position)
+        client[position] = info.Fields(position).text();
+    client.surApp = info.Fields(u"SurApp").text();
+    return client;
+}
+
+QString InsertClientText(const ClientRecord &client)
+{
+    QString text = Sql("Insert into FBT_Info Values ('", client[ClientRecord::Code], "'");
+    for (int position = 1; position < ClientRecord::Count; ++position)
+        text += Sql(",", valueText(client, position));
+    return text + Sql(",'','','", client.surApp, "')");
+}
+
+QString UpdateClientText(const ClientRecord &client, const QStringList &columns, const QString &editCode)
+{
+    QString text = Sql("Update FBT_Info Set code_no = '", client[ClientRecord::Code], "'");
+    for (int position = 1; position < ClientRecord::Count; ++position)
+        text += Sql(",", columns.value(position), " = ", valueText(client, position));
+    return text + Sql(",SurApp='", client.surApp, "' where code_no='", editCode, "'");
+}
+
+QStringList ClientColumns(Connection *cnn)
+{
+    Recordset info;
+    info.Open(QStringLiteral("Select * from FBT_Info Limit 0"), cnn);
+    QStringList names;
+    for (int i = 0; i < info.FieldCount(); ++i)
+        names << info.FieldName(i);
+    return names;
+}
+
+QSet<double> NatureNumbers(const QString &busnat)
+{
+    QSet<double> numbers;
+    if (busnat.isEmpty())
+        return numbers;
+    for (const QString &number : busnat.split(u','))
+        numbers.insert(Val(number));
+    return numbers;
+}
+
+QStringList ExistingCodes(Connection *cnn)
+{
+    QStringList codes;
+    appendCodes(codes, QStringLiteral("Select Code_No from FBT_Info"), cnn);
+    appendCodes(codes, QStringLiteral("Select Code_No from biller"), cnn);
+    return codes;
+}
+
+QString PinCodeFault(const QString &pin)
+{
+    constexpr int digits = 6;
+    if (pin.isEmpty())
+        return {};
+    if (pin.contains(u' '))
+        return QStringLiteral("Pin Code can not contain Spaces.");
+    return pin.size() == digits ? QString() : QStringLiteral("Pin Code should be 6 digit Number.");
+}
+
+QString AddressLine(const QStringList &parts, const QString &pin)
+{
+    QString line;
+    for (const QString &part : parts) {
+        const QString trimmed = part.trimmed();
+        if (trimmed.isEmpty())
+            continue;
+        if (!line.isEmpty())
+            line += QStringLiteral(", ");
+        line += trimmed;
+    }
+    return pin.isEmpty() ? line : line + u'-' + pin;
+}

@@ -1,0 +1,530 @@
+#include "masters/frmclinfo.h"
+
+#include "controls/incremental.h"
+#include "controls/matchlist.h"
+#include "controls/uiarray.h"
+#include "frame/context/errortail.h"
+#include "frame/context/modbase.h"
+#include "masters/clientimport.h"
+#include "masters/clientstatus.h"
+#include "platform/recordset.h"
+
+#include "ui_frmclinfo.h"
+
+#include <QApplication>
+
+namespace {
+
+constexpr int EnterKey = 13;
+constexpr int EscapeKey = 27;
+
+const QString on = QStringLiteral("-1");
+const QString off = QStringLiteral("0");
+
+enum NatureColumn { NatDesc, NatTick, NatId };
+enum SurchargeColumn { Year, Threshold, Applies };
+enum SuiteColumn { SuiteCode, SuiteName, SuiteStat };
+
+/// The hourglass, as long as this lives.
+class Hourglass
+{
+public:
+    Hourglass() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~Hourglass() { QApplication::restoreOverrideCursor(); }
+    Hourglass(const Hourglass &) = delete;
+    Hourglass &operator=(const Hourglass &) = delete;
+};
+
+Connection *suiteConnection()
+{
+    return MainObj == nullptr ? nullptr : MainObj->SuiteCnn;
+}
+
+/// Selects an entry that the data names; a place that the list does not have is a fault.
+void selectPlace(QComboBox *combo, double place)
+{
+    if (place < 0 || place >= combo->count())
+        throw FaultError(FaultNumber::IndexOutOfRange, QStringLiteral("Invalid property array index"));
+    combo->setCurrentIndex(static_cast<int>(place));
+}
+
+int storedStatusPosition(const QString &clStatus)
+{
+    return clStatus.isEmpty() ? -1 : StatusPosition(static_cast<int>(Val(clStatus)));
+}
+
+} // namespace
+
+frmclinfo::frmclinfo(QWidget *parent)
+    : Screen(QStringLiteral("frmclinfo"), parent)
+    , ui(std::make_unique<Ui::frmclinfo>())
+    , List2(new MatchList(this))
+{
+    ui->setupUi(this);
+    txtfields = ControlArray<QLineEdit>(this, QStringLiteral("txtfields"));
+    List2->setObjectName(QStringLiteral("List2"));
+    List2->setMode(MatchList::Mode::Filter);
+    ui->cbostat->addItems(StatusNames());
+    new IncrementalSearch(ui->Combo1);
+    constexpr int stateColumn = 50;
+    ui->Combo1->lineEdit()->setMaxLength(stateColumn);
+    prepareGrids();
+    connectControls();
+    ui->fammaininfo->hide();
+    ui->Frame1->hide();
+}
+
+frmclinfo::~frmclinfo() = default;
+
+void frmclinfo::prepareGrids()
+{
+    ui->vsfn->setFixedRows(0);
+    ui->vsfn->setCols(NatId + 1);
+    ui->vsfn->setColHidden(NatId, true);
+    ui->vsfn->setColCheck(NatTick);
+    ui->vsfn->setStretchCol(NatDesc);
+    ui->vsfn->setEditable([](int, int col) { return col == NatTick; });
+
+    ui->vsfs->setCaptions(
+        {QStringLiteral("Assessment Year"), QStringLiteral("Income above"), QStringLiteral("Surcharge")});
+    ui->vsfs->setFixedRows(1);
+    ui->vsfs->setColCheck(Applies);
+    ui->vsfs->setStretchCol(Threshold);
+    ui->vsfs->setEditable(
+        [this](int row, int col) { return col == Applies && ui->vsfs->TextMatrix(row, Threshold) != u"N/A"; });
+
+    ui->vsf->setCaptions({QStringLiteral("Code"), QStringLiteral("Name"), QStringLiteral("Status"),
+                          QStringLiteral("Group Code"), QStringLiteral("PAN"), QStringLiteral("Address")});
+    ui->vsf->setFixedRows(1);
+    ui->vsf->setStretchCol(ui->vsf->Cols() - 1);
+}
+
+void frmclinfo::connectControls()
+{
+    connect(ui->cmdadd, &QPushButton::clicked, this, &frmclinfo::CMDADD_CLICK);
+    connect(ui->cmdmodify, &QPushButton::clicked, this, &frmclinfo::CMDMODIFY_CLICK);
+    connect(ui->cmddelete, &QPushButton::clicked, this, &frmclinfo::CMDDELETE_CLICK);
+    connect(ui->cmdupdate, &QPushButton::clicked, this, &frmclinfo::CMDUPDATE_CLICK);
+    connect(ui->cmdcancel, &QPushButton::clicked, this, &frmclinfo::CMDCANCEL_CLICK);
+    connect(ui->cmdexit, &QPushButton::clicked, this, &frmclinfo::CMDEXIT_CLICK);
+    connect(ui->cmdimpcl, &QPushButton::clicked, this, &frmclinfo::CMDIMPCL_CLICK);
+    connect(ui->Command1, &QPushButton::clicked, this, &frmclinfo::COMMAND1_CLICK);
+    connect(ui->Command2, &QPushButton::clicked, this, &frmclinfo::COMMAND2_CLICK);
+    connect(ui->cbostat, &QComboBox::currentIndexChanged, this, &frmclinfo::CBOSTAT_CLICK);
+    connect(ui->ClGrd1, &ClGrd::DblClick, this, &frmclinfo::CMDMODIFY_CLICK);
+    connect(ui->ClGrd1, &ClGrd::KeyPress, this, &frmclinfo::CLGRD1_KEYPRESS);
+    connect(ui->vsf, &Grid::keyPress, this, &frmclinfo::VSF_KEYPRESS);
+    for (const int index : {ClientRecord::Pan, ClientRecord::Pin, ClientRecord::Born})
+        setLeaveCheck(txtfields[index], [this, index] { return TXTFIELDS_VALIDATE(index); });
+}
+
+void frmclinfo::FORM_LOAD()
+{
+    const ErrorTail tail(this, "FORM_LOAD");
+    Base->Resize_For_Resolution(this);
+    ui->ClGrd1->DispClGrid();
+    ui->ClGrd1->SelectLastClient();
+    LOADNATURES();
+    ui->cmdimpcl->setEnabled(suiteConnection() != nullptr);
+    if (suiteConnection() != nullptr)
+        LOADCLIENTS();
+    SETBUTTON(false);
+    Base->LoadStateList(ui->Combo1);
+}
+
+bool frmclinfo::FORM_UNLOAD()
+{
+    return askExit();
+}
+
+bool frmclinfo::FORM_KEYPRESS(int asciiKey)
+{
+    const ErrorTail tail(this, "FORM_KEYPRESS");
+    if (asciiKey != EscapeKey)
+        return Screen::FORM_KEYPRESS(asciiKey);
+    if (!ui->Frame1->isHidden()) {
+        ui->Frame1->hide();
+        ui->fammaininfo->show();
+        txtfields[ClientRecord::Code]->setFocus();
+    } else if (!ui->fammaininfo->isHidden()) {
+        if (MsgBox(this, "You are currently editing a record. Do you want to exit now ?", Buttons::YesNo,
+                   Icon::Question) == Reply::Yes)
+            CMDCANCEL_CLICK();
+    } else {
+        Unload();
+    }
+    return true;
+}
+
+void frmclinfo::SETBUTTON(bool Adding)
+{
+    const ErrorTail tail(this, "SETBUTTON");
+    ui->Frame1->hide();
+    ui->famgrd->setVisible(!Adding);
+    ui->fammaininfo->setVisible(Adding);
+    List2->hide();
+    if (!Adding)
+        return;
+    listCodes();
+    txtfields[ClientRecord::Code]->setFocus();
+}
+
+/// From here on the codes that begin with what is typed show under the code field.
+void frmclinfo::listCodes()
+{
+    List1 = ExistingCodes(Cnn);
+    std::vector<MatchList::Item> items;
+    for (const QString &code : List1)
+        items.push_back({code, code});
+    List2->setItems(items);
+    List2->showUnder(txtfields[ClientRecord::Code]);
+}
+
+void frmclinfo::LOADNATURES()
+{
+    const ErrorTail tail(this, "LOADNATURES");
+    ui->vsfn->clearBody();
+    Recordset natures;
+    natures.Open(QStringLiteral("Select * from FBT_Nature Order by SrNo"), Cnn);
+    for (; !natures.Eof(); natures.MoveNext())
+        ui->vsfn->AddItem({natures.Fields(u"NatDesc").text(), off, natures.Fields(u"SrNo").text()});
+}
+
+void frmclinfo::LOADCLIENTS()
+{
+    const ErrorTail tail(this, "LOADCLIENTS");
+    ui->vsf->setRedraw(false);
+    ui->vsf->clearBody();
+    Recordset clients;
+    clients.Open(QStringLiteral("select codeno,name,stat,grcd,pan,addr from tempcltbl"), suiteConnection());
+    for (; !clients.Eof(); clients.MoveNext()) {
+        QStringList cells;
+        for (int col = 0; col < ui->vsf->Cols(); ++col)
+            cells << clients.Fields(col).text();
+        ui->vsf->AddItem(cells);
+    }
+    ui->vsf->Sort(SuiteName);
+    ui->vsf->setRedraw(true);
+    ui->vsf->fitColumns();
+    ui->vsf->setRow(ui->vsf->FixedRows());
+    ui->vsf->showAtTop(ui->vsf->Row());
+}
+
+// --- the record on the screen ---
+
+void frmclinfo::LOADDATA()
+{
+    const ErrorTail tail(this, "LOADDATA");
+    m_builtStatus.clear();
+    m_surApp.clear();
+    ClientRecord client;
+    if (EditMode)
+        client = ReadClient(Cnn, EditCode).value_or(client);
+    showRecord(client);
+    m_surApp = client.surApp;
+    rebuildSurcharge();
+}
+
+/// Fills all fields; those that are empty in the record are cleared.
+void frmclinfo::showRecord(const ClientRecord &client)
+{
+    ErrorTail tail(this, "LOADDATA");
+    for (const auto &[position, field] : txtfields)
+        field->setText(client[position]);
+    ui->Combo1->setCurrentIndex(ui->Combo1->findText(client[ClientRecord::State], Qt::MatchExactly));
+    ui->Combo1->setEditText(client[ClientRecord::State]);
+    ui->cbostat->setCurrentIndex(storedStatusPosition(client[ClientRecord::Status]));
+    ui->Check1->setChecked(Val(client[ClientRecord::Audit]) != 0);
+    const QSet<double> natures = NatureNumbers(client[ClientRecord::Natures]);
+    for (int row = 0; row < ui->vsfn->Rows(); ++row)
+        ui->vsfn->setTextMatrix(row, NatTick, natures.contains(Val(ui->vsfn->TextMatrix(row, NatId))) ? on : off);
+    ui->cboresst->setCurrentIndex(0);
+    tail([&] { selectPlace(ui->cboresst, Val(client[ClientRecord::Resident])); });
+}
+
+QString frmclinfo::typedCode() const
+{
+    return txtfields.at(ClientRecord::Code)->text();
+}
+
+ClientRecord frmclinfo::typedRecord() const
+{
+    ClientRecord client;
+    for (const auto &[position, field] : txtfields)
+        client[position] = field->text();
+    client[ClientRecord::State] = ui->Combo1->currentText();
+    client[ClientRecord::Status] = QString::number(StatusCode(ui->cbostat->currentIndex()));
+    client[ClientRecord::Audit] = ui->Check1->isChecked() ? QStringLiteral("1") : QStringLiteral("0");
+    client[ClientRecord::Resident] = QString::number(ui->cboresst->currentIndex());
+    QStringList natures;
+    for (int row = 0; row < ui->vsfn->Rows(); ++row) {
+        if (natureTicked(row))
+            natures << ui->vsfn->TextMatrix(row, NatId);
+    }
+    client[ClientRecord::Natures] = natures.join(u',');
+    QStringList applies;
+    for (int row = ui->vsfs->FixedRows(); row < ui->vsfs->Rows(); ++row)
+        applies << ui->vsfs->TextMatrix(row, Applies);
+    client.surApp = SurAppText(applies);
+    return client;
+}
+
+void frmclinfo::rebuildSurcharge()
+{
+    m_builtStatus = QStringLiteral("-2");
+    CBOSTAT_CLICK();
+}
+
+void frmclinfo::CBOSTAT_CLICK()
+{
+    const ErrorTail tail(this, "CBOSTAT_CLICK");
+    const int position = ui->cbostat->currentIndex();
+    if (!m_builtStatus.isEmpty() && Val(m_builtStatus) == position)
+        return;
+    m_builtStatus = QString::number(position);
+    ui->vsfs->clearBody();
+    for (const SurchargeRow &row : SurchargeRows(position, m_surApp))
+        ui->vsfs->AddItem({row.year, row.threshold, row.applies});
+}
+
+// --- natures ---
+
+bool frmclinfo::natureTicked(int row) const
+{
+    return Val(ui->vsfn->TextMatrix(row, NatTick)) != 0;
+}
+
+int frmclinfo::tickedNatures() const
+{
+    int count = 0;
+    for (int row = 0; row < ui->vsfn->Rows(); ++row)
+        count += natureTicked(row) ? 1 : 0;
+    return count;
+}
+
+bool frmclinfo::CHECKNATURES()
+{
+    const ErrorTail tail(this, "CHECKNATURES");
+    for (int row = 0; EditMode && row < ui->vsfn->Rows(); ++row) {
+        if (!natureTicked(row) && !askDeleteNature(row))
+            ui->vsfn->setTextMatrix(row, NatTick, on);
+    }
+    const int count = tickedNatures();
+    if (count == 0) {
+        refuse("Please Select a Nature of Employer.", ui->vsfn);
+        return false;
+    }
+    return count > 1 || !EditMode || askDropConsolidated();
+}
+
+/// What a client has of a nature that is not his any more goes with his consent only. False: the nature stays.
+bool frmclinfo::askDeleteNature(int row)
+{
+    const QString nature = ui->vsfn->TextMatrix(row, NatId);
+    const QString details = Sql(" Where Code_No='", EditCode, "' and NatId = ", nature);
+    if (!HasRows(Cnn, Sql("Select * from FBT_Detail", details)) &&
+        !HasRows(Cnn, Sql("Select * from FBT_SalDet", details)))
+        return true;
+    const QString question = Sql("Do you want to Delete Details of '", ui->vsfn->TextMatrix(row, NatDesc), "'?");
+    if (MsgBox(this, question, Buttons::YesNo, Icon::Question, {}, 2) != Reply::Yes)
+        return false;
+    Cnn->Execute(Sql("Delete from FBT_Detail", details));
+    Cnn->Execute(Sql("Delete from FBT_SalDet", details));
+    Cnn->Execute(QStringLiteral("Flush Tables"));
+    return true;
+}
+
+/// With one nature left there is nothing to consolidate. False: the user keeps the consolidated details.
+bool frmclinfo::askDropConsolidated()
+{
+    const QString details = Sql("FBT_Detail Where Code_No='", EditCode, "' and NatId = -1");
+    if (!HasRows(Cnn, Sql("Select * from ", details)))
+        return true;
+    if (MsgBox(this,
+               QStringLiteral("You have Selected only One Nature of Business. All the Details of Consolidated Expenses "
+                              "will be Deleted. Do you want to Continue?"),
+               Buttons::YesNo, Icon::Question) != Reply::Yes)
+        return false;
+    Cnn->Execute(Sql("Delete from ", details));
+    Cnn->Execute(QStringLiteral("Flush Tables"));
+    return true;
+}
+
+// --- saving and deleting ---
+
+void frmclinfo::refuse(const QString &message, QWidget *field)
+{
+    MsgBox(this, message, Buttons::Ok, Icon::Exclamation);
+    field->setFocus();
+}
+
+/// The shortcut key of the button presses it while the focus is still in a field, which is checked first.
+bool frmclinfo::fieldMayBeLeft()
+{
+    const QWidget *field = currentField();
+    ui->cmdupdate->setFocus();
+    return field == nullptr || field == ui->cmdupdate || !field->hasFocus();
+}
+
+bool frmclinfo::mayTakeCode()
+{
+    const bool isNew = !EditMode || typedCode() != EditCode;
+    if (isNew && List1.contains(typedCode())) {
+        refuse("Duplicate Code Entered.", txtfields[ClientRecord::Code]);
+        return false;
+    }
+    if (typedCode().trimmed().isEmpty()) {
+        refuse("Code_No is not valid", txtfields[ClientRecord::Code]);
+        return false;
+    }
+    return true;
+}
+
+void frmclinfo::CMDUPDATE_CLICK()
+{
+    const ErrorTail tail(this, "CMDUPDATE_CLICK");
+    if (!fieldMayBeLeft() || !mayTakeCode())
+        return;
+    if (txtfields[ClientRecord::Name]->text().trimmed().isEmpty())
+        return refuse("Please Enter Name of Employer.", txtfields[ClientRecord::Name]);
+    if (ui->cbostat->currentIndex() < 0) {
+        refuse("Please Select Status of Employer.", ui->cbostat);
+        return ui->cbostat->showPopup();
+    }
+    if (!CHECKNATURES())
+        return;
+    const bool saved = UPDATEDATA();
+    const Hourglass wait;
+    // A client whose row kept the old code must keep its data under that code too.
+    if (saved && EditMode && typedCode() != EditCode)
+        Base->ChangeCode(EditCode, typedCode());
+    SETBUTTON(false);
+    Base->code = typedCode();
+    ui->ClGrd1->DispClGrid();
+    ui->ClGrd1->SelectLastClient();
+    ui->ClGrd1->setFocus();
+}
+
+bool frmclinfo::UPDATEDATA()
+{
+    const ErrorTail tail(this, "UPDATEDATA");
+    const ClientRecord client = typedRecord();
+    const bool saved =
+        Cnn->Execute(EditMode ? UpdateClientText(client, ClientColumns(Cnn), EditCode) : InsertClientText(client));
+    Cnn->Execute(QStringLiteral("Flush Tables"));
+    return saved;
+}
+
+void frmclinfo::CMDDELETE_CLICK()
+{
+    const ErrorTail tail(this, "CMDDELETE_CLICK");
+    if (ui->ClGrd1->Row() < 1)
+        return;
+    if (MsgBox(this, "Do you want to delete this record ?", Buttons::YesNo, Icon::Question) != Reply::Yes)
+        return;
+    if (MsgBox(this, "It will delete all other data relating to client", Buttons::OkCancel, Icon::Exclamation) !=
+        Reply::Ok)
+        return;
+    EditCode = ui->ClGrd1->TextMatrix(ui->ClGrd1->Row(), 0);
+    const Hourglass wait;
+    Base->DeleteClient(EditCode);
+    ui->ClGrd1->DispClGrid();
+    ui->ClGrd1->SelectLastClient();
+}
+
+void frmclinfo::CMDADD_CLICK()
+{
+    const ErrorTail tail(this, "CMDADD_CLICK");
+    EditMode = false;
+    LOADDATA();
+    SETBUTTON(true);
+}
+
+void frmclinfo::CMDMODIFY_CLICK()
+{
+    const ErrorTail tail(this, "CMDMODIFY_CLICK");
+    if (ui->ClGrd1->Row() < 1)
+        return;
+    EditCode = ui->ClGrd1->TextMatrix(ui->ClGrd1->Row(), 0);
+    EditMode = true;
+    LOADDATA();
+    SETBUTTON(true);
+}
+
+void frmclinfo::CMDCANCEL_CLICK()
+{
+    const ErrorTail tail(this, "CMDCANCEL_CLICK");
+    SETBUTTON(false);
+    ui->ClGrd1->setFocus();
+}
+
+void frmclinfo::CMDEXIT_CLICK()
+{
+    Unload();
+}
+
+void frmclinfo::CLGRD1_KEYPRESS(int KeyAscii)
+{
+    if (KeyAscii == EnterKey)
+        CMDMODIFY_CLICK();
+}
+
+// --- import ---
+
+void frmclinfo::CMDIMPCL_CLICK()
+{
+    const ErrorTail tail(this, "CMDIMPCL_CLICK");
+    if (ui->vsf->Rows() > ui->vsf->FixedRows())
+        ui->vsf->setRow(ui->vsf->FixedRows());
+    ui->fammaininfo->hide();
+    ui->Frame1->show();
+    ui->vsf->setFocus();
+}
+
+void frmclinfo::COMMAND1_CLICK()
+{
+    ErrorTail tail(this, "COMMAND1_CLICK");
+    const int row = ui->vsf->Row();
+    if (row < 1)
+        return;
+    m_builtStatus.clear();
+    tail([&] {
+        showRecord(ReadSuiteClient(suiteConnection(), ui->vsf->TextMatrix(row, SuiteCode),
+                                   ui->vsf->TextMatrix(row, SuiteName), ui->vsf->TextMatrix(row, SuiteStat)));
+    });
+    ui->Frame1->hide();
+    ui->fammaininfo->show();
+    txtfields[ClientRecord::Code]->setFocus();
+    rebuildSurcharge();
+}
+
+void frmclinfo::COMMAND2_CLICK()
+{
+    FORM_KEYPRESS(EscapeKey);
+}
+
+void frmclinfo::VSF_KEYPRESS(int KeyAscii)
+{
+    if (KeyAscii == EnterKey)
+        COMMAND1_CLICK();
+}
+
+// --- fields ---
+
+bool frmclinfo::TXTFIELDS_VALIDATE(int Index)
+{
+    const ErrorTail tail(this, "TXTFIELDS_VALIDATE");
+    QLineEdit *field = txtfields[Index];
+    if (Index == ClientRecord::Born) {
+        field->setText(Base->ConvertDate(field->text()));
+        return true;
+    }
+    QString fault;
+    if (Index == ClientRecord::Pin)
+        fault = PinCodeFault(field->text());
+    else if (!Base->ValidPan(field->text()))
+        fault = QStringLiteral("PAN No is not Valid.");
+    if (!fault.isEmpty())
+        MsgBox(this, fault, Buttons::Ok, Icon::Exclamation);
+    return fault.isEmpty();
+}

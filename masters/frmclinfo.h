@@ -1,0 +1,81 @@
+#pragma once
+
+#include "controls/screen.h"
+#include "masters/clientrecord.h"
+
+#include <map>
+#include <memory>
+
+class MatchList;
+class QLineEdit;
+
+namespace Ui {
+class frmclinfo;
+}
+
+/// "Employer Details": keeps the row of `FBT_Info` of each employer, with the natures of business that decide the
+/// rates and the years in which surcharge applies, and takes over an employer from the suite's own client tables.
+///
+/// One of three frames shows: the list (`famgrd`), the edit (`fammaininfo`) and the choice of a client of the suite
+/// (`Frame1`).
+class frmclinfo : public Screen
+{
+    Q_OBJECT
+
+public:
+    explicit frmclinfo(QWidget *parent = nullptr);
+    ~frmclinfo() override;
+
+    void FORM_LOAD() override;
+    bool FORM_UNLOAD() override;
+    bool FORM_KEYPRESS(int asciiKey) override;
+
+private:
+    void connectControls();
+    void prepareGrids();
+
+    void SETBUTTON(bool Adding);
+    void LOADNATURES();
+    void LOADCLIENTS();
+    void LOADDATA();
+    bool CHECKNATURES();
+    bool UPDATEDATA();
+
+    void CMDADD_CLICK();
+    void CMDMODIFY_CLICK();
+    void CMDDELETE_CLICK();
+    void CMDUPDATE_CLICK();
+    void CMDCANCEL_CLICK();
+    void CMDEXIT_CLICK();
+    void CMDIMPCL_CLICK();
+    void COMMAND1_CLICK();
+    void COMMAND2_CLICK();
+    void CBOSTAT_CLICK();
+    void CLGRD1_KEYPRESS(int KeyAscii);
+    void VSF_KEYPRESS(int KeyAscii);
+    bool TXTFIELDS_VALIDATE(int Index);
+
+    void showRecord(const ClientRecord &client);
+    [[nodiscard]] ClientRecord typedRecord() const;
+    [[nodiscard]] QString typedCode() const;
+    void rebuildSurcharge();
+
+    void listCodes();
+    bool fieldMayBeLeft();
+    bool mayTakeCode();
+    bool askDeleteNature(int row);
+    bool askDropConsolidated();
+    void deleteDetails(const QString &nature);
+    [[nodiscard]] bool natureTicked(int row) const;
+    [[nodiscard]] int tickedNatures() const;
+    void refuse(const QString &message, QWidget *field);
+
+    std::unique_ptr<Ui::frmclinfo> ui;
+    std::map<int, QLineEdit *> txtfields;
+    MatchList *List2;
+    QStringList List1;     // codes that a client must not take
+    QString EditCode;      // of the record being edited or deleted
+    bool EditMode = false; // true: modify, false: add
+    QString m_surApp;      // as last loaded
+    QString m_builtStatus; // the status position that vsfs was built for; empty: none yet
+};
