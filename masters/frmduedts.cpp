@@ -1,0 +1,281 @@
+#include "masters/frmduedts.h"
+#include "ui_frmduedts.h"
+
+#include "frame/context/errortail.h"
+#include "frame/context/modbase.h"
+#include "masters/duedatestore.h"
+#include "masters/duedatewindows.h"
+#include "masters/gridlook.h"
+#include "masters/yearlist.h"
+#include "platform/dates.h"
+
+namespace {
+
+constexpr int dateColumn = 1; // the original date; in the list of instalments the only one
+constexpr int extendedColumn = 2;
+constexpr int notificationColumn = 3;
+constexpr int notificationLength = 255;
+constexpr int particularWidth = 300;
+constexpr int dateWidth = 130;
+
+void setParticulars(Grid *grid, const QStringList &particulars)
+{
+    grid->clearBody();
+    for (const QString &particular : particulars)
+        grid->AddItem({particular});
+}
+
+void setUpDates(Grid *grid)
+{
+    grid->setCols(notificationColumn + 1);
+    grid->setCaptions({QObject::tr("Particular"), QObject::tr("Original Due Date"), QObject::tr("Extended Due Date"),
+                       QObject::tr("Notification No.")});
+    grid->setColWidth(0, particularWidth);
+    grid->setColWidth(dateColumn, dateWidth);
+    grid->setColWidth(extendedColumn, dateWidth);
+    grid->setStretchCol(notificationColumn);
+}
+
+void showDates(Grid *grid, const DueDateRows &rows)
+{
+    int row = 1;
+    for (const DueDateRow &dates : rows) {
+        grid->setTextMatrix(row, dateColumn, dates.original);
+        grid->setTextMatrix(row, extendedColumn, dates.extended);
+        grid->setTextMatrix(row++, notificationColumn, dates.notification);
+    }
+}
+
+DueDateRows typedDates(const Grid *grid)
+{
+    DueDateRows rows;
+    int row = 1;
+    for (DueDateRow &dates : rows) {
+        dates = {grid->TextMatrix(row, dateColumn), grid->TextMatrix(row, extendedColumn),
+                 grid->TextMatrix(row, notificationColumn)};
+        ++row;
+    }
+    return rows;
+}
+
+InstalmentDates typedInstalments(const Grid *grid)
+{
+    InstalmentDates dates;
+    int row = 1;
+    for (QString &date : dates)
+        date = grid->TextMatrix(row++, dateColumn);
+    return dates;
+}
+
+} // namespace
+
+frmduedts::frmduedts(QWidget *parent)
+    : Screen(QStringLiteral("frmduedts"), parent)
+    , ui(std::make_unique<Ui::frmduedts>())
+{
+    ui->setupUi(this);
+    setUpGrid(ui->vsf);
+    setUpGrid(ui->vsf1);
+    ui->vsf->setEditable([this](int, int col) { return VSF_BEFOREEDIT(col); });
+    ui->vsf1->setEditable([this](int, int col) { return VSF1_BEFOREEDIT(col); });
+    ui->vsf->setValidateEdit([this](int row, int col, QString &text) { return VSF_VALIDATEEDIT(row, col, text); });
+    ui->vsf1->setValidateEdit([this](int row, int col, QString &text) { return VSF1_VALIDATEEDIT(row, col, text); });
+    setUpDates(ui->vsf);
+    connect(ui->Combo4, &QComboBox::currentIndexChanged, this, &frmduedts::COMBO4_CLICK);
+    connect(ui->cmdsave, &QAbstractButton::clicked, this, [this] { SAVEGRID(); });
+    connect(ui->cmdback, &QAbstractButton::clicked, this, [this] { FORM_KEYPRESS(27); });
+}
+
+frmduedts::~frmduedts() = default;
+
+void frmduedts::setUpGrid(Grid *grid)
+{
+    grid->setFixedCols(1);
+    WrapRows(grid);
+    grid->setSelectionBehavior(QAbstractItemView::SelectItems);
+    connect(grid, &Grid::enterCell, this, [grid](int row, int col) {
+        if (row > 0 && col > 0 && grid->hasFocus())
+            grid->EditCell();
+    });
+}
+
+void frmduedts::FORM_LOAD()
+{
+    ErrorTail tail(this, "FORM_LOAD");
+    Base->Resize_For_Resolution(this);
+    FillYears(ui->Combo4);
+    SelYear = 0;
+    SelectYear(ui->Combo4, lastMasterYear);
+    LOADGRID();
+}
+
+bool frmduedts::FORM_UNLOAD()
+{
+    ErrorTail tail(this, "FORM_UNLOAD");
+    return maySaveChanges();
+}
+
+void frmduedts::COMBO4_CLICK()
+{
+    ErrorTail tail(this, "COMBO4_CLICK");
+    if (SelectedYear(ui->Combo4) != SelYear && SelYear != 0 && !maySaveChanges()) {
+        SelectYear(ui->Combo4, SelYear);
+        return;
+    }
+    LOADGRID();
+}
+
+/// Asks whether to save the year in hand. False when it was to be saved and could not be.
+bool frmduedts::maySaveChanges()
+{
+    const QString question = "Do you want to Save Changes Made in A.Y. " + YearLabel(SelYear) + "?";
+    return MsgBox(this, question, Buttons::YesNo, Icon::Question, "Confirmation") != Reply::Yes || SAVEGRID();
+}
+
+void frmduedts::LOADGRID()
+{
+    ErrorTail tail(this, "LOADGRID");
+    const int year = SelectedYear(ui->Combo4);
+    if (year == SelYear)
+        return;
+    SelYear = year;
+    setParticulars(ui->vsf, {"Company", "Partnership Firm Whose accounts are required to be Audited",
+                             "Other than Company and Partnership Firm Whose accounts are required to be Audited",
+                             "Any Other Assessee"});
+    showDates(ui->vsf, ReturnDueDates(Cnn, year));
+    if (HasQuarterDates(year))
+        setUpQuarters();
+    else
+        setUpInstalments();
+    for (Grid *grid : {ui->vsf, ui->vsf1})
+        grid->setCell(1, grid == ui->vsf || HasQuarterDates(year) ? extendedColumn : dateColumn);
+}
+
+void frmduedts::setUpQuarters()
+{
+    setUpDates(ui->vsf1);
+    setParticulars(ui->vsf1, {"April - June", "July - September", "October - December", "January - March"});
+    showDates(ui->vsf1, QuarterDueDates(Cnn, SelYear));
+}
+
+void frmduedts::setUpInstalments()
+{
+    ui->vsf1->setCols(dateColumn + 1);
+    ui->vsf1->setCaptions({tr("Installment"), tr("Date")});
+    ui->vsf1->setStretchCol(-1);
+    ui->vsf1->setColWidth(0, particularWidth);
+    ui->vsf1->setColWidth(dateColumn, dateWidth);
+    setParticulars(ui->vsf1, {"Ist", "IInd", "IIIrd", "IVth"});
+    int row = 1;
+    for (const QString &date : InstalmentDueDates(Cnn, SelYear))
+        ui->vsf1->setTextMatrix(row++, dateColumn, date);
+}
+
+// --- editing ---
+
+bool frmduedts::VSF_BEFOREEDIT(int col) const
+{
+    return col > dateColumn;
+}
+
+bool frmduedts::VSF1_BEFOREEDIT(int col) const
+{
+    return HasQuarterDates(SelYear) ? col > dateColumn : col > 0;
+}
+
+bool frmduedts::VSF_VALIDATEEDIT(int row, int col, QString &text)
+{
+    ErrorTail tail(this, "VSF_VALIDATEEDIT");
+    return validate(ui->vsf, row, col, text);
+}
+
+bool frmduedts::VSF1_VALIDATEEDIT(int row, int col, QString &text)
+{
+    ErrorTail tail(this, "VSF1_VALIDATEEDIT");
+    return validate(ui->vsf1, row, col, text);
+}
+
+bool frmduedts::validate(const Grid *grid, int row, int col, QString &text)
+{
+    if (!isLoaded())
+        return true; // the screen goes, and an open cell with it
+    if (col == notificationColumn) {
+        text.truncate(notificationLength);
+        return true;
+    }
+    text = withDefault(grid, row, Base->ConvertDate(text));
+    const QString message = messageFor(grid, row, col, text);
+    if (!message.isEmpty())
+        MsgBox(this, message, Buttons::Ok, Icon::Exclamation);
+    return message.isEmpty();
+}
+
+bool frmduedts::holdsInstalments(const Grid *grid) const
+{
+    return grid == ui->vsf1 && !HasQuarterDates(SelYear);
+}
+
+QString frmduedts::withDefault(const Grid *grid, int row, const QString &date) const
+{
+    return date.isEmpty() && holdsInstalments(grid) ? DefaultInstalment(SelYear, row) : date;
+}
+
+QString frmduedts::messageFor(const Grid *grid, int row, int col, const QString &date) const
+{
+    if (grid == ui->vsf)
+        return CheckReturnDate(SelYear, col, date);
+    if (holdsInstalments(grid))
+        return CheckInstalment(SelYear, row, date);
+    return CheckQuarterDate(col, grid->TextMatrix(row, dateColumn), date);
+}
+
+// --- saving ---
+
+bool frmduedts::SAVEGRID()
+{
+    ErrorTail tail(this, "SAVEGRID");
+    return finishEdit() && checkCells(ui->vsf) && checkCells(ui->vsf1) && save();
+}
+
+/// Takes a text that is still being edited. False when it was refused and the cell stays in edit.
+bool frmduedts::finishEdit()
+{
+    ui->cmdsave->setFocus();
+    return !ui->vsf->isEditing() && !ui->vsf1->isEditing();
+}
+
+bool frmduedts::checkCells(Grid *grid)
+{
+    const int lastColumn = holdsInstalments(grid) ? dateColumn : extendedColumn;
+    for (int row = 1; row < grid->Rows(); ++row) {
+        for (int col = dateColumn; col <= lastColumn; ++col) {
+            if (!checkCell(grid, row, col))
+                return false;
+        }
+    }
+    return true;
+}
+
+bool frmduedts::checkCell(Grid *grid, int row, int col)
+{
+    const QString date = withDefault(grid, row, grid->TextMatrix(row, col));
+    grid->setTextMatrix(row, col, date);
+    const QString message = messageFor(grid, row, col, date);
+    if (message.isEmpty())
+        return true;
+    MsgBox(this, message, Buttons::Ok, Icon::Exclamation);
+    grid->setFocus();
+    grid->setCell(row, col);
+    if (!grid->isEditing())
+        grid->EditCell();
+    return false;
+}
+
+bool frmduedts::save()
+{
+    if (!SaveReturnDueDates(Cnn, SelYear, typedDates(ui->vsf)))
+        return false;
+    if (HasQuarterDates(SelYear))
+        return SaveQuarterDueDates(Cnn, SelYear, typedDates(ui->vsf1));
+    return SaveInstalmentDueDates(Cnn, SelYear, typedInstalments(ui->vsf1));
+}
