@@ -5,6 +5,7 @@
 #include <QSqlQuery>
 #include <QSqlRecord>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -27,10 +28,17 @@ double Field::num() const
 {
     // A whole number of up to 15 digits reads the same through its text.
     constexpr double exact = 1e15;
-    if (m_value.typeId() == QMetaType::Double) {
+    switch (m_value.typeId()) {
+    case QMetaType::Int:
+        return m_value.toInt();
+    case QMetaType::Double: {
         const double value = m_value.toDouble();
         if (std::fabs(value) < exact && value == std::trunc(value))
             return value;
+        break;
+    }
+    default:
+        break;
     }
     return Val(text());
 }
@@ -85,13 +93,20 @@ void Recordset::MoveNext()
     m_atEnd = !m_query->next();
 }
 
+int Recordset::FieldIndex(QStringView name) const
+{
+    const auto found = std::find_if(m_names.begin(), m_names.end(), [name](const QString &field) {
+        return name.compare(field, Qt::CaseInsensitive) == 0;
+    });
+    return found == m_names.end() ? -1 : static_cast<int>(found - m_names.begin());
+}
+
 Field Recordset::Fields(QStringView name) const
 {
-    for (int i = 0; i < m_names.size(); ++i) {
-        if (name.compare(m_names[i], Qt::CaseInsensitive) == 0)
-            return Fields(i);
-    }
-    return refuse(FaultNumber::NoSuchField, QStringLiteral("There is no field '%1'.").arg(name));
+    const int index = FieldIndex(name);
+    if (index < 0)
+        return refuse(FaultNumber::NoSuchField, QStringLiteral("There is no field '%1'.").arg(name));
+    return Fields(index);
 }
 
 Field Recordset::Fields(int index) const

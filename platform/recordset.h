@@ -52,6 +52,8 @@ public:
 
     [[nodiscard]] int FieldCount() const { return static_cast<int>(m_names.size()); }
     [[nodiscard]] QString FieldName(int index) const { return m_names.value(index); }
+    /// Position of a field by name (without regard to case), -1 when there is none; for loops over many rows.
+    [[nodiscard]] int FieldIndex(QStringView name) const;
     /// A field of the current row by name (without regard to case). A wrong name or no current row is a reported fault
     /// and reads as `Null`.
     [[nodiscard]] Field Fields(QStringView name) const;
