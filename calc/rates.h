@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+
+#include <array>
+
+/// The percentages of a client and assessment year: 1 tax, 2 surcharge, 3 education cess, 4 secondary and higher
+/// education cess. Index 0 stays 0.
+using FBTRates = std::array<double, 5>;
+
+/// The last assessment year (by its first calendar year) that bears fringe benefit tax.
+constexpr int lastTaxedYear = 2009;
+
+/// The percentages that apply to an employer in an assessment year (section 115WA with the Finance Act of the year).
+///
+/// @param year first calendar year of the assessment year
+/// @param status employer status code; individuals, families and an unknown status (up to 1) bear no tax
+/// @param surApp one digit for each assessment year from 2006 on, "1" where surcharge applies; it decides for
+///        associations, bodies of individuals and artificial juridical persons only, and a text too short says no
+/// @return all 0 when no tax is borne, as for every year above `lastTaxedYear`
+FBTRates RatesFor(int year, int status, const QString &surApp);

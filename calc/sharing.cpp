@@ -1,0 +1,56 @@
+#include "calc/sharing.h"
+
+#include "platform/fault.h"
+#include "platform/text.h"
+
+#include <algorithm>
+
+std::vector<double> ShareBySalary(double amount, const std::vector<double> &salaries, double totalSalary)
+{
+    std::vector<double> shares(salaries.size(), 0.0);
+    double allocated = 0;
+    for (std::size_t i = 0; totalSalary != 0 && i + 1 < salaries.size(); ++i) {
+        shares[i] = Round(salaries[i] / totalSalary * amount);
+        allocated += shares[i];
+    }
+    shares.back() = Round(amount - allocated);
+    return shares;
+}
+
+Salaries::Salaries(std::vector<double> natures)
+    : m_natures(std::move(natures))
+{
+    for (Quarter &quarter : m_quarters)
+        quarter.ofNatures.assign(m_natures.size(), 0.0);
+}
+
+int Salaries::inBounds(int quarter)
+{
+    if (quarter < 0 || quarter >= quarterCount)
+        throw FaultError(FaultNumber::IndexOutOfRange, QStringLiteral("There is no quarter %1.").arg(quarter));
+    return quarter;
+}
+
+void Salaries::set(double natId, int quarter, double amount)
+{
+    if (natId == -1) {
+        m_quarters[inBounds(quarter)].total = amount;
+        return;
+    }
+    const auto nature = std::find(m_natures.begin(), m_natures.end(), natId);
+    if (nature != m_natures.end())
+        m_quarters[inBounds(quarter)].ofNatures[nature - m_natures.begin()] = amount;
+}
+
+std::vector<double> Salaries::shares(double amount, int quarter) const
+{
+    if (m_natures.size() == 1)
+        return sharesWithoutSalary(amount);
+    const Quarter &salaries = m_quarters[inBounds(quarter)];
+    return ShareBySalary(amount, salaries.ofNatures, salaries.total);
+}
+
+std::vector<double> Salaries::sharesWithoutSalary(double amount) const
+{
+    return ShareBySalary(amount, std::vector<double>(m_natures.size(), 0.0), 0);
+}

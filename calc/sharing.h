@@ -1,0 +1,48 @@
+#pragma once
+
+#include <array>
+#include <vector>
+
+/// Shares a consolidated amount over the natures of business by salary.
+///
+/// Every nature but the last takes Round(salary / total salary * amount), ties to the even number; with no total salary
+/// it takes 0. The last nature takes the rest, rounded, so that the shares of a whole amount add up to it.
+///
+/// @param amount rupees
+/// @param salaries salary of each nature in rupees, in the order of the client's natures; not empty
+/// @param totalSalary salary of all natures together as the user stated it, not their sum
+/// @return one share for each salary, whole rupees
+std::vector<double> ShareBySalary(double amount, const std::vector<double> &salaries, double totalSalary);
+
+/// Salary and wages of a client and year by nature of business and quarter.
+class Salaries
+{
+public:
+    /// @param natures the client's natures by number, in the client's order; not empty
+    explicit Salaries(std::vector<double> natures);
+
+    /// Notes the salary of a nature, or with `natId` -1 the salary of all natures together. A later amount replaces an
+    /// earlier one; a nature that is not the client's is passed over.
+    /// @param quarter 0 to 4; beyond it the bound is broken (FaultError)
+    void set(double natId, int quarter, double amount);
+
+    /// The shares of a consolidated amount in a quarter, as `ShareBySalary` makes them. One nature takes the whole
+    /// without a look at its salary; else a quarter outside 0 to 4 breaks the bound (FaultError).
+    [[nodiscard]] std::vector<double> shares(double amount, int quarter) const;
+
+    /// The shares when no salary is known: all falls on the last nature.
+    [[nodiscard]] std::vector<double> sharesWithoutSalary(double amount) const;
+
+private:
+    struct Quarter
+    {
+        std::vector<double> ofNatures;
+        double total = 0;
+    };
+    static constexpr int quarterCount = 5;
+
+    static int inBounds(int quarter);
+
+    std::vector<double> m_natures;
+    std::array<Quarter, quarterCount> m_quarters;
+};

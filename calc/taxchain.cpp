@@ -1,0 +1,35 @@
+#include "calc/taxchain.h"
+
+#include "platform/text.h"
+
+double BENEFITVALUE(double rate, double amount)
+{
+    return Round(rate / 100 * amount);
+}
+
+double Employees::taxable(double value) const
+{
+    if (!proportionApplies())
+        return value;
+    return Round(static_cast<double>(IndiaEmp) / TotalEmp * value);
+}
+
+TaxParts &TaxParts::operator+=(const TaxParts &other)
+{
+    Tax += other.Tax;
+    Surcharge += other.Surcharge;
+    EduCess += other.EduCess;
+    SHECess += other.SHECess;
+    return *this;
+}
+
+TaxParts TaxOn(double taxableValue, const FBTRates &rates)
+{
+    TaxParts parts;
+    parts.Tax = Round(rates[1] / 100 * taxableValue);
+    parts.Surcharge = Round(rates[2] / 100 * parts.Tax);
+    const double base = parts.Tax + parts.Surcharge;
+    parts.EduCess = Round(rates[3] / 100 * base);
+    parts.SHECess = Round(rates[4] / 100 * base);
+    return parts;
+}
