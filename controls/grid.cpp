@@ -63,6 +63,12 @@ Grid::Grid(QWidget *parent)
     connect(m_model, &QAbstractItemModel::columnsInserted, m_header, &GridHeader::relayout);
 }
 
+Grid::~Grid()
+{
+    m_validate = nullptr; // an editor that is still open goes without asking: who would answer may be gone already
+    delete itemDelegate();
+}
+
 // --- cells ---
 
 QString Grid::TextMatrix(int row, int col) const

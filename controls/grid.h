@@ -18,6 +18,7 @@ class Grid : public QTableView
 
 public:
     explicit Grid(QWidget *parent = nullptr);
+    ~Grid() override;
 
     // --- cells ---
     [[nodiscard]] QString TextMatrix(int row, int col) const; ///< as stored; empty outside the grid
