@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QApplication>
+
+/// The program's application object. Its `notify` is the last net: what an event handler throws is logged, and the
+/// program goes on.
+class Application : public QApplication
+{
+    Q_OBJECT
+
+public:
+    Application(int &argc, char **argv);
+
+    bool notify(QObject *receiver, QEvent *event) override;
+};
+
+/// Names the program, which also decides where its files lie. The application object does it by itself.
+void NameProgram();
+
+/// Lets an interrupted or terminated program leave its event loop in order.
+void QuitOnSignals();

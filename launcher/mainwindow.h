@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QMainWindow>
+
+class ScreenStack;
+
+/// The host's main window: the screens lie on its stack, the reports write into its status bar `TXStatusBar1`.
+/// Closing it closes the screens from the top down, each with its own question.
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    MainWindow();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    ScreenStack *m_screens;
+    bool m_closing = false;
+};

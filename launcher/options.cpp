@@ -1,0 +1,80 @@
+#include "launcher/options.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDir>
+#include <QStandardPaths>
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+const QString sampleOption = QStringLiteral("sample");
+const QString samplesOption = QStringLiteral("samples");
+const QString dataOption = QStringLiteral("data");
+const QString appOption = QStringLiteral("app");
+
+void define(QCommandLineParser &parser)
+{
+    parser.setApplicationDescription(QStringLiteral("Fringe Benefit Tax of employers in India."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addOptions({
+        {sampleOption, QStringLiteral("Compute the sample employers in a scratch database, print them, and end.")},
+        {samplesOption, QStringLiteral("Take the sample employers from DIR."), QStringLiteral("DIR")},
+        {dataOption, QStringLiteral("Keep the private database in DIR."), QStringLiteral("DIR")},
+        {appOption, QStringLiteral("Use DIR as the application folder (log, delivered files)."), QStringLiteral("DIR")},
+    });
+}
+
+QString folder(const QCommandLineParser &parser, const QString &option, const QString &usual)
+{
+    return QDir::cleanPath(QFileInfo(parser.isSet(option) ? parser.value(option) : usual).absoluteFilePath());
+}
+
+} // namespace
+
+bool RunsWithoutWindow(const QStringList &arguments)
+{
+    static const std::array windowless{QStringLiteral("--sample"), QStringLiteral("--version"), QStringLiteral("-v"),
+                                       QStringLiteral("--help"), QStringLiteral("-h")};
+    return std::ranges::any_of(windowless, [&](const QString &option) { return arguments.contains(option); });
+}
+
+bool ReadOptions(const QStringList &arguments, LaunchOptions *options, QString *why)
+{
+    QCommandLineParser parser;
+    define(parser);
+    const bool read = parser.parse(arguments);
+    const QStringList rest = parser.positionalArguments();
+    if (!read)
+        *why = parser.errorText();
+    else if (!rest.isEmpty())
+        *why = QStringLiteral("There is nothing to do with \"%1\".").arg(rest.first());
+    if (!read || !rest.isEmpty())
+        return false;
+    using Action = LaunchOptions::Action;
+    if (parser.isSet(QStringLiteral("help")))
+        options->action = Action::Help;
+    else if (parser.isSet(QStringLiteral("version")))
+        options->action = Action::Version;
+    else if (parser.isSet(sampleOption))
+        options->action = Action::Sample;
+    options->appPath = folder(parser, appOption, QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+    options->dataFolder = folder(parser, dataOption, options->appPath + QStringLiteral("/db"));
+    options->samples = folder(parser, samplesOption, DeliveredFolder() + QStringLiteral("/samples"));
+    return true;
+}
+
+QString HelpText()
+{
+    QCommandLineParser parser;
+    define(parser);
+    return parser.helpText();
+}
+
+QString DeliveredFolder()
+{
+    return QDir::cleanPath(QCoreApplication::applicationDirPath() + QStringLiteral("/../share/pelkfbt"));
+}

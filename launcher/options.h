@@ -1,0 +1,29 @@
+#pragma once
+
+#include "launcher/settings.h"
+
+#include <QString>
+#include <QStringList>
+
+/// What the command line asks for.
+struct LaunchOptions
+{
+    enum class Action { Window, Sample, Version, Help };
+
+    Action action = Action::Window;
+    QString appPath;    ///< application folder
+    QString dataFolder; ///< folder of the private database
+    QString samples;    ///< folder with the data files of the sample employers
+};
+
+/// Whether the program is to run without a window, judged before there is an application object.
+bool RunsWithoutWindow(const QStringList &arguments);
+
+/// Reads the arguments, the program's name first. On a mistake false, and `why` is one sentence.
+bool ReadOptions(const QStringList &arguments, LaunchOptions *options, QString *why);
+
+/// The text of `--help`.
+QString HelpText();
+
+/// Where the delivered files lie (`Data`, `HTMLHelp`, `samples`), seen from the program's folder.
+QString DeliveredFolder();

@@ -1,0 +1,91 @@
+#include "launcher/samplerun.h"
+
+#include "calc/employees.h"
+#include "calc/modfbtcalc.h"
+#include "calc/rates.h"
+#include "db/updater.h"
+#include "frame/context/errortail.h"
+#include "frame/context/modbase.h"
+#include "launcher/sampleloader.h"
+#include "launcher/samplereader.h"
+#include "launcher/samplereport.h"
+#include "platform/recordset.h"
+
+#include <QDir>
+#include <QTextStream>
+
+namespace {
+
+/// Takes the stored figures of a client and year for the computation, as the screens do when they are chosen.
+void takeClient(const SampleEmployer &employer, const SampleYear &year)
+{
+    Base->code = employer.code;
+    Base->TYear = year.year;
+    Base->status = employer.status;
+    FBTRate = RatesFor(year.year, employer.status, employer.surchargeYears);
+    EmpBoth = SepBooks = false;
+    IndiaEmp = TotalEmp = 0;
+    Recordset addInfo;
+    addInfo.Open(Sql("Select * from FBT_AddInfo Where Code_No='", Base->code, "' and TYear=", Base->TYear), Cnn);
+    if (!addInfo.Eof())
+        TakeEmployees(addInfo);
+}
+
+bool storeAll(Connection &connection, const std::vector<SampleEmployer> &employers)
+{
+    bool stored = true;
+    for (const SampleEmployer &employer : employers)
+        stored = StoreSample(connection, employer) && stored;
+    return stored;
+}
+
+void computeAll(const std::vector<SampleEmployer> &employers, QTextStream &out)
+{
+    for (const SampleEmployer &employer : employers) {
+        for (const SampleYear &year : employer.years) {
+            takeClient(employer, year);
+            CALCFBT();
+            out << SampleReport(employer, year);
+        }
+    }
+}
+
+} // namespace
+
+std::vector<SampleEmployer> ReadSamples(const QString &folder, QString *why)
+{
+    std::vector<SampleEmployer> employers;
+    const QStringList files = QDir(folder).entryList({QStringLiteral("*.txt")}, QDir::Files, QDir::Name);
+    if (files.isEmpty())
+        *why = QStringLiteral("There are no sample employers in %1.").arg(folder);
+    for (const QString &file : files) {
+        std::optional<SampleEmployer> employer = ReadSampleFile(QDir(folder).filePath(file), why);
+        if (!employer)
+            return {};
+        employers.push_back(std::move(*employer));
+    }
+    return employers;
+}
+
+bool RunSamples(Connection &connection, BaseObject &base, const std::vector<SampleEmployer> &employers,
+                QTextStream &out, QString *why)
+{
+    Cnn = &connection;
+    Base = &base;
+    Base->CnnObj = Cnn;
+    connection.setFaultHandler(ErrorTail::dispatch);
+    ErrText.clear();
+    {
+        ErrorTail tail(QStringLiteral("LAUNCHER"), QStringLiteral("RUNSAMPLES"));
+        UpdateDatabase(&connection);
+        if (storeAll(connection, employers))
+            computeAll(employers, out);
+    }
+    // The procedures go on behind a fault; figures that may be incomplete must not pass for whole ones.
+    if (!ErrText.isEmpty())
+        *why = QStringLiteral("The sample employers were not computed in full; FBTLogger.log in %1 tells why.")
+                   .arg(base.AppPath);
+    connection.setFaultHandler({});
+    ResetModule();
+    return why->isEmpty();
+}

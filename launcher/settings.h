@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/connection.h"
+
+#include <QString>
+
+#include <optional>
+
+/// What the user's settings file says about databases.
+///
+///     [Server]            an office server; without this section the program runs its own private one
+///     host, port          or
+///     socket              one of host and socket, not both
+///     user, password
+///     schema              the module's schema, `pelkfbt` when it is not named
+///     [Suite]
+///     schema              the suite's own schema on the same server, only read; absent: there is none
+struct LauncherSettings
+{
+    static constexpr auto usualSchema = "pelkfbt";
+
+    std::optional<ServerAddress> server; ///< empty: the private server
+    QString schema = QString::fromLatin1(usualSchema);
+    QString suiteSchema; ///< empty: there is no suite database
+};
+
+/// The settings file in the user's configuration folder, `pelkfbt/pelkfbt.ini`.
+QString UserSettingsFile();
+
+/// Reads a settings file; one that does not exist gives the settings of the private server.
+/// On a mistake in it the result is empty and `why` is one sentence that names the file and the key.
+std::optional<LauncherSettings> ReadLauncherSettings(const QString &path, QString *why);

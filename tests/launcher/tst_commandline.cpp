@@ -1,0 +1,126 @@
+#include "launcher/privateserver.h"
+#include "platform/recordset.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+/// The program itself, as a user starts it from a shell.
+class TestCommandLine : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        m_scratch = std::make_unique<QTemporaryDir>();
+        put(u"plain"_s, "x");
+    }
+
+    void theSampleEmployersArePrintedAndLeaveNothingBehind()
+    {
+        QCOMPARE(run({u"--sample"_s, u"--data"_s, path(u"db"_s), u"--app"_s, path(u"app"_s)}), 0);
+        QVERIFY2(m_err.isEmpty(), qPrintable(m_err));
+        QCOMPARE(m_out.count(u"Assessment Year"), 16);
+        QCOMPARE(m_out.count(u"Tax in all"), 16);
+        PrivateServer server(path(u"db"_s));
+        QString why;
+        QVERIFY2(server.start(&why), qPrintable(why));
+        QVERIFY(server.ownsFolder());
+        Connection connection;
+        QVERIFY(connection.open(server.address()));
+        QVERIFY(!HasRows(&connection, u"Select * from information_schema.SCHEMATA Where SCHEMA_NAME like 'pelk%'"_s));
+    }
+
+    void refusals_data()
+    {
+        QTest::addColumn<QString>("arguments"); // %1 stands for the scratch folder
+        QTest::addColumn<QByteArray>("settings");
+        QTest::addColumn<QString>("why");
+        QTest::newRow("data folder is a file")
+            << u"--sample --app %1/app --data %1/plain"_s << QByteArray() << u"The data folder %1/plain is a file.\n"_s;
+        QTest::newRow("the same for the window")
+            << u"--app %1/app --data %1/plain"_s << QByteArray() << u"The data folder %1/plain is a file.\n"_s;
+        QTest::newRow("application folder is a file")
+            << u"--app %1/plain"_s << QByteArray() << u"The application folder %1/plain is a file.\n"_s;
+        QTest::newRow("unknown server")
+            << u"--app %1/app"_s << QByteArray("[Server]\nhost=nowhere.invalid\nuser=u\n")
+            << u"The database server nowhere.invalid cannot be used: Unknown server host 'nowhere.invalid' (-2)\n"_s;
+        QTest::newRow("wrong settings")
+            << u"--app %1/app"_s << QByteArray("[Server]\nhost=db\n")
+            << u"The settings file %1/config/pelkfbt/pelkfbt.ini is wrong at [Server] user: the user is missing.\n"_s;
+        QTest::newRow("broken sample") << u"--sample --app %1/app --data %1/db --samples %1/samples"_s << QByteArray()
+                                       << u"%1/samples/a.txt:2: there is no record \"nmae\"\n"_s;
+        QTest::newRow("no samples") << u"--sample --app %1/app --data %1/db --samples %1"_s << QByteArray()
+                                    << u"There are no sample employers in %1.\n"_s;
+        QTest::newRow("unknown option") << u"--smaple"_s << QByteArray() << u"Unknown option 'smaple'.\n"_s;
+        QTest::newRow("a word too many") << u"client"_s << QByteArray()
+                                         << u"There is nothing to do with \"client\".\n"_s;
+    }
+
+    void refusals()
+    {
+        QFETCH(QString, arguments);
+        QFETCH(QByteArray, settings);
+        QFETCH(QString, why);
+        put(u"samples/a.txt"_s, "employer A1\nnmae A ONE\n");
+        if (!settings.isEmpty())
+            put(u"config/pelkfbt/pelkfbt.ini"_s, settings);
+        QCOMPARE(run(placed(arguments).split(u' ')), 1);
+        // An answer of the resolver may end in another number.
+        static const QRegularExpression code(u" \\(-\\d+\\)\\n$"_s);
+        QCOMPARE(m_err.replace(code, u"\n"_s), placed(why).replace(code, u"\n"_s));
+        QCOMPARE(m_out, QString());
+    }
+
+    void withoutADisplayItSaysSo()
+    {
+        m_environment.remove(u"QT_QPA_PLATFORM"_s);
+        m_environment.remove(u"DISPLAY"_s);
+        m_environment.remove(u"WAYLAND_DISPLAY"_s);
+        QCOMPARE(run({}), 1);
+        QVERIFY2(m_err.startsWith(u"There is no display"_s), qPrintable(m_err));
+        QCOMPARE(run({u"--version"_s}), 0);
+        QCOMPARE(m_out, u"pelkfbt 2.10.1\n"_s);
+    }
+
+private:
+    [[nodiscard]] QString path(const QString &name) const { return m_scratch->filePath(name); }
+    [[nodiscard]] QString placed(QString text) const { return text.replace(u"%1"_s, m_scratch->path()); }
+
+    void put(const QString &name, const QByteArray &content) const
+    {
+        QVERIFY(QDir().mkpath(QFileInfo(path(name)).path()));
+        QFile file(path(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    }
+
+    int run(const QStringList &arguments)
+    {
+        constexpr int patienceMs = 120'000;
+        QProcessEnvironment environment = m_environment;
+        environment.insert(u"XDG_CONFIG_HOME"_s, path(u"config"_s));
+        environment.insert(u"XDG_RUNTIME_DIR"_s, m_scratch->path());
+        environment.insert(u"XDG_DATA_HOME"_s, path(u"share"_s));
+        QProcess process;
+        process.setProcessEnvironment(environment);
+        process.start(QCoreApplication::applicationDirPath() + u"/pelkfbt"_s, arguments);
+        const bool ended = process.waitForFinished(patienceMs);
+        m_out = QString::fromUtf8(process.readAllStandardOutput());
+        m_err = QString::fromUtf8(process.readAllStandardError());
+        return ended && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    }
+
+    std::unique_ptr<QTemporaryDir> m_scratch;
+    QProcessEnvironment m_environment = QProcessEnvironment::systemEnvironment();
+    QString m_out;
+    QString m_err;
+};
+
+QTEST_GUILESS_MAIN(TestCommandLine)
+#include "tst_commandline.moc"

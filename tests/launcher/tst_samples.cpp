@@ -1,0 +1,190 @@
+#include "launcher/samplereader.h"
+#include "launcher/samplerun.h"
+#include "tests/support/testmodule.h"
+
+#include <QBuffer>
+#include <QTest>
+#include <QTextStream>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A small employer that is right; rows of the tables below change one line of it.
+const QString head = u"employer A1\nname A ONE\nstatus 3\nnatures 7 2\n"_s;
+const QString whole = head + u"year 2008\n"_s;
+
+std::optional<SampleEmployer> read(const QString &text, QString *why)
+{
+    QByteArray bytes = text.toUtf8();
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    return ReadSample(buffer, u"a.txt"_s, why);
+}
+
+QString delivered()
+{
+    return QFINDTESTDATA("../../launcher/samples");
+}
+
+} // namespace
+
+class TestSamples : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aWholeFileIsRead()
+    {
+        const auto employer = read(u"employer A1 # the first record\n\n  name  A  ONE\nstatus 5\nsurcharge 01010\n"
+                                   "natures 7 2\nyear 2008\nemployees 3 of 10 separate-books\nsalary 4 total 900\n"
+                                   "expense 2 shared 88 10.50\nchallan 3 05/01/2008 1 2 3 4 5\n"
+                                   "challan self 06/07/2008 9 0 0 0\n"_s,
+                                   &m_why);
+        QVERIFY2(employer, qPrintable(m_why));
+        QCOMPARE(employer->name, u"A ONE"_s);
+        QCOMPARE(employer->natures, (std::vector<int>{7, 2}));
+        const SampleYear &year = employer->years.at(0);
+        QVERIFY(year.staff && year.staff->separateBooks && year.staff->india == 3 && year.staff->total == 10);
+        QCOMPARE(year.salaries.at(0).nature, sharedByAllNatures);
+        QCOMPARE(year.expenses.at(0).amount, 10.5);
+        QCOMPARE(year.challans.at(0).total(), 15.0);
+        QCOMPARE(year.challans.at(0).payType, u"Advance Tax (100)"_s);
+        QCOMPARE(year.challans.at(1).quarter, 0);
+        QCOMPARE(year.challans.at(1).payType, u"Self Assessment Tax (300)"_s);
+    }
+
+    void mistakes_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("why");
+        QTest::newRow("empty") << u""_s << u"a.txt:0: the record \"employer\" is missing"_s;
+        QTest::newRow("no employer first") << u"# x\nname A\n"_s << u"a.txt:2: the first record must be \"employer\""_s;
+        QTest::newRow("no year") << head << u"a.txt:4: the record \"year\" is missing"_s;
+        QTest::newRow("unknown record") << whole + u"expence 1 7 57 1\n"_s
+                                        << u"a.txt:6: there is no record \"expence\""_s;
+        QTest::newRow("two names") << head + u"name B\n"_s << u"a.txt:5: there is a second \"name\""_s;
+        QTest::newRow("apostrophe") << u"employer A1\nname O'NEIL\n"_s
+                                    << u"a.txt:2: a text must hold neither an apostrophe nor a backslash"_s;
+        QTest::newRow("expense before a year")
+            << head + u"expense 1 7 57 1\n"_s << u"a.txt:5: \"expense\" needs a \"year\" before it"_s;
+        QTest::newRow("too few values") << whole + u"expense 1 7 57\n"_s
+                                        << u"a.txt:6: \"expense\" takes QUARTER NATURE|shared ITEM AMOUNT"_s;
+        QTest::newRow("too many values") << whole + u"salary 1 7 57 1\n"_s
+                                         << u"a.txt:6: \"salary\" takes QUARTER NATURE|total AMOUNT"_s;
+        QTest::newRow("quarter 5") << whole + u"salary 5 7 1\n"_s << u"a.txt:6: \"5\" is not a quarter from 1 to 4"_s;
+        QTest::newRow("nature of others")
+            << whole + u"expense 1 3 57 1\n"_s
+            << u"a.txt:6: \"3\" is neither \"shared\" nor one of the employer's natures"_s;
+        QTest::newRow("grouped amount") << whole + u"expense 1 7 57 1,000\n"_s
+                                        << u"a.txt:6: \"1,000\" is not an amount in rupees"_s;
+        QTest::newRow("endless amount") << whole + u"expense 1 7 57 inf\n"_s
+                                        << u"a.txt:6: \"inf\" is not an amount in rupees"_s;
+        QTest::newRow("year after the tax")
+            << head + u"year 2011\n"_s << u"a.txt:5: \"2011\" is not an assessment year from 2006 to 2010"_s;
+        QTest::newRow("year twice") << whole + u"year 2008\n"_s << u"a.txt:6: there is a second year 2008"_s;
+        QTest::newRow("no such day") << whole + u"challan 1 30/02/2008 1 0 0 0\n"_s
+                                     << u"a.txt:6: \"30/02/2008\" is not a date dd/mm/yyyy"_s;
+        QTest::newRow("short day") << whole + u"challan 1 1/02/2008 1 0 0 0\n"_s
+                                   << u"a.txt:6: \"1/02/2008\" is not a date dd/mm/yyyy"_s;
+        QTest::newRow("surcharge digits")
+            << u"employer A1\nsurcharge 11112\n"_s << u"a.txt:2: \"11112\" is not five digits 0 or 1"_s;
+        QTest::newRow("employees without of")
+            << whole + u"employees 1 / 2\n"_s << u"a.txt:6: \"employees\" takes INDIA of TOTAL [separate-books]"_s;
+    }
+
+    void mistakes()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, why);
+        QVERIFY(!read(text, &m_why));
+        QCOMPARE(m_why, why);
+    }
+
+    void theDeliveredFilesCoverWhatTheyAreFor()
+    {
+        const std::vector<SampleEmployer> all = ReadSamples(delivered(), &m_why);
+        QVERIFY2(!all.empty(), qPrintable(m_why));
+        QSet<int> statuses;
+        for (const SampleEmployer &employer : all) {
+            statuses.insert(employer.status);
+            QCOMPARE(employer.years.size(), std::size_t(4));
+        }
+        QVERIFY(statuses.contains({15, 3, 9, 5}));
+    }
+
+    void theReportHasTheFiguresWorkedOutByHand()
+    {
+        // A firm, A.Y. 2008-09: tax 30 %, surcharge 10 %, cesses 2 % and 1 %, each rounded for each quarter.
+        //  Q1: local conveyance, nature 7: 20 % of 12,345.50 = 2469.1 -> 2469
+        //      mobile telephones, shared: salaries 300 of 1000 -> 300 of 1001 in nature 7, the rest 701 in nature 2,
+        //      20 % each: 60 and 140.2 -> 140                                                 sum 2669
+        //      tax 800.7 -> 801, surcharge 80.1 -> 80, on 881: 17.62 -> 18 and 8.81 -> 9
+        //  Q4: local conveyance, nature 2: 5 % of 8000 = 400; tax 120, surcharge 12, on 132: 2.64 -> 3, 1.32 -> 1
+        const auto employer = read(whole + u"salary 1 7 300\nsalary 1 2 700\nsalary 1 total 1000\n"
+                                           "expense 1 7 57 12345.50\nexpense 1 shared 88 1001\n"
+                                           "expense 4 2 57 8000\nchallan 1 13/07/2007 801 80 18 9\n"_s,
+                                   &m_why);
+        QVERIFY2(employer, qPrintable(m_why));
+        const QString expected = u"A ONE (A1), Assessment Year 2008-2009\n"
+                                 "Line Amount Value\n"
+                                 "9 Conveyance 12345.50 2469\n"
+                                 "16 Telephone and mobile 1001.00 200\n"
+                                 "26 Conveyance, construction 8000.00 400\n"
+                                 "Value of April-June 2669\n"
+                                 "Value of July-September 0\n"
+                                 "Value of October-December 0\n"
+                                 "Value of January-March 400\n"
+                                 "Total value 3069\n"
+                                 "Taxable value 3069\n"
+                                 "Fringe benefit tax (30 %) 921\n"
+                                 "Surcharge (10 %) 92\n"
+                                 "Education cess (2 %) 21\n"
+                                 "Secondary and higher education cess (1 %) 10\n"
+                                 "Tax in all 1044\n"
+                                 "Paid 13/07/2007 Advance Tax (100) April-June 908\n"_s;
+        QCOMPARE(run(*employer), expected);
+    }
+
+    void employeesOutsideIndiaScaleTheTaxableValueUnlessBooksAreSeparate()
+    {
+        // A foreign company, A.Y. 2009-10, one pass over the year: gifts at 50 % of 2000 = 1000; 1 of 4 employees: 250.
+        const QString company = u"employer A1\nname A ONE\nstatus 5\nnatures 7\nyear 2009\nexpense 1 7 128 2000\n"_s;
+        const auto joint = read(company + u"employees 1 of 4\n"_s, &m_why);
+        const auto separate = read(company + u"employees 1 of 4 separate-books\n"_s, &m_why);
+        QVERIFY(joint && separate);
+        QVERIFY(run(*joint).contains(u"Total value 1000\nTaxable value, 1 of 4 employees 250\n"));
+        QVERIFY(run(*separate).contains(u"Taxable value 1000\n"));
+    }
+
+    void aFaultIsNotPassedOver()
+    {
+        auto employer = read(whole, &m_why);
+        QVERIFY(employer);
+        employer->name = u"O'NEIL"_s; // the reader lets no such name through
+        run(*employer);
+        QVERIFY2(m_why.startsWith(u"The sample employers were not computed in full; FBTLogger.log in "_s),
+                 qPrintable(m_why));
+    }
+
+private:
+    /// The printed report with runs of blanks made one.
+    QString run(const SampleEmployer &employer)
+    {
+        TestModule module(m_server);
+        QString printed;
+        QTextStream out(&printed);
+        m_why.clear();
+        RunSamples(module.connection, module.base, {employer}, out, &m_why);
+        QStringList lines = printed.split(u'\n', Qt::SkipEmptyParts);
+        for (QString &line : lines)
+            line = line.simplified();
+        return lines.join(u'\n') + u'\n';
+    }
+
+    TestServer m_server;
+    QString m_why;
+};
+
+QTEST_GUILESS_MAIN(TestSamples)
+#include "tst_samples.moc"
