@@ -38,6 +38,7 @@ Connection::~Connection()
 bool Connection::open(const ServerAddress &address, Fault *why)
 {
     close();
+    m_grouped = false;
     m_address = address;
     m_wanted = connectNow(why);
     return m_wanted;
@@ -104,7 +105,8 @@ bool Connection::ensureAlive()
     Fault why{FaultNumber::ConnectionClosed, QStringLiteral("The connection is closed."), QStringLiteral("FBT")};
     if (m_wanted && !m_lost && !serverHungUp())
         return true;
-    if (m_wanted && connectNow(&why))
+    m_lost = true;
+    if (m_wanted && !m_grouped && connectNow(&why))
         return true;
     report(why);
     return false;
@@ -146,6 +148,19 @@ bool Connection::Execute(const QString &statement)
     if (query)
         m_affected = std::max<qint64>(query->numRowsAffected(), 0);
     return query != nullptr;
+}
+
+bool Connection::beginGroup()
+{
+    m_grouped = Execute(QStringLiteral("Start Transaction"));
+    return m_grouped;
+}
+
+bool Connection::commitGroup()
+{
+    const bool done = Execute(QStringLiteral("Commit"));
+    m_grouped = false;
+    return done;
 }
 
 void Connection::report(const Fault &fault) const

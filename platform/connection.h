@@ -45,6 +45,13 @@ public:
     /// Carries out one statement. False after a fault, which the handler has received.
     bool Execute(const QString &statement);
 
+    /// Begins and ends a group of statements of which all stay or none. While a group is open a lost connection is not
+    /// opened again: the rest of the group would stay without its beginning. True when the server took it.
+    bool beginGroup();
+    bool commitGroup();
+    /// The connection was lost in the open group: nothing of it will stay.
+    [[nodiscard]] bool groupLost() const { return m_grouped && (m_lost || !m_wanted); }
+
     /// Number of rows that the last successful Execute changed.
     [[nodiscard]] qint64 affectedRows() const { return m_affected; }
 
@@ -70,6 +77,7 @@ private:
     ServerAddress m_address;
     bool m_wanted = false;
     bool m_lost = false;
+    bool m_grouped = false;
     qint64 m_affected = 0;
     FaultHandler m_handler;
     std::function<void(const QString &)> m_observer;
