@@ -1,0 +1,12 @@
+#pragma once
+
+class Connection;
+
+/// The assessment years that the masters exist for, by their first calendar year, both inclusive.
+constexpr int firstMasterYear = 2006;
+constexpr int lastMasterYear = 2010;
+
+/// Makes the heads, items and percentages of each year from those of the year before (those of the first year from the
+/// tables without a year) and applies the changes of the law since, to whatever rows meet their conditions. A year that
+/// has heads is not filled again; changes of section 115WC are applied at every run.
+void UpdateYearlyMasters(Connection *connection);
