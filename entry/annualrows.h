@@ -1,0 +1,48 @@
+#pragma once
+
+#include "entry/detailrows.h"
+
+#include <array>
+#include <optional>
+#include <vector>
+
+/// One line of the annual screen: an expense with its four quarters.
+struct AnnualRow
+{
+    /// What a quarter holds, when it holds something.
+    struct Cell
+    {
+        double amount = 0; ///< rupees
+        double value = 0;  ///< whole rupees
+        int srNo = 0;
+    };
+
+    QString headId;
+    int expId = 0;
+    double rate = 0;                             ///< percent
+    std::array<std::optional<Cell>, 4> quarters; ///< index 0 is the first quarter
+
+    [[nodiscard]] double amount() const; ///< of the year, rupees
+    [[nodiscard]] double value() const;  ///< of the year, rupees
+};
+
+/// Lines expenses up by item: the nth of a kind in each quarter stand on one line, in the order in which lines are first
+/// needed. A row outside quarters 1 to 4 has no place and is left out.
+std::vector<AnnualRow> LineUp(const std::vector<DetailRow> &rows);
+
+/// Amounts of the four quarters in rupees.
+using QuarterAmounts = std::array<double, 4>;
+
+/// Saves an expense of the year: a row for each quarter with an amount. Where a quarter of `before` had a row it keeps
+/// its number, and without an amount it is deleted; all others get a new number.
+/// @param before the line as it stands in the table; none for a new expense
+/// @return the line as it was written: its quarters and numbers
+AnnualRow SaveAnnual(const ClientYear &client, int natId, int expId, const QuarterAmounts &amounts,
+                     const std::optional<AnnualRow> &before);
+
+/// Deletes the rows of a line in all its quarters.
+void DeleteAnnual(const ClientYear &client, const AnnualRow &line);
+
+/// The position of a written line among others: the one with the same item and number in a quarter that was written;
+/// -1 when there is none.
+int FindLine(const std::vector<AnnualRow> &lines, const AnnualRow &written);

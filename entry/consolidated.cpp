@@ -1,0 +1,68 @@
+#include "entry/consolidated.h"
+
+#include "calc/sharing.h"
+#include "frame/context/modbase.h"
+#include "platform/recordset.h"
+
+#include <QHash>
+
+SharedFigures &SharedFigures::operator+=(const SharedFigures &other)
+{
+    if (ofNatures.size() < other.ofNatures.size())
+        ofNatures.resize(other.ofNatures.size());
+    for (std::size_t i = 0; i < other.ofNatures.size(); ++i)
+        ofNatures[i] += other.ofNatures[i];
+    total += other.total;
+    return *this;
+}
+
+std::vector<double> RatesOfItem(int year, int expId, const std::vector<Nature> &natures)
+{
+    std::vector<double> percent;
+    for (const Nature &nature : natures) {
+        Recordset rs;
+        rs.Open(Sql("Select * from FBT_ExpRate", year, " Where (NatId=", nature.srNo, " or NatId=0) and SrNo=", expId),
+                Cnn);
+        percent.push_back(rs.Eof() ? 0 : rs.Fields(u"IntRt").num());
+    }
+    return percent;
+}
+
+SharedFigures ShareExpense(double amount, const std::vector<double> &percent, const QuarterSalary &salary,
+                           const Employees &employees, const FBTRates &rates)
+{
+    SharedFigures shared;
+    const std::vector<double> shares = ShareBySalary(amount, salary.ofNatures, salary.total);
+    for (std::size_t i = 0; i < shares.size(); ++i) {
+        const double value = BENEFITVALUE(percent[i], shares[i]);
+        shared.ofNatures.push_back(FiguresOn(shares[i], value, employees, rates));
+        shared.total += shared.ofNatures.back();
+    }
+    return shared;
+}
+
+SharedFigures ShareAll(const std::vector<DetailRow> &expenses, int year, const std::vector<Nature> &natures,
+                       const QuarterSalary &salary, const Employees &employees, const FBTRates &rates)
+{
+    SharedFigures sum;
+    sum.ofNatures.resize(natures.size());
+    QHash<int, std::vector<double>> percentOf; // thousands of rows share a few dozen items
+    for (const DetailRow &expense : expenses) {
+        if (!percentOf.contains(expense.expId))
+            percentOf.insert(expense.expId, RatesOfItem(year, expense.expId, natures));
+        sum += ShareExpense(expense.amount, percentOf[expense.expId], salary, employees, rates);
+    }
+    return sum;
+}
+
+std::vector<DetailRow> SharesOf(const std::vector<DetailRow> &expenses, std::size_t nature, const QuarterSalary &salary)
+{
+    std::vector<DetailRow> rows;
+    for (DetailRow row : expenses) {
+        row.amount = ShareBySalary(row.amount, salary.ofNatures, salary.total)[nature];
+        row.srNo = shareSrNo;
+        if (row.amount != 0)
+            rows.push_back(row);
+    }
+    return rows;
+}

@@ -1,0 +1,211 @@
+#include "entry/consolidatedpanel.h"
+#include "ui_consolidatedpanel.h"
+
+#include "calc/modfbtcalc.h"
+#include "controls/msgbox.h"
+#include "frame/context/errortail.h"
+#include "frame/context/modbase.h"
+#include "platform/text.h"
+
+#include <QSignalBlocker>
+
+namespace {
+
+constexpr auto formName = "frmfbtdet"; // the screen that the panel is a part of
+constexpr int salaryRow = 1;
+constexpr int rateRow = 1;
+constexpr int amountRow = 2;
+constexpr int secondCessRow = 8;
+
+/// A column of a nature is narrow: a long name is cut.
+QString columnCaption(const QString &nature)
+{
+    constexpr int longest = 20;
+    constexpr int kept = 18;
+    return nature.size() > longest ? nature.left(kept) + QStringLiteral("..") : nature;
+}
+
+QStringList figureCaptions()
+{
+    return {QStringLiteral("Rate"),
+            QStringLiteral("Expenses Amount"),
+            QStringLiteral("Value of Fringe Benefit"),
+            QStringLiteral("Taxable Value of Fringe Benefit"),
+            WithRate(QStringLiteral("Fringe Benefit Tax"), FBTRate[1]),
+            WithRate(QStringLiteral("Surcharge"), FBTRate[2]),
+            WithRate(QStringLiteral("Education Cess"), FBTRate[3]),
+            WithRate(QStringLiteral("Sec. & Higher E.C."), FBTRate[4]),
+            QStringLiteral("Total FBT")};
+}
+
+} // namespace
+
+ConsolidatedPanel::ConsolidatedPanel(QWidget *parent)
+    : QFrame(parent)
+    , ui(std::make_unique<Ui::ConsolidatedPanel>())
+{
+    ui->setupUi(this);
+    ui->vsfs->setSelectionBehavior(QAbstractItemView::SelectItems);
+    ui->vsfs->setEditable([](int row, int col) { return row == salaryRow && col > 0; });
+    ui->vsfs->setValidateEdit([this](int, int, QString &text) { return acceptSalary(text); });
+    connect(ui->vsfs, &Grid::afterEdit, this, [this](int, int col) { VSFS_AFTEREDIT(col); });
+    connect(ui->cboexp, &QComboBox::currentIndexChanged, this, &ConsolidatedPanel::LOADEXPDET);
+}
+
+ConsolidatedPanel::~ConsolidatedPanel() = default;
+
+void ConsolidatedPanel::setNatures(const std::vector<Nature> &natures)
+{
+    m_natures = natures;
+    setUpGrid(ui->vsfs, {QStringLiteral("Salary and Wages")});
+    ui->vsfs->setTextMatrix(0, static_cast<int>(natures.size()) + 1, QStringLiteral("Total Salary and Wages"));
+    for (Grid *grid : {ui->vsfe, ui->vsfr}) {
+        setUpGrid(grid, figureCaptions());
+        grid->setRowHidden(secondCessRow, Base->TYear < firstYearWithSecondCess);
+    }
+    ui->vsfr->setRowHidden(rateRow, true); // a sum has no rate
+}
+
+void ConsolidatedPanel::setUpGrid(Grid *grid, const QStringList &rowCaptions)
+{
+    QStringList captions{QString()};
+    for (const Nature &nature : m_natures)
+        captions << columnCaption(nature.text);
+    captions << QStringLiteral("Total");
+    grid->setCaptions(captions);
+    grid->setFixedCols(1);
+    grid->setRows(static_cast<int>(rowCaptions.size()) + 1);
+    for (int row = 1; row < grid->Rows(); ++row)
+        grid->setTextMatrix(row, 0, rowCaptions[row - 1]);
+    for (int col = 1; col < grid->Cols(); ++col)
+        grid->setColAlignment(col, Qt::AlignRight);
+    constexpr int captionWidth = 220;
+    constexpr int amountWidth = 150;
+    for (int col = 0; col < grid->Cols(); ++col)
+        grid->setColWidth(col, col == 0 ? captionWidth : amountWidth);
+}
+
+void ConsolidatedPanel::LOADSALDET(int quarter)
+{
+    ErrorTail tail(formName, QStringLiteral("LOADSALDET"));
+    m_quarter = quarter;
+    const QuarterSalary salary = ReadSalary(InHand(), quarter, m_natures);
+    const int totalCol = static_cast<int>(m_natures.size()) + 1;
+    for (int col = 1; col < totalCol; ++col)
+        ui->vsfs->setTextMatrix(salaryRow, col, Money(salary.ofNatures[col - 1]));
+    ui->vsfs->setTextMatrix(salaryRow, totalCol, Money(salary.total));
+}
+
+void ConsolidatedPanel::setExpenses(const std::vector<DetailRow> &expenses, const QStringList &descriptions)
+{
+    m_expenses = expenses;
+    m_descriptions = descriptions;
+    LOADALLEXPDET();
+}
+
+void ConsolidatedPanel::begin()
+{
+    {
+        const QSignalBlocker blocker(ui->cboexp);
+        ui->cboexp->clear();
+        ui->cboexp->addItems(m_descriptions);
+        ui->cboexp->setCurrentIndex(m_descriptions.isEmpty() ? -1 : 0);
+    }
+    LOADEXPDET();
+    ui->vsfs->setCell(salaryRow, 1);
+    ui->cboexp->setFocus(Qt::OtherFocusReason);
+}
+
+QuarterSalary ConsolidatedPanel::salary() const
+{
+    QuarterSalary salary;
+    const int totalCol = static_cast<int>(m_natures.size()) + 1;
+    for (int col = 1; col < totalCol; ++col)
+        salary.ofNatures.push_back(Val(ui->vsfs->TextMatrix(salaryRow, col)));
+    salary.total = Val(ui->vsfs->TextMatrix(salaryRow, totalCol));
+    return salary;
+}
+
+bool ConsolidatedPanel::acceptSalary(QString &text)
+{
+    if (!IsAmount(text)) {
+        MsgBox(this, QStringLiteral("Please Enter Numeric Value."), Buttons::Ok, Icon::Exclamation);
+        return false;
+    }
+    text = Money(Val(text));
+    return true;
+}
+
+void ConsolidatedPanel::VSFS_AFTEREDIT(int col)
+{
+    ErrorTail tail(formName, QStringLiteral("VSFS_AFTEREDIT"));
+    const int totalCol = static_cast<int>(m_natures.size()) + 1;
+    const QuarterSalary now = salary();
+    if (now.totalTooSmall()) {
+        if (col == totalCol)
+            tellTotalTooSmall();
+        ui->vsfs->setTextMatrix(salaryRow, totalCol, Money(now.sum()));
+    }
+    LOADEXPDET();
+    LOADALLEXPDET();
+}
+
+void ConsolidatedPanel::LOADEXPDET()
+{
+    ErrorTail tail(formName, QStringLiteral("LOADEXPDET"));
+    const int index = ui->cboexp->currentIndex();
+    SharedFigures figures;
+    std::vector<double> percent(m_natures.size(), 0.0);
+    figures.ofNatures.resize(m_natures.size());
+    if (index >= 0) {
+        const DetailRow &expense = m_expenses[static_cast<std::size_t>(index)];
+        percent = RatesOfItem(Base->TYear, expense.expId, m_natures);
+        figures = ShareExpense(expense.amount, percent, salary(), EmployeesInHand(), FBTRate);
+    }
+    for (std::size_t i = 0; i < percent.size(); ++i)
+        ui->vsfe->setTextMatrix(rateRow, static_cast<int>(i) + 1, NumberText(percent[i]));
+    ui->vsfe->setTextMatrix(rateRow, static_cast<int>(percent.size()) + 1, QStringLiteral("-"));
+    showFigures(ui->vsfe, figures);
+}
+
+void ConsolidatedPanel::LOADALLEXPDET()
+{
+    ErrorTail tail(formName, QStringLiteral("LOADALLEXPDET"));
+    m_all = ShareAll(m_expenses, Base->TYear, m_natures, salary(), EmployeesInHand(), FBTRate);
+    showFigures(ui->vsfr, m_all);
+}
+
+void ConsolidatedPanel::showFigures(Grid *grid, const SharedFigures &figures)
+{
+    const auto showColumn = [grid](int col, const Figures &f) {
+        const double cells[] = {f.Amount,        f.Value,       f.Taxable,     f.Tax.Tax,
+                                f.Tax.Surcharge, f.Tax.EduCess, f.Tax.SHECess, f.total()};
+        int row = amountRow;
+        for (const double cell : cells)
+            grid->setTextMatrix(row++, col, Money(cell));
+    };
+    int col = 0;
+    for (const Figures &ofNature : figures.ofNatures)
+        showColumn(++col, ofNature);
+    showColumn(++col, figures.total);
+}
+
+void ConsolidatedPanel::tellTotalTooSmall()
+{
+    MsgBox(this,
+           QStringLiteral("Total Salary and Wages Amount Should be Greater than or Equal to Total of Business Wise "
+                          "Salary and Wages."),
+           Buttons::Ok, Icon::Exclamation);
+}
+
+bool ConsolidatedPanel::SAVESALDATA()
+{
+    ErrorTail tail(formName, QStringLiteral("SAVESALDATA"));
+    const QuarterSalary now = salary();
+    if (now.totalTooSmall()) {
+        tellTotalTooSmall();
+        return false;
+    }
+    SaveSalary(InHand(), m_quarter, m_natures, now);
+    return true;
+}

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "entry/consolidated.h"
+
+#include <QFrame>
+#include <QStringList>
+
+#include <memory>
+
+class Grid;
+
+namespace Ui {
+class ConsolidatedPanel;
+}
+
+/// The consolidated expenses of a quarter in detail: the salaries by which they are shared, one expense by nature, and
+/// all of them. Part of the quarterly screen, which opens and closes it.
+class ConsolidatedPanel : public QFrame
+{
+    Q_OBJECT
+
+public:
+    explicit ConsolidatedPanel(QWidget *parent = nullptr);
+    ~ConsolidatedPanel() override;
+
+    /// The client's natures, a column each. Called once the percentages of the year are set.
+    void setNatures(const std::vector<Nature> &natures);
+
+    /// Reads the salaries of a quarter.
+    void LOADSALDET(int quarter);
+
+    /// Takes the consolidated expenses of the quarter with their descriptions, and sums them up.
+    void setExpenses(const std::vector<DetailRow> &expenses, const QStringList &descriptions);
+
+    /// Lists the expenses anew and goes to the first one.
+    void begin();
+
+    [[nodiscard]] QuarterSalary salary() const;
+    [[nodiscard]] const Figures &total() const { return m_all.total; } ///< of all expenses and natures
+
+    /// Writes the salaries. False, with a message, when the total is below the sum of the natures.
+    bool SAVESALDATA();
+
+private:
+    void setUpGrid(Grid *grid, const QStringList &rowCaptions);
+    void VSFS_AFTEREDIT(int col);
+    void LOADEXPDET();
+    void LOADALLEXPDET();
+    bool acceptSalary(QString &text);
+    void showFigures(Grid *grid, const SharedFigures &figures);
+    void tellTotalTooSmall();
+
+    std::unique_ptr<Ui::ConsolidatedPanel> ui;
+    std::vector<Nature> m_natures;
+    std::vector<DetailRow> m_expenses;
+    QStringList m_descriptions;
+    SharedFigures m_all;
+    int m_quarter = 0;
+};

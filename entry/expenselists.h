@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+
+#include <vector>
+
+class Grid;
+
+/// Heads of expense and expense items of an assessment year, as the entry screens list them.
+struct ExpenseChoice
+{
+    int id = 0; ///< `HeadId` of a head, `SrNo` of an item
+    QString text;
+};
+
+/// The heads of the year, sorted by description.
+std::vector<ExpenseChoice> HeadChoices(int year);
+
+/// The items under a head of the year, sorted by description.
+std::vector<ExpenseChoice> ItemChoices(int year, int headId);
+
+/// Lets columns 1 (`HeadId`) and 2 (`FBT_ExpHead.SrNo`) of a list of expenses show descriptions.
+void GETITEMS(Grid *grid, int year);

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "calc/taxchain.h"
+
+#include <QString>
+
+/// The figures that the entry screens show for expenses, in rupees. They are an indication: `CALCFBT` alone makes the
+/// figures of the year.
+struct Figures
+{
+    double Amount = 0;  ///< expenses
+    double Value = 0;   ///< value of the fringe benefit, whole rupees
+    double Taxable = 0; ///< the value, or its India share
+    TaxParts Tax;
+
+    [[nodiscard]] double total() const { return Tax.total(); } ///< tax with surcharge and cesses
+    Figures &operator+=(const Figures &other);
+};
+
+/// Taxable value and tax on a value of benefits. Each part is rounded by itself, ties to the even number.
+/// @param amount expenses in rupees
+/// @param value their value in rupees
+Figures FiguresOn(double amount, double value, const Employees &employees, const FBTRates &rates);
+
+/// How the India share comes about, for a tool tip; empty when the whole value is taxed.
+/// @param value value of the fringe benefit in rupees
+QString ProportionText(const Employees &employees, double value);
+
+/// An amount with two decimals, such as "1234.50"; 0 is "0.00".
+QString Money(double rupees);
+
+/// Whether what was typed as an amount can be kept: a number that a double can hold. The empty text can, as 0.
+bool IsAmount(const QString &typed);
+
+/// A caption with its percentage, such as "Surcharge (2.5%)".
+QString WithRate(const QString &caption, double percent);
+
+/// The first assessment year with secondary and higher education cess (Finance Act, 2007).
+constexpr int firstYearWithSecondCess = 2008;

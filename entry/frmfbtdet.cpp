@@ -1,0 +1,468 @@
+#include "entry/frmfbtdet.h"
+#include "ui_frmfbtdet.h"
+
+#include "calc/modfbtcalc.h"
+#include "controls/listedit.h"
+#include "controls/matchlist.h"
+#include "controls/uiarray.h"
+#include "entry/addinfo.h"
+#include "entry/amountfield.h"
+#include "entry/consolidated.h"
+#include "entry/expenseentry.h"
+#include "entry/expenselists.h"
+#include "entry/frmannualfbt.h"
+#include "frame/context/errortail.h"
+#include "frame/context/modbase.h"
+#include "platform/text.h"
+
+#include <QSignalBlocker>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int headColumn = 1;
+constexpr int expenseColumn = 2;
+constexpr int rateColumn = 3;
+constexpr int amountColumn = 4;
+constexpr int valueColumn = 5;
+constexpr int srNoColumn = 6;
+
+double valueOf(const DetailRow &row)
+{
+    return BENEFITVALUE(row.rate, row.amount);
+}
+
+/// Position of a nature among the client's.
+std::size_t positionOf(int natId, const std::vector<Nature> &natures)
+{
+    const auto found =
+        std::find_if(natures.begin(), natures.end(), [natId](const Nature &nature) { return nature.srNo == natId; });
+    return static_cast<std::size_t>(found - natures.begin());
+}
+
+} // namespace
+
+frmfbtdet::frmfbtdet(QWidget *parent)
+    : Screen(QStringLiteral("frmfbtdet"), parent)
+    , ui(std::make_unique<Ui::frmfbtdet>())
+{
+    ui->setupUi(this);
+    txtcalcn = ControlArray<QLineEdit>(this, QStringLiteral("txtcalcn"));
+    ui->famcon->hide();
+    auto *vsfl = new MatchList(this);
+    vsfl->setObjectName(QStringLiteral("vsfl"));
+    setUpGrid();
+    m_entry = new ExpenseEntry(this, {ui->txtdedflds_0, ui->txtdedflds_1, ui->txtdedflds_2, vsfl});
+    WatchAmount(this, ui->txtdedflds_2);
+    const ListEdit::Controls controls{ui->vsf2,
+                                      ui->Frame4,
+                                      ui->txtdedflds_0,
+                                      ui->cmdaddded,
+                                      ui->cmdmodifyded,
+                                      ui->cmddeleteded,
+                                      ui->cmdupdateded,
+                                      ui->cmdcancelded,
+                                      ui->cmdback,
+                                      {ui->famselect, ui->fambuttons},
+                                      {}};
+    m_list = new ListEdit(this, controls,
+                          {[this] { fillRows(); }, [this] { clearFields(); }, [this](int row) { showRow(row); },
+                           [this] { CMDUPDATEDED_CLICK(); }, [this] { CMDDELETEDED_CLICK(); },
+                           [this] { return mayAdd(); }, [this] { return mayModify(); }});
+    connectButtons();
+}
+
+frmfbtdet::~frmfbtdet() = default;
+
+void frmfbtdet::setUpGrid()
+{
+    Grid *vsf2 = ui->vsf2;
+    vsf2->setCaptions({QStringLiteral("S. No."), QStringLiteral("Head of Expenses"),
+                       QStringLiteral("Nature of Expenses"), QStringLiteral("Rate"), QStringLiteral("Expenses Amount"),
+                       QStringLiteral("Value of Fringe Benefit"), QString()});
+    for (const int col : {0, rateColumn, amountColumn, valueColumn})
+        vsf2->setColAlignment(col, Qt::AlignRight);
+    for (const int col : {amountColumn, valueColumn})
+        vsf2->setColFormat(col, QStringLiteral("###0.00"));
+    vsf2->setColHidden(srNoColumn, true);
+    const int widths[] = {50, 210, 300, 60, 120, 130};
+    for (int col = 0; col < srNoColumn; ++col)
+        vsf2->setColWidth(col, widths[col]);
+    vsf2->setStretchCol(expenseColumn);
+}
+
+void frmfbtdet::connectButtons()
+{
+    const auto clicked = [this](QAbstractButton *button, void (frmfbtdet::*procedure)()) {
+        connect(button, &QAbstractButton::clicked, this, procedure);
+    };
+    const auto opens = [this](QAbstractButton *button, const QString &screen) {
+        connect(button, &QAbstractButton::clicked, this, [this, screen] { emit OpenLater(screen); });
+    };
+    clicked(ui->cmdimp, &frmfbtdet::CMDIMP_CLICK);
+    clicked(ui->cmdaddinfo, &frmfbtdet::CMDADDINFO_CLICK);
+    clicked(ui->cmdconexp, &frmfbtdet::CMDCONEXP_CLICK);
+    clicked(ui->cmdefl, &frmfbtdet::CMDEFL_CLICK);
+    opens(ui->Command2, QStringLiteral("frmfbtrep"));
+    opens(ui->cmdret, QStringLiteral("frmretfrm"));
+    opens(ui->cmdchallan, QStringLiteral("Challan"));
+    connect(ui->cboquarter, &QComboBox::currentIndexChanged, this, &frmfbtdet::CBOQUARTER_CLICK);
+    connect(ui->cbonature, &QComboBox::currentIndexChanged, this, &frmfbtdet::CBONATURE_CLICK);
+}
+
+void frmfbtdet::FORM_LOAD()
+{
+    ErrorTail tail(this, QStringLiteral("FORM_LOAD"));
+    Base->Resize_For_Resolution(this);
+    setWindowTitle(QStringLiteral("FBT Details") + Base->Cap);
+    showRates();
+    LOADADDINFO();
+    LOADNATURES();
+    GETITEMS(ui->vsf2, Base->TYear);
+    ui->cmdconexp->setEnabled(false);
+    // The first of them gets selected, which fills the list.
+    ui->cboquarter->addItems({QStringLiteral("Ist   - April - June"), QStringLiteral("IInd - July - September"),
+                              QStringLiteral("IIIrd - October - December"), QStringLiteral("IVth - January - March")});
+}
+
+void frmfbtdet::showRates()
+{
+    ui->lbltax->setText(WithRate(QStringLiteral("Fringe Benefit Tax"), FBTRate[1]));
+    ui->lblsur->setText(WithRate(QStringLiteral("Surcharge"), FBTRate[2]));
+    ui->lbleduc->setText(WithRate(QStringLiteral("Education Cess"), FBTRate[3]));
+    ui->lblhec->setText(WithRate(QStringLiteral("Sec. && Higher E.C."), FBTRate[4]));
+    const bool secondCess = Base->TYear >= firstYearWithSecondCess;
+    for (QWidget *widget : {static_cast<QWidget *>(ui->lblhec), static_cast<QWidget *>(ui->txtcalcn_6)}) {
+        widget->setVisible(secondCess);
+        widget->setEnabled(secondCess);
+    }
+}
+
+void frmfbtdet::LOADNATURES()
+{
+    ErrorTail tail(this, QStringLiteral("LOADNATURES"));
+    tail([this] { m_natures = ClientNatures(Base->code); });
+    // The list follows once a quarter is selected.
+    const QSignalBlocker blocker(ui->cbonature);
+    FillNatures(ui->cbonature, m_natures);
+    m_nature = ui->cbonature->currentData().toInt();
+    ui->famcon->setNatures(m_natures);
+}
+
+bool frmfbtdet::sharesExpenses() const
+{
+    return m_natures.size() > 1;
+}
+
+// --- selection ---
+
+void frmfbtdet::CBOQUARTER_CLICK()
+{
+    ErrorTail tail(this, QStringLiteral("CBOQUARTER_CLICK"));
+    const int quarter = ui->cboquarter->currentIndex() + 1;
+    if (quarter == m_quarter)
+        return;
+    m_quarter = quarter;
+    if (sharesExpenses())
+        ui->famcon->LOADSALDET(quarter);
+    LOADGRIDDED();
+    SETBUTTONDED(true);
+    LOADDATADED();
+}
+
+void frmfbtdet::CBONATURE_CLICK()
+{
+    ErrorTail tail(this, QStringLiteral("CBONATURE_CLICK"));
+    const int nature = ui->cbonature->currentData().toInt();
+    if (nature == m_nature)
+        return;
+    m_nature = nature;
+    ui->cmdconexp->setEnabled(nature == consolidatedNature);
+    LOADGRIDDED();
+    SETBUTTONDED(true);
+    LOADDATADED();
+}
+
+void frmfbtdet::SETBUTTONDED(bool browse)
+{
+    ui->cmdimp->setText(m_quarter == 1 ? QStringLiteral("Annual &Input") : QStringLiteral("&Import from Last Quarter"));
+    m_list->SETBUTTON(browse);
+}
+
+// --- the list and its figures ---
+
+void frmfbtdet::LOADGRIDDED()
+{
+    ErrorTail tail(this, QStringLiteral("LOADGRIDDED"));
+    clearFigures();
+    for (const int col : {rateColumn, valueColumn})
+        ui->vsf2->setColHidden(col, m_nature == consolidatedNature);
+    m_list->LOADGRID();
+    tail([this] { showFigures(); });
+}
+
+void frmfbtdet::fillRows()
+{
+    m_rows = ReadDetails(DetailQuery(InHand(), m_quarter, m_nature, m_nature));
+    if (sharesExpenses() && m_nature != consolidatedNature)
+        GETCONSITEMS();
+    for (const DetailRow &row : m_rows)
+        addRow(row);
+}
+
+void frmfbtdet::GETCONSITEMS()
+{
+    ErrorTail tail(this, QStringLiteral("GETCONSITEMS"));
+    const auto expenses = ReadDetails(DetailQuery(InHand(), m_quarter, consolidatedNature, m_nature));
+    const auto shares = SharesOf(expenses, positionOf(m_nature, m_natures), ui->famcon->salary());
+    m_rows.insert(m_rows.end(), shares.begin(), shares.end());
+}
+
+void frmfbtdet::addRow(const DetailRow &row)
+{
+    const bool ofConsolidated = m_nature == consolidatedNature;
+    const int at = ui->vsf2->AddItem(
+        {QString(), row.headId, QString::number(row.expId), ofConsolidated ? QString() : NumberText(row.rate),
+         NumberText(row.amount), ofConsolidated ? QString() : NumberText(valueOf(row)), QString::number(row.srNo)});
+    if (row.srNo == shareSrNo)
+        ui->vsf2->setRowColor(at, Qt::blue);
+}
+
+void frmfbtdet::clearFigures()
+{
+    for (const auto &[index, field] : txtcalcn)
+        field->clear();
+    showProportion(QString());
+}
+
+void frmfbtdet::showProportion(const QString &text)
+{
+    ui->lbltaxfbt->setToolTip(text);
+    ui->txtcalcn_2->setToolTip(text);
+}
+
+void frmfbtdet::showFigures()
+{
+    double amount = 0;
+    double value = 0;
+    for (const DetailRow &row : m_rows) {
+        amount += row.amount;
+        value += valueOf(row);
+    }
+    ui->txtcalcn_0->setText(Money(amount));
+    if (m_nature == consolidatedNature) {
+        ui->famcon->setExpenses(m_rows, expenseTexts());
+        GETCONSFIGS();
+        return;
+    }
+    const Employees employees = EmployeesInHand();
+    showTax(FiguresOn(amount, value, employees, FBTRate));
+    showProportion(ProportionText(employees, value));
+}
+
+void frmfbtdet::GETCONSFIGS()
+{
+    ErrorTail tail(this, QStringLiteral("GETCONSFIGS"));
+    showTax(ui->famcon->total());
+}
+
+/// The fields behind the first one, which the expenses themselves fill.
+void frmfbtdet::showTax(const Figures &figures)
+{
+    const TaxParts &tax = figures.Tax;
+    int index = 0;
+    for (const double figure :
+         {figures.Value, figures.Taxable, tax.Tax, tax.Surcharge, tax.EduCess, tax.SHECess, figures.total()})
+        txtcalcn[++index]->setText(Money(figure));
+}
+
+QStringList frmfbtdet::expenseTexts() const
+{
+    QStringList texts;
+    for (int row = ui->vsf2->FixedRows(); row < ui->vsf2->Rows(); ++row)
+        texts << ui->vsf2->shownText(row, expenseColumn);
+    return texts;
+}
+
+// --- the fields ---
+
+const DetailRow *frmfbtdet::currentRow() const
+{
+    const Grid *vsf2 = ui->vsf2;
+    return vsf2->hasDataRow() ? &m_rows[static_cast<std::size_t>(vsf2->Row() - vsf2->FixedRows())] : nullptr;
+}
+
+void frmfbtdet::LOADDATADED()
+{
+    ErrorTail tail(this, QStringLiteral("LOADDATADED"));
+    m_list->LOADDATA();
+}
+
+void frmfbtdet::clearFields()
+{
+    m_entry->clear();
+    ui->txtdedflds_2->clear();
+    for (QPushButton *button : {ui->cmdmodifyded, ui->cmddeleteded})
+        button->setEnabled(ui->vsf2->hasDataRow());
+}
+
+void frmfbtdet::showRow(int row)
+{
+    const DetailRow &shown = *currentRow();
+    m_entry->show(static_cast<int>(Val(shown.headId)), ui->vsf2->shownText(row, headColumn), shown.expId,
+                  ui->vsf2->shownText(row, expenseColumn));
+    ui->txtdedflds_2->setText(Money(shown.amount));
+}
+
+bool frmfbtdet::mayAdd()
+{
+    if (m_nature != 0)
+        return true;
+    MsgBox(this, QStringLiteral("Select a Nature of Business."), Buttons::Ok, Icon::Exclamation);
+    ui->cbonature->setFocus(Qt::OtherFocusReason);
+    return false;
+}
+
+bool frmfbtdet::mayModify()
+{
+    if (currentRow()->srNo != shareSrNo)
+        return true;
+    tellConsolidated();
+    return false;
+}
+
+void frmfbtdet::tellConsolidated()
+{
+    MsgBox(this, QStringLiteral("Selected Item is a Consolidated Expenses."), Buttons::Ok, Icon::Exclamation);
+}
+
+void frmfbtdet::CMDDELETEDED_CLICK()
+{
+    ErrorTail tail(this, QStringLiteral("CMDDELETEDED_CLICK"));
+    const DetailRow *row = currentRow();
+    if (row == nullptr)
+        return;
+    if (row->srNo == shareSrNo) {
+        tellConsolidated();
+        return;
+    }
+    if (MsgBox(this, QStringLiteral("Do you want to Delete Selected Item?"), Buttons::YesNo, Icon::Question, {}, 2) !=
+        Reply::Yes)
+        return;
+    DeleteDetail(InHand(), m_quarter, row->srNo);
+    LOADGRIDDED();
+    if (!ui->vsf2->hasDataRow())
+        ui->cmdaddded->setFocus(Qt::OtherFocusReason);
+    LOADDATADED();
+}
+
+void frmfbtdet::CMDUPDATEDED_CLICK()
+{
+    ErrorTail tail(this, QStringLiteral("CMDUPDATEDED_CLICK"));
+    m_entry->commit();
+    if (!TakeAmount(this, ui->txtdedflds_2))
+        return;
+    if (m_entry->expId() == 0) {
+        MsgBox(this, QStringLiteral("Please specify Nature of Expenses."), Buttons::Ok, Icon::Exclamation);
+        m_entry->focusItem();
+        return;
+    }
+    const auto srNo = m_list->Adding() ? NextSrNo(InHand(), m_quarter) : std::optional(currentRow()->srNo);
+    if (srNo)
+        saveRow(*srNo);
+}
+
+void frmfbtdet::saveRow(int srNo)
+{
+    ReplaceDetail(InHand(), m_quarter, m_nature, srNo, m_entry->expId(), AmountIn(ui->txtdedflds_2));
+    LOADGRIDDED();
+    SETBUTTONDED(true);
+    LOADDATADED();
+    (m_list->Adding() ? static_cast<QWidget *>(ui->cmdaddded) : ui->vsf2)->setFocus(Qt::OtherFocusReason);
+}
+
+// --- other buttons ---
+
+void frmfbtdet::CMDIMP_CLICK()
+{
+    ErrorTail tail(this, QStringLiteral("CMDIMP_CLICK"));
+    if (m_quarter == 1) {
+        frmannualfbt annual(this);
+        annual.Load();
+        annual.INITDATA(m_nature);
+        annual.showModal();
+    } else if (!importFromLastQuarter()) {
+        return;
+    }
+    LOADGRIDDED();
+    LOADDATADED();
+}
+
+bool frmfbtdet::importFromLastQuarter()
+{
+    if (MsgBox(this, QStringLiteral("Do you want to Import Details from Last Quarter?"), Buttons::YesNo,
+               Icon::Question) != Reply::Yes)
+        return false;
+    ImportLastQuarter(InHand(), m_quarter);
+    return true;
+}
+
+void frmfbtdet::CMDADDINFO_CLICK()
+{
+    ErrorTail tail(this, QStringLiteral("CMDADDINFO_CLICK"));
+    constexpr int lastYearOfFirstForm = 2006;
+    const Employees before = EmployeesInHand();
+    if (Base->TYear <= lastYearOfFirstForm)
+        Base->ShowAddInfo();
+    else
+        Base->ShowAddInfo1();
+    LOADADDINFO();
+    if (EmployeesInHand() == before)
+        return;
+    LOADGRIDDED();
+    LOADDATADED();
+}
+
+void frmfbtdet::CMDCONEXP_CLICK()
+{
+    ErrorTail tail(this, QStringLiteral("CMDCONEXP_CLICK"));
+    ui->famcon->show();
+    ui->famcon->begin();
+    ui->Frame3->hide();
+}
+
+void frmfbtdet::closeConsolidated()
+{
+    if (!ui->famcon->SAVESALDATA())
+        return;
+    GETCONSFIGS();
+    ui->Frame3->show();
+    ui->cmdconexp->setFocus(Qt::OtherFocusReason);
+    ui->famcon->hide();
+}
+
+void frmfbtdet::CMDEFL_CLICK()
+{
+    ErrorTail tail(this, QStringLiteral("CMDEFL_CLICK"));
+    if (Base->TYear > lastTaxedYear)
+        MsgBox(this, QStringLiteral("E-filing Rules have not been notified for A.Y. 2010-11."), Buttons::Ok,
+               Icon::Information);
+    else
+        emit OpenLater(QStringLiteral("frmretfrm"));
+}
+
+bool frmfbtdet::FORM_KEYPRESS(int asciiKey)
+{
+    constexpr int escapeKey = 27;
+    if (asciiKey == escapeKey && ui->famcon->isVisibleTo(this)) {
+        closeConsolidated();
+        return true;
+    }
+    return (asciiKey == escapeKey && m_list->escape()) || Screen::FORM_KEYPRESS(asciiKey);
+}
+
+bool frmfbtdet::FORM_UNLOAD()
+{
+    return askExit(Icon::Exclamation);
+}
