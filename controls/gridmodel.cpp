@@ -132,7 +132,7 @@ QString GridModel::text(int row, int col) const
 
 QString GridModel::shownText(int row, int col) const
 {
-    const QString stored = text(row, col);
+    QString stored = text(row, col);
     if (row < m_fixedRows || !holds(row, col))
         return stored;
     const GridColumn &look = column(col);

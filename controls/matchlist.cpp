@@ -22,6 +22,7 @@ MatchList::MatchList(QWidget *parent)
     setStretchCol(TextCol);
     setFocusPolicy(Qt::NoFocus);
     viewport()->setFocusPolicy(Qt::NoFocus);
+    setFrameStyle(QFrame::Box | QFrame::Plain);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     connect(this, &QAbstractItemView::clicked, this, &MatchList::picked);
     hide();

@@ -2,11 +2,10 @@
 
 #include "controls/grid.h"
 
+#include <QLineEdit>
 #include <QPointer>
 
 #include <vector>
-
-class QLineEdit;
 
 /// The list of matches under a field: a grid of two columns (id, not shown, and description) that lies under the field
 /// while the focus stays in the field. Up, Down, PageUp and PageDown typed in the field move the selection; a click
@@ -39,7 +38,7 @@ public:
     void showUnder(QLineEdit *field);
 
     /// The field that the list is open under, nullptr when it is hidden.
-    [[nodiscard]] QLineEdit *field() const { return m_field; }
+    [[nodiscard]] QLineEdit *field() const { return qobject_cast<QLineEdit *>(m_field.data()); }
 
     /// Hides the list on Escape and says so; the screen calls it before it looks at the key itself.
     void dismiss();
@@ -64,6 +63,6 @@ private:
     void moveBy(int steps);
     void place();
 
-    QPointer<QLineEdit> m_field;
+    QPointer<QWidget> m_field; // not as QLineEdit: it is still looked at while it is being destroyed
     Mode m_mode = Mode::Select;
 };

@@ -92,7 +92,8 @@ void PelkBtn::paintEvent(QPaintEvent *event)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(background());
-    painter.setPen(mixed(palette().color(QPalette::Button), palette().color(QPalette::ButtonText), 35));
+    const QColor edge = mixed(palette().color(QPalette::Button), palette().color(QPalette::ButtonText), 35);
+    painter.setPen(hasFocus() ? palette().color(QPalette::Highlight) : edge);
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), Radius, Radius);
 
     QRect inner = rect().adjusted(Margin, Margin, -Margin, -Margin);

@@ -220,7 +220,7 @@ void Screen::closeEvent(QCloseEvent *event)
     event->setAccepted(!m_loaded || Unload());
 }
 
-void Screen::setLeaveCheck(QLineEdit *field, std::function<bool()> check)
+void Screen::setLeaveCheck(QLineEdit *field, const std::function<bool()> &check)
 {
-    m_checks.insert(field, std::move(check));
+    m_checks.insert(field, check);
 }

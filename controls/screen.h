@@ -71,7 +71,7 @@ public:
 
     /// `check` runs when the user leaves `field`. When it returns false the focus stays and the text is selected. It
     /// does not run while Escape is handled, while the screen is being closed, or when the field is hidden or disabled.
-    void setLeaveCheck(QLineEdit *field, std::function<bool()> check);
+    void setLeaveCheck(QLineEdit *field, const std::function<bool()> &check);
 
     /// The field that was entered last and not left since; a message box or a popup does not count as leaving.
     [[nodiscard]] QWidget *currentField() const { return m_current; }

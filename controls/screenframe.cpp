@@ -12,58 +12,57 @@
 ScreenFrame::ScreenFrame(Screen *screen, QWidget *owner, Qt::WindowModality modality)
     : QWidget(owner, modality == Qt::NonModal ? Qt::Window : Qt::Dialog)
     , m_screen(screen)
+    , m_home(screen->parentWidget())
+    , m_key(QStringLiteral("Windows/") + screen->objectName())
     , m_area(new QScrollArea(this))
 {
     setWindowModality(modality);
     setWindowTitle(screen->windowTitle());
     connect(screen, &QWidget::windowTitleChanged, this, &QWidget::setWindowTitle);
+    connect(screen, &QObject::destroyed, this, &QObject::deleteLater);
     m_area->setFrameShape(QFrame::NoFrame);
     m_area->setWidgetResizable(true);
     m_area->setFocusPolicy(Qt::NoFocus);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_area);
-    restoreSize();
+    restoreSize(*screen);
     m_area->setWidget(screen);
     screen->show();
 }
 
 ScreenFrame::~ScreenFrame()
 {
-    release();
+    if (windowModality() != Qt::NonModal)
+        release(); // a modal screen belongs to who made it, any other goes with its window
 }
 
 void ScreenFrame::release()
 {
-    if (!m_screen)
+    Screen *page = m_screen;
+    m_screen = nullptr;
+    if (page == nullptr)
         return;
     keepSize();
-    if (m_area->widget() == m_screen)
+    if (m_area->widget() == page)
         m_area->takeWidget();
-    m_screen = nullptr;
+    page->hide();
+    page->setParent(m_home);
 }
 
 void ScreenFrame::closeEvent(QCloseEvent *event)
 {
-    const QPointer<ScreenFrame> alive(this);
-    event->ignore();
-    if (m_screen)
-        m_screen->Unload(); // takes the screen out, and with it this window away
-    if (alive && !m_screen)
-        event->accept();
+    Screen *page = m_screen;
+    // Unloading takes the screen out, and with it this window away.
+    event->setAccepted(page == nullptr || page->Unload());
 }
 
-QString ScreenFrame::key() const
+void ScreenFrame::restoreSize(const Screen &page)
 {
-    return QStringLiteral("Windows/") + m_screen->objectName();
-}
-
-void ScreenFrame::restoreSize()
-{
-    const bool drawnSize = m_screen->testAttribute(Qt::WA_Resized);
-    const QSize wished = m_screen->sizeHint().expandedTo(drawnSize ? m_screen->size() : m_screen->minimumSize());
+    const bool drawnSize = page.testAttribute(Qt::WA_Resized);
+    const QSize wished = page.sizeHint().expandedTo(drawnSize ? page.size() : page.minimumSize());
     const QSettings *store = Screen::geometryStore();
-    const QSize kept = store ? store->value(key()).toSize() : QSize();
+    const QSize kept = store ? store->value(m_key).toSize() : QSize();
     const QSize room = screen()->availableGeometry().size() * 95 / 100;
     resize((kept.isValid() ? kept : wished).boundedTo(room));
 }
@@ -71,5 +70,5 @@ void ScreenFrame::restoreSize()
 void ScreenFrame::keepSize() const
 {
     if (QSettings *store = Screen::geometryStore())
-        store->setValue(key(), size());
+        store->setValue(m_key, size());
 }

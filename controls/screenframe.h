@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
 
 class QScrollArea;
@@ -15,17 +16,18 @@ public:
     ScreenFrame(Screen *screen, QWidget *owner, Qt::WindowModality modality);
     ~ScreenFrame() override;
 
-    /// Keeps the size and lets go of the screen.
+    /// Keeps the size and gives the screen back to its parent, hidden.
     void release();
 
 protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    void restoreSize();
+    void restoreSize(const Screen &page);
     void keepSize() const;
-    [[nodiscard]] QString key() const;
 
-    Screen *m_screen;
+    QPointer<Screen> m_screen;
+    QPointer<QWidget> m_home;
+    QString m_key;
     QScrollArea *m_area;
 };

@@ -27,6 +27,7 @@ private slots:
     void typedEditIsValidatedAndTold();
     void refusedEditStaysOpen();
     void escapeDropsEdit();
+    void goesWithAnEditorOpen();
     void listCellStoresId();
     void checkBoxBySpaceAndClick();
     void headerBlocks_data();
@@ -241,6 +242,17 @@ void TestGrid::escapeDropsEdit()
     QVERIFY(!m_grid->isEditing());
     QCOMPARE(m_grid->TextMatrix(1, 2), QString("10"));
     QCOMPARE(edits.size(), 0);
+}
+
+void TestGrid::goesWithAnEditorOpen()
+{
+    int asked = 0;
+    m_grid->setEditable([](int, int) { return true; });
+    m_grid->setValidateEdit([&](int, int, QString &) { return ++asked, true; });
+    m_grid->setCell(1, 2);
+    QVERIFY(m_grid->EditCell());
+    m_grid.reset();
+    QCOMPARE(asked, 0);
 }
 
 void TestGrid::listCellStoresId()

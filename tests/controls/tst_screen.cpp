@@ -436,7 +436,8 @@ void TestScreen::modalScreens()
     QVERIFY(!modal.isLoaded());
     QCOMPARE(modal.taken().filter("load"), QStringList({"load", "unload"}));
     QCOMPARE(m_form->taken(), QStringList("activate"));
-    QCOMPARE(modal.parentWidget(), nullptr);
+    QCOMPARE(modal.parentWidget(), m_form);
+    QVERIFY(modal.isHidden());
 }
 
 void TestScreen::unloadWhileActivating()
