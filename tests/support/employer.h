@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/connection.h"
+
+#include <QHash>
+
+#include <initializer_list>
+
+/// One employer with its rows, written by the program's own statements:
+/// `employer(connection, "A1").status(16).natures({1, 3}).expense(2008, 1, 3, 69, 12000);`
+class Employer
+{
+public:
+    Employer(Connection &connection, const QString &code);
+
+    Employer &name(const QString &name);
+    Employer &status(int clStatus);
+    Employer &surApp(const QString &digits);
+    Employer &natures(std::initializer_list<int> natures);
+    /// The list of natures as it stands in the column.
+    Employer &busnat(const QString &list);
+
+    /// An expense of one nature, or with nature -1 a consolidated one. Amounts are rupees.
+    Employer &expense(int year, int quarter, int nature, int expId, double amount);
+    /// The salary of one nature, or with nature -1 of all natures together.
+    Employer &salary(int year, int quarter, int nature, double amount);
+
+private:
+    void writeInfo();
+    void execute(const QString &statement);
+
+    Connection &m_connection;
+    QString m_code;
+    QString m_name = QStringLiteral("Employer");
+    QString m_busnat;
+    QString m_surApp = QStringLiteral("00000");
+    int m_status = 16;
+    QHash<int, int> m_lastSrNo; // by year and quarter
+};
+
+inline Employer employer(Connection &connection, const QString &code)
+{
+    return Employer(connection, code);
+}
