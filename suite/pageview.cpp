@@ -85,10 +85,10 @@ void PageView::fitWidth()
 
 void PageView::applyZoom(double zoom)
 {
-    const int page = currentPage();
+    const double place = m_pages ? verticalScrollBar()->value() / step() : 0; // in pages
     m_zoom = std::clamp(zoom, smallest, largest);
     updateRange();
-    showPage(page);
+    verticalScrollBar()->setValue(static_cast<int>(place * step()));
     viewport()->update();
     emit viewChanged();
 }

@@ -36,11 +36,14 @@ public:
     {
         constexpr int panLength = 10;
         constexpr int numberLength = 15;
+        constexpr int leastColumns = 32;
         m_edit->setObjectName(named("txt", spec));
         const bool number = spec.kind == FieldKind::Whole || spec.kind == FieldKind::Amount;
         m_edit->setMaxLength(spec.kind == FieldKind::Pan ? panLength : number ? numberLength : spec.maxLength);
         if (number)
             m_edit->setAlignment(Qt::AlignRight);
+        else
+            m_edit->setMinimumWidth(m_edit->fontMetrics().averageCharWidth() * leastColumns);
         if (spec.kind == FieldKind::Whole)
             m_edit->setValidator(new QIntValidator(0, 999999999, m_edit));
         else if (number)

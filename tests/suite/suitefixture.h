@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/msgbox.h"
+#include "controls/screen.h"
 #include "db/updater.h"
 #include "suite/wexabase.h"
 #include "tests/support/testmodule.h"
@@ -45,17 +46,23 @@ public:
                          "','AAACA1234A',16,'PUNE')"));
     }
 
-    /// Runs `steps` as soon as a modal screen is up, and then leaves it by Escape.
-    static void within(const std::function<void(QWidget *screen)> &steps)
+    /// Runs `steps` as soon as a modal screen is up, and unloads the screen behind them if it is still there.
+    static void within(const std::function<void(Screen *screen)> &steps)
     {
         QTimer::singleShot(0, [steps] {
-            QWidget *frame = QApplication::activeModalWidget();
-            QVERIFY2(frame != nullptr, "no modal screen is up");
-            const QPointer<QWidget> alive(frame);
-            steps(frame);
-            if (alive && alive->isVisible())
-                QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : frame, Qt::Key_Escape);
+            steps(modalScreen());
+            if (QApplication::activeModalWidget() != nullptr)
+                modalScreen()->Unload();
         });
+    }
+
+    static Screen *modalScreen()
+    {
+        const QWidget *frame = QApplication::activeModalWidget();
+        auto *screen = frame != nullptr ? frame->findChild<Screen *>() : nullptr;
+        if (screen == nullptr)
+            qFatal("no modal screen is up");
+        return screen;
     }
 
     template<class T>

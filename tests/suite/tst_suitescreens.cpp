@@ -1,0 +1,322 @@
+#include "controls/grid.h"
+#include "suite/addinfospec.h"
+#include "suite/bankstore.h"
+#include "suite/frmaddinfo.h"
+#include "suite/frmbankdet.h"
+#include "suite/frmbankmas.h"
+#include "suite/frmmiscinf.h"
+#include "suite/frmretreg.h"
+#include "suite/suitereports.h"
+#include "tests/suite/suitefixture.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+
+/// The suite's own screens, worked as a user does.
+class TestSuiteScreens : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void newAddInfoRowHasTheDefaults()
+    {
+        SuiteFixture suite(m_server);
+        frmaddinfo1 screen(suite.base);
+        open(screen);
+        type(screen, "txtWard", "range 1's");
+        click(screen, "cmdsave");
+        QVERIFY(!screen.isLoaded());
+        Cnn->Execute("Insert into FBT_AddInfo Values ('B2',2008,'0','RANGE 1''S','','1','0','','','0','0','0','','0',"
+                     "'','0','0','0','0','0','0',0,0,'','','','','','','1',0,'1',0,'1',0,'')");
+        QCOMPARE(row(suite, "A1"), row(suite, "B2"));
+        QCOMPARE(suite.module.logLines(), QStringList());
+    }
+
+    void columnsThatAreNotShownStay()
+    {
+        SuiteFixture suite(m_server);
+        Cnn->Execute("Insert into FBT_AddInfo Values ('A1',2008,'1','W','OLD','2','1','R1','01/08/2008','13','1','1',"
+                     "'02/02/2008','1','03/03/2008','1','1','1','1','1','1',5,9,'04/04/2008','ACK','A','B','C','D',"
+                     "'0',10.5,'0',20,'0',30,'todate')");
+        Cnn->Execute("Insert into FBT_AddInfo (Code_No,Tyear,Ward) Values ('A1',2009,'NEXT')");
+        const QStringList before = row(suite, "A1");
+        {
+            frmaddinfo1 screen(suite.base);
+            open(screen);
+            QVERIFY(check(screen, "chkIntDt")->isChecked());
+            QVERIFY(!edit(screen, "txtIntDt")->isEnabled());
+            QVERIFY(edit(screen, "txtAmt115WJ")->isEnabled()); // typed, since it is not computed
+            click(screen, "cmdsave");
+        }
+        QCOMPARE(row(suite, "A1"), before); // what was read is written, NOB "13" and old ward are not touched
+        {
+            frmaddinfo screen(suite.base);
+            open(screen);
+            QVERIFY(check(screen, "chkNOB_3")->isChecked());
+            QVERIFY(!check(screen, "chkNOB_2")->isChecked());
+            check(screen, "chkNOB_6")->click();
+            check(screen, "chkIntDt")->click();
+            edit(screen, "txtIntDt")->setFocus();
+            QTest::keyClicks(edit(screen, "txtIntDt"), "5-6-08");
+            click(screen, "cmdsave");
+        }
+        QCOMPARE(suite.module.rows("Select NOB,OldWard,IntDt,Amt115WJ from FBT_AddInfo Where Tyear=2008"),
+                 QStringList({"136\tOLD\t05/06/2008\t10.5"}));
+        QCOMPARE(suite.module.rows("Select Ward from FBT_AddInfo Where Tyear=2009"), QStringList({"NEXT"}));
+    }
+
+    void wrongEntriesAreNotSaved_data()
+    {
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("no date") << "txtRetDt"
+                                 << "31/02/2009"
+                                 << "Invalid Date.";
+        QTest::newRow("more in India than in all")
+            << "txtIndiaEmp"
+            << "10"
+            << "Employees based in India cannot be more than the total employees.";
+    }
+    void wrongEntriesAreNotSaved()
+    {
+        QFETCH(QString, field);
+        QFETCH(QString, text);
+        SuiteFixture suite(m_server);
+        frmaddinfo1 screen(suite.base);
+        open(screen);
+        check(screen, "chkEmpBoth")->click();
+        edit(screen, qPrintable(field))->setText(text);
+        click(screen, "cmdsave");
+        QVERIFY(screen.isLoaded());
+        QTEST(suite.answerer.texts().constLast(), "message");
+        QCOMPARE(row(suite, "A1"), QStringList());
+    }
+
+    void leavingAsksOnlyAfterAChange()
+    {
+        SuiteFixture suite(m_server);
+        frmaddinfo screen(suite.base);
+        open(screen);
+        type(screen, "txtWard", "X");
+        suite.answerer.answer(Reply::No);
+        click(screen, "cmdback");
+        QVERIFY(screen.isLoaded());
+        suite.answerer.answer(Reply::Yes);
+        click(screen, "cmdback");
+        QVERIFY(!screen.isLoaded());
+        QCOMPARE(suite.answerer.texts(), QStringList(QList<QString>(2, "Do you want to Cancel the Entry?")));
+        QCOMPARE(row(suite, "A1"), QStringList());
+
+        frmaddinfo again(suite.base);
+        open(again);
+        click(again, "cmdback");
+        QVERIFY(!again.isLoaded());
+        QCOMPARE(suite.answerer.texts().size(), 2);
+    }
+
+    void everyColumnOfTheRowIsKeptByOneOfTheForms()
+    {
+        SuiteFixture suite(m_server);
+        QStringList shown;
+        for (const ReturnForm form : {ReturnForm::Form3B, ReturnForm::Itr8}) {
+            for (const FieldGroup &group : AddInfoGroups(form))
+                for (const FieldSpec &spec : group.fields)
+                    shown << QString::fromLatin1(spec.column).toLower();
+        }
+        for (const FieldGroup &group : MiscInfGroups())
+            for (const FieldSpec &spec : group.fields)
+                shown << QString::fromLatin1(spec.column).toLower();
+        for (const QString &column :
+             suite.module.rows("Select Lower(COLUMN_NAME) from information_schema.COLUMNS Where TABLE_SCHEMA=Database()"
+                               " and TABLE_NAME in ('FBT_AddInfo','FBT_MiscInf') and ORDINAL_POSITION>2"))
+            QVERIFY2(shown.contains(column), qPrintable(column));
+    }
+
+    void oneDefaultAccount()
+    {
+        SuiteFixture suite(m_server);
+        frmbankdet screen(suite.base);
+        open(screen);
+        addAccount(screen, "first's", "1");
+        addAccount(screen, "second", "2");
+        QCOMPARE(banks(suite), QStringList({"1\tFIRST'S\t1\tY", "2\tSECOND\t2\tN"})); // the first is it by itself
+        click(screen, "cmdmodify");                                                   // the row added last is current
+        check(screen, "chkdefault")->click();
+        click(screen, "cmdupdate");
+        QCOMPARE(banks(suite), QStringList({"1\tFIRST'S\t1\tN", "2\tSECOND\t2\tY"}));
+        QVERIFY(SuiteFixture::find<Grid>(&screen, "vsf")->hasFocus());
+
+        suite.answerer.answer(Reply::Yes);
+        click(screen, "cmddelete");
+        QCOMPARE(banks(suite), QStringList({"1\tFIRST'S\t1\tN"}));
+        addAccount(screen, "third", "3");
+        QCOMPARE(banks(suite), QStringList({"1\tFIRST'S\t1\tN", "2\tTHIRD\t3\tN"}));
+        QCOMPARE(suite.module.logLines(), QStringList());
+    }
+
+    void accountNeedsBankAndNumber()
+    {
+        SuiteFixture suite(m_server);
+        frmbankdet screen(suite.base);
+        open(screen);
+        addAccount(screen, " ", "1");
+        QCOMPARE(suite.answerer.texts(), QStringList({"Please specify Name of the Bank."}));
+        QCOMPARE(banks(suite), QStringList());
+        suite.answerer.answer(Reply::Yes);
+        QTest::keyClick(edit(screen, "txtbank"), Qt::Key_Escape);
+        QCOMPARE(suite.answerer.texts().constLast(), QString("Do you want to Cancel the Entry?"));
+        QVERIFY(screen.isLoaded());
+        QVERIFY(!edit(screen, "txtbank")->isEnabled());
+    }
+
+    void banksInUseStay()
+    {
+        SuiteFixture suite(m_server);
+        QCOMPARE(SaveBank(Cnn, {0, "ALPHA", "PUNE", "0240001"}), 1);
+        QCOMPARE(SaveBank(Cnn, {0, "BETA", "", ""}), 2);
+        QCOMPARE(SaveBank(Cnn, {2, "BETA'S", "FORT", "0200011"}), 2);
+        Cnn->Execute("Insert into FBT_Challan (Code_No,BSRCode) Values ('A1',1)");
+        frmbankmas screen(suite.base);
+        open(screen);
+        Grid *vsf = SuiteFixture::find<Grid>(&screen, "vsf");
+        vsf->setRow(1);
+        click(screen, "cmddelete");
+        QCOMPARE(suite.answerer.texts(), QStringList({"A challan was paid at this bank. It cannot be deleted."}));
+        vsf->setRow(2);
+        suite.answerer.answer(Reply::Yes);
+        click(screen, "cmddelete");
+        QCOMPARE(suite.module.rows("Select * from bank_master"), QStringList({"1\tALPHA\tPUNE\t0240001"}));
+    }
+
+    void modalScreenOpensAndEnds()
+    {
+        SuiteFixture suite(m_server);
+        QString seen;
+        SuiteFixture::within([&seen](Screen *screen) { seen = screen->windowTitle(); });
+        suite.base.ShowBankMas();
+        QCOMPARE(seen, QString("Banks"));
+    }
+
+    void miscInfIsKeptByClientAndYear()
+    {
+        SuiteFixture suite(m_server);
+        suite.client("A1", "ALPHA");
+        suite.client("B2", "BETA");
+        frmmiscinf screen(suite.base);
+        open(screen);
+        check(screen, "chkRepAss")->click();
+        type(screen, "txtVar0_0", "agent");
+        type(screen, "txtVar1_11", "1/9/08");
+        auto *client = SuiteFixture::find<QComboBox>(&screen, "cboclient");
+        suite.answerer.answer(Reply::Yes); // save before going on
+        client->setCurrentIndex(1);
+        emit client->activated(1);
+        QVERIFY(!check(screen, "chkRepAss")->isChecked());
+        type(screen, "txtVar0_1", "wrong"); // disabled for this one: nothing arrives
+        click(screen, "cmdsave");
+        QCOMPARE(
+            suite.module.rows("Select Code_No,TYear,RepAss,Var0_0,Var1_11,Opt44AB from FBT_MiscInf order by Code_No"),
+            QStringList({"A1\t2008\t1\tAGENT\t01/09/2008\t0", "B2\t2008\t0\t\t\t0"}));
+    }
+
+    void wrongPanKeepsTheChoice()
+    {
+        SuiteFixture suite(m_server);
+        suite.client("A1", "ALPHA");
+        suite.client("B2", "BETA");
+        frmmiscinf screen(suite.base);
+        open(screen);
+        edit(screen, "txtVar1_3")->setText("AAA");
+        auto *client = SuiteFixture::find<QComboBox>(&screen, "cboclient");
+        suite.answerer.answer(Reply::Yes);
+        client->setCurrentIndex(1);
+        emit client->activated(1);
+        QCOMPARE(suite.answerer.texts(), QStringList({"Do you want to Save Changes?", "PAN No is not Valid."}));
+        QCOMPARE(client->currentIndex(), 0);
+        QCOMPARE(suite.module.rows("Select * from FBT_MiscInf"), QStringList());
+    }
+
+    void clientList()
+    {
+        SuiteFixture suite(m_server);
+        suite.client("B2", "ALPHA");
+        suite.client("A1", "BETA");
+        Cnn->Execute("Update FBT_Info Set STD='020',TelNo='25531',ClStatus=Null Where Code_no='A1'");
+        suite.base.ShowClDet();
+        QCOMPARE(suite.shelf->document->asText(),
+                 QString("List of Employers\n\n"
+                         "S. No.\tCode\tName\tPAN\tStatus\tTown/City/District\tTelephone\n"
+                         "1\tB2\tALPHA\tAAACA1234A\tStatus 16\tPUNE\t\n"
+                         "2\tA1\tBETA\tAAACA1234A\t\tPUNE\t020 25531\n"));
+    }
+
+    void returnRegister()
+    {
+        SuiteFixture suite(m_server);
+        for (const char *code : {"A1", "B2", "C3", "D4"})
+            suite.client(code, Sql("NAME ", code));
+        Cnn->Execute("Insert into FBT_AddInfo (Code_No,Tyear,RetDt,RetAckNo) Values ('A1',2008,'31/07/2008','ACK'),"
+                     "('B2',2008,'',''),('C3',2007,'01/01/2008','OLD')");
+        Cnn->Execute("Insert into FBT_RetDet (Code_No,Tyear,EflNo,EflDt) Values ('B2',2008,'E77','01/09/2008'),"
+                     "('D4',2008,'','__/__/____')"); // the empty mask is no date
+        QString picked;
+        SuiteFixture::within([&picked](Screen *screen) {
+            picked = SuiteFixture::find<QComboBox>(screen, "cboyear")->currentText();
+            SuiteFixture::find<QPushButton>(screen, "cmdshow")->click();
+        });
+        suite.base.ShowReturn();
+        QCOMPARE(picked, QString("2008-09"));
+        QCOMPARE(suite.shelf->document->asText().section('\n', 3),
+                 QString("1\tNAME A1\tITR-8\t31/07/2008\tACK\t2008\t-250\n"
+                         "2\tNAME B2\tITR-8\t01/09/2008\tE77\t2008\t-250\n"));
+    }
+
+private:
+    static void open(Screen &screen)
+    {
+        screen.openChild(nullptr);
+        screen.setDeleteOnUnload(false); // it belongs to the test
+        QVERIFY(QTest::qWaitForWindowActive(screen.window()));
+    }
+    static QLineEdit *edit(QWidget &screen, const char *name) { return SuiteFixture::find<QLineEdit>(&screen, name); }
+    static QCheckBox *check(QWidget &screen, const char *name) { return SuiteFixture::find<QCheckBox>(&screen, name); }
+    static void click(QWidget &screen, const char *name) { SuiteFixture::find<QPushButton>(&screen, name)->click(); }
+    static void type(QWidget &screen, const char *name, const QString &text)
+    {
+        edit(screen, name)->setFocus();
+        edit(screen, name)->selectAll();
+        if (edit(screen, name)->isEnabled())
+            QTest::keyClicks(edit(screen, name), text);
+    }
+
+    static void addAccount(QWidget &screen, const QString &bank, const QString &account)
+    {
+        click(screen, "cmdadd");
+        type(screen, "txtbank", bank);
+        type(screen, "txtaccount", account);
+        click(screen, "cmdupdate");
+    }
+
+    static QStringList row(SuiteFixture &suite, const char *code)
+    {
+        QStringList found =
+            suite.module.rows(Sql("Select * from FBT_AddInfo Where TYear=2008 and Code_No='", code, "'"));
+        for (QString &line : found)
+            line = line.section('\t', 1);
+        return found;
+    }
+
+    static QStringList banks(SuiteFixture &suite)
+    {
+        return suite.module.rows(
+            "Select SrNo,BankNm,AcNo,DefBank from FBT_BankDet Where Code_No='A1' and Yr=2008 order by SrNo");
+    }
+
+    TestServer m_server;
+};
+
+QTEST_MAIN(TestSuiteScreens)
+#include "tst_suitescreens.moc"
