@@ -6,10 +6,14 @@
 #include "masters/duedatestore.h"
 #include "masters/duedatewindows.h"
 #include "masters/gridlook.h"
-#include "masters/yearlist.h"
 #include "platform/dates.h"
+#include "suite/yearcombo.h"
+
+#include <QSignalBlocker>
 
 namespace {
+
+constexpr int lastYear = 2010;
 
 constexpr int dateColumn = 1; // the original date; in the list of instalments the only one
 constexpr int extendedColumn = 2;
@@ -103,9 +107,11 @@ void frmduedts::FORM_LOAD()
 {
     ErrorTail tail(this, "FORM_LOAD");
     Base->Resize_For_Resolution(this);
-    FillYears(ui->Combo4);
     SelYear = 0;
-    SelectYear(ui->Combo4, lastMasterYear);
+    {
+        const QSignalBlocker filling(ui->Combo4);
+        LoadYears(ui->Combo4, lastYear);
+    }
     LOADGRID();
 }
 
@@ -118,8 +124,8 @@ bool frmduedts::FORM_UNLOAD()
 void frmduedts::COMBO4_CLICK()
 {
     ErrorTail tail(this, "COMBO4_CLICK");
-    if (SelectedYear(ui->Combo4) != SelYear && SelYear != 0 && !maySaveChanges()) {
-        SelectYear(ui->Combo4, SelYear);
+    if (ui->Combo4->currentData().toInt() != SelYear && SelYear != 0 && !maySaveChanges()) {
+        ui->Combo4->setCurrentIndex(ui->Combo4->findData(SelYear));
         return;
     }
     LOADGRID();
@@ -135,7 +141,7 @@ bool frmduedts::maySaveChanges()
 void frmduedts::LOADGRID()
 {
     ErrorTail tail(this, "LOADGRID");
-    const int year = SelectedYear(ui->Combo4);
+    const int year = ui->Combo4->currentData().toInt();
     if (year == SelYear)
         return;
     SelYear = year;

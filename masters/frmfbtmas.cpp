@@ -6,8 +6,10 @@
 #include "frame/context/modbase.h"
 #include "masters/expenselaw.h"
 #include "masters/gridlook.h"
-#include "masters/yearlist.h"
 #include "platform/text.h"
+#include "suite/yearcombo.h"
+
+#include <QSignalBlocker>
 
 #include <algorithm>
 #include <utility>
@@ -16,6 +18,8 @@ namespace {
 
 constexpr QStringView rateFormat = u"###0.00";
 constexpr Qt::Alignment rightAligned = Qt::AlignRight | Qt::AlignVCenter;
+
+constexpr int lastYear = 2010;
 
 constexpr int sectionColumn = 1;
 constexpr int headTextColumn = 2;
@@ -134,9 +138,12 @@ void frmfbtmas::FORM_LOAD()
 {
     ErrorTail tail(this, "FORM_LOAD");
     Base->Resize_For_Resolution(this);
-    FillYears(ui->Combo4);
     SelYear = 0;
-    SelectYear(ui->Combo4, lastMasterYear);
+    {
+        const QSignalBlocker filling(ui->Combo4);
+        LoadYears(ui->Combo4, lastYear);
+    }
+    COMBO4_CLICK();
 }
 
 bool frmfbtmas::FORM_UNLOAD()
@@ -168,7 +175,7 @@ bool frmfbtmas::FORM_KEYDOWN(int key, Qt::KeyboardModifiers modifiers)
 void frmfbtmas::COMBO4_CLICK()
 {
     ErrorTail tail(this, "COMBO4_CLICK");
-    const int year = SelectedYear(ui->Combo4);
+    const int year = ui->Combo4->currentData().toInt();
     if (year == SelYear)
         return;
     SelYear = year;
