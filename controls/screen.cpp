@@ -196,7 +196,7 @@ QList<Screen *> Screen::modalScreens()
     QList<Screen *> open;
     for (QWidget *window : QApplication::topLevelWidgets()) {
         for (Screen *screen : window->findChildren<Screen *>()) {
-            if (screen->m_modalLoop && screen->m_loaded && !open.contains(screen))
+            if (screen->m_modalLoop && screen->m_modalLoop->isRunning() && screen->m_loaded && !open.contains(screen))
                 open << screen;
         }
     }

@@ -82,7 +82,7 @@ public:
     /// The screen that a widget belongs to, nullptr if none. A window opened over a screen does not belong to it.
     static Screen *of(const QWidget *widget);
 
-    /// The modal screens that are open now, the outermost first.
+    /// The modal screens that wait for the user now, the outermost first; one that is still being opened does not.
     static QList<Screen *> modalScreens();
 
     /// Where the sizes of windows are kept by screen name. Not owned; nullptr: they are not kept.

@@ -105,6 +105,8 @@ void ClsMain::takeConnection()
 {
     Cnn = present(MainObj->Cnn, "Cnn");
     Cnn->setFaultHandler(ErrorTail::dispatch);
+    if (MainObj->SuiteCnn != nullptr)
+        MainObj->SuiteCnn->setFaultHandler(ErrorTail::dispatch);
     present(Base, "Base")->CnnObj = Cnn;
     Base->vTmpPath = MainObj->TmpPath;
     Base->GetScreenReso();

@@ -1,0 +1,325 @@
+#include "frame/frmmain.h"
+
+#include "controls/pelkbtn.h"
+#include "db/frmupdatedb.h"
+#include "frame/context/errortail.h"
+#include "frame/context/modbase.h"
+#include "frame/frmLogin.h"
+#include "frame/frmsbase.h"
+#include "frame/frmsettings.h"
+#include "frame/password.h"
+#include "masters/frmclinfo.h"
+#include "masters/frmduedts.h"
+#include "masters/frmfbtmas.h"
+#include "masters/frmnatmas.h"
+#include "platform/clock.h"
+#include "platform/connection.h"
+#include "suite/siblings.h"
+#include "ui_frmmain.h"
+
+#include <QLocale>
+#include <QMainWindow>
+#include <QMenu>
+
+namespace {
+
+constexpr int escapeKey = 27;
+constexpr int tickMs = 1000;
+
+/// Loads a screen and shows it as a child of the host's window.
+template<typename S>
+void openScreen()
+{
+    (new S(MdiForm))->openChild(MdiForm);
+}
+
+} // namespace
+
+frmmain::frmmain(QWidget *parent)
+    : Screen(QStringLiteral("frmmain"), parent)
+    , ui(std::make_unique<Ui::frmmain>())
+{
+    ui->setupUi(this);
+    buildMenus();
+    wireButtons();
+    connect(&Timer4, &QTimer::timeout, this, &frmmain::TIMER4_TIMER);
+    connect(this, &Screen::unloaded, this, [] {
+        if (SuiteMode)
+            return;
+        NoTail none;
+        if (MdiForm != nullptr)
+            MdiForm->close();
+        if (MainObj != nullptr)
+            MainObj->TerminateObj();
+    });
+}
+
+frmmain::~frmmain() = default;
+
+QMenu *frmmain::addMenu(const QString &name, const QString &caption)
+{
+    auto *menu = new QMenu(caption, this);
+    menu->setObjectName(name);
+    return menu;
+}
+
+void frmmain::addEntry(QMenu *menu, const QString &name, const QString &caption, void (frmmain::*handler)())
+{
+    QAction *entry = menu->addAction(caption);
+    entry->setObjectName(name);
+    entry->setParent(this); // found by its name on the screen, as the controls are
+    connect(entry, &QAction::triggered, this, handler);
+}
+
+void frmmain::buildMenus()
+{
+    mnumain = addMenu(QStringLiteral("mnumain"), QStringLiteral("&Main Info"));
+    addEntry(mnumain, QStringLiteral("mnuclinfo"), QStringLiteral("&Employer's Detail"), &frmmain::MNUCLINFO_CLICK);
+    addEntry(mnumain, QStringLiteral("mnunatbus"), QStringLiteral("&Nature of Business"), &frmmain::MNUNATBUS_CLICK);
+    addEntry(mnumain, QStringLiteral("mnuexphead"), QStringLiteral("Expenses &Head Details"),
+             &frmmain::MNUEXPHEAD_CLICK);
+    addEntry(mnumain, QStringLiteral("mnuduedt"), QStringLiteral("&Due Date"), &frmmain::MNUDUEDT_CLICK);
+    mnureps = addMenu(QStringLiteral("mnureps"), QStringLiteral("&Reports"));
+    addEntry(mnureps, QStringLiteral("mnucldet"), QStringLiteral("&Client Details"), &frmmain::MNUCLDET_CLICK);
+    addEntry(mnureps, QStringLiteral("mnuret"), QStringLiteral("&Returns"), &frmmain::MNURET_CLICK);
+    mnutools = addMenu(QStringLiteral("mnutools"), QStringLiteral("T&ools"));
+    addEntry(mnutools, QStringLiteral("mnubkup"), QStringLiteral("&BackUp"), &frmmain::MNUBKUP_CLICK);
+    addEntry(mnutools, QStringLiteral("mnurestore"), QStringLiteral("&Restore"), &frmmain::MNURESTORE_CLICK);
+    addEntry(mnutools, QStringLiteral("mnurepair"), QStringLiteral("Refresh &Data"), &frmmain::MNUREPAIR_CLICK);
+    mnubkup = findChild<QAction *>(QStringLiteral("mnubkup"));
+}
+
+void frmmain::wireButtons()
+{
+    connect(ui->cmdmaster, &PelkBtn::clicked, this, [this] { openMenuBeside(ui->cmdmaster, mnumain); });
+    connect(ui->cmdfbtdet, &PelkBtn::clicked, this, &frmmain::CMDFBTDET_CLICK);
+    connect(ui->cmdreps, &PelkBtn::clicked, this, [this] { openMenuBeside(ui->cmdreps, mnureps); });
+    connect(ui->cmdtools, &PelkBtn::clicked, this, [this] { openMenuBeside(ui->cmdtools, mnutools); });
+    connect(ui->cmdsettings, &PelkBtn::clicked, this, &frmmain::CMDSETTINGS_CLICK);
+    connect(ui->cmdbill, &PelkBtn::clicked, this, &frmmain::CMDBILL_CLICK);
+    connect(ui->cmdmiscinf, &PelkBtn::clicked, this, &frmmain::CMDMISCINF_CLICK);
+    connect(ui->cmdprod, &PelkBtn::clicked, this, &frmmain::CMDPROD_CLICK);
+    connect(ui->cmdquit, &PelkBtn::clicked, this, &frmmain::CMDQUIT_CLICK);
+    connect(ui->lblcheckup, &QPushButton::clicked, this, &frmmain::LBLCHECKUP_CLICK);
+}
+
+void frmmain::FORM_LOAD()
+{
+    ErrorTail tail(this, QStringLiteral("FORM_LOAD"));
+    m_firstActivation = true;
+    Base->Resize_For_Resolution(this);
+    ui->cmdbill->setVisible(SuiteObjects != nullptr && SuiteObjects->knows(QStringLiteral("PrjWexaBill.Forms")));
+    for (QWidget *ownLauncherOnly : {static_cast<QWidget *>(ui->cmdprod), static_cast<QWidget *>(ui->lbltime),
+                                     static_cast<QWidget *>(ui->lbldate)})
+        ownLauncherOnly->setVisible(!SuiteMode);
+    if (!SuiteMode) {
+        TIMER4_TIMER();
+        Timer4.start(tickMs);
+    }
+}
+
+void frmmain::FORM_ACTIVATE()
+{
+    NoTail none;
+    enableButtons(false);
+    if (std::exchange(m_firstActivation, false))
+        firstActivation();
+    if (!m_leaving)
+        enableButtons(true);
+}
+
+void frmmain::enableButtons(bool on)
+{
+    for (PelkBtn *button : findChildren<PelkBtn *>())
+        button->setEnabled(on);
+}
+
+void frmmain::firstActivation()
+{
+    if (MainObj->ChkRepDbFlag())
+        Base->RepairData(this);
+    if ((MainObj->CreateDbFlag() || MainObj->UpdateDbFlag()) && !updateDatabase()) {
+        leave();
+        return;
+    }
+    GETPASSWORD();
+    if (!AdminPassword.isEmpty() && !passwordGiven()) {
+        leave();
+        return;
+    }
+    MainObj->ShowWexaNews();
+}
+
+bool frmmain::updateDatabase()
+{
+    DbUpdated = false;
+    frmupdatedb(MdiForm).showModal();
+    if (!DbUpdated) {
+        MsgBox(this, QStringLiteral("Failed to Update Database Structure."));
+        return false;
+    }
+    Cnn->Execute("Delete From VerInfo");
+    Cnn->Execute("Insert Into VerInfo Values ('2.10.1')");
+    Cnn->Execute("Flush Tables");
+    return true;
+}
+
+bool frmmain::passwordGiven()
+{
+    PasswordPassed = false;
+    frmLogin(MdiForm).showModal();
+    return PasswordPassed;
+}
+
+void frmmain::leave()
+{
+    m_leaving = true;
+    Unload();
+}
+
+bool frmmain::confirmQuit()
+{
+    if (MsgBox(this, QStringLiteral("Do you really want to exit ?"), Buttons::YesNo, Icon::None,
+               QStringLiteral("Sure to Quit...")) != Reply::Yes)
+        return false;
+    if (!SuiteMode && mnubkup->isEnabled() &&
+        MsgBox(this, QStringLiteral("Do you want to backup data?"), Buttons::YesNo, Icon::Question, QString(), 2) ==
+            Reply::Yes)
+        MNUBKUP_CLICK();
+    return true;
+}
+
+void frmmain::CMDQUIT_CLICK()
+{
+    ErrorTail tail(this, QStringLiteral("CMDQUIT_CLICK"));
+    if (confirmQuit())
+        leave();
+}
+
+bool frmmain::FORM_UNLOAD()
+{
+    ErrorTail tail(this, QStringLiteral("FORM_UNLOAD"));
+    // Closed by its window rather than by "Quit": the same questions.
+    return m_leaving || confirmQuit();
+}
+
+bool frmmain::FORM_KEYPRESS(int asciiKey)
+{
+    if (asciiKey == escapeKey && SuiteMode)
+        CMDQUIT_CLICK();
+    return asciiKey == escapeKey;
+}
+
+void frmmain::openMenuBeside(QWidget *button, QMenu *menu)
+{
+    menu->popup(button->mapToGlobal(QPoint(0, button->height())));
+}
+
+void frmmain::MNUCLINFO_CLICK()
+{
+    ErrorTail tail(this, QStringLiteral("MNUCLINFO_CLICK"));
+    openScreen<frmclinfo>();
+}
+
+void frmmain::MNUNATBUS_CLICK()
+{
+    ErrorTail tail(this, QStringLiteral("MNUNATBUS_CLICK"));
+    openScreen<frmnatmas>();
+}
+
+void frmmain::MNUEXPHEAD_CLICK()
+{
+    ErrorTail tail(this, QStringLiteral("MNUEXPHEAD_CLICK"));
+    openScreen<frmfbtmas>();
+}
+
+void frmmain::MNUDUEDT_CLICK()
+{
+    ErrorTail tail(this, QStringLiteral("MNUDUEDT_CLICK"));
+    openScreen<frmduedts>();
+}
+
+void frmmain::MNUCLDET_CLICK()
+{
+    ErrorTail tail(this, QStringLiteral("MNUCLDET_CLICK"));
+    Base->ShowClDet();
+}
+
+void frmmain::MNURET_CLICK()
+{
+    ErrorTail tail(this, QStringLiteral("MNURET_CLICK"));
+    Base->ShowReturn();
+}
+
+void frmmain::MNUBKUP_CLICK()
+{
+    ErrorTail tail(this, QStringLiteral("MNUBKUP_CLICK"));
+    Base->BackUp();
+}
+
+void frmmain::MNURESTORE_CLICK()
+{
+    ErrorTail tail(this, QStringLiteral("MNURESTORE_CLICK"));
+    if (!Base->Restoration())
+        return;
+    MsgBox(this, QStringLiteral("Software will Close Now. You have to start the Software again."));
+    leave();
+}
+
+void frmmain::MNUREPAIR_CLICK()
+{
+    ErrorTail tail(this, QStringLiteral("MNUREPAIR_CLICK"));
+    Base->RepairData(this);
+}
+
+void frmmain::CMDFBTDET_CLICK()
+{
+    ErrorTail tail(this, QStringLiteral("CMDFBTDET_CLICK"));
+    openScreen<frmsbase>();
+}
+
+void frmmain::CMDSETTINGS_CLICK()
+{
+    ErrorTail tail(this, QStringLiteral("CMDSETTINGS_CLICK"));
+    openScreen<frmsettings>();
+}
+
+void frmmain::CMDBILL_CLICK()
+{
+    ErrorTail tail(this, QStringLiteral("CMDBILL_CLICK"));
+    const std::unique_ptr<SuiteObject> made = CreateObject(QStringLiteral("PrjWexaBill.Forms"));
+    if (auto *billing = dynamic_cast<BillingObject *>(made.get())) {
+        billing->CallBilling(QStringLiteral("F"));
+        billing->OpenBilling();
+    }
+}
+
+void frmmain::CMDMISCINF_CLICK()
+{
+    ErrorTail tail(this, QStringLiteral("CMDMISCINF_CLICK"));
+    const std::unique_ptr<SuiteObject> made = CreateObject(QStringLiteral("WexaMiscInf.ClsMain"));
+    if (auto *miscInf = dynamic_cast<MiscInfObject *>(made.get())) {
+        miscInf->InitMe(Base->AppPath, Cnn, QStringLiteral("FBTLogger.log"), Base->vScreenRatX, Base->vScreenRatY,
+                        Base->vScreenRatFS);
+        miscInf->ObjMain();
+    }
+}
+
+void frmmain::CMDPROD_CLICK()
+{
+    ErrorTail tail(this, QStringLiteral("CMDPROD_CLICK"));
+    MainObj->ShowAbout();
+}
+
+void frmmain::LBLCHECKUP_CLICK()
+{
+    ErrorTail tail(this, QStringLiteral("LBLCHECKUP_CLICK"));
+    MainObj->CheckForUpdates();
+}
+
+void frmmain::TIMER4_TIMER()
+{
+    const QDateTime now = Now();
+    ui->lbltime->setText(QLocale().toString(now.time(), QLocale::LongFormat));
+    ui->lbldate->setText(QLocale().toString(now.date(), QLocale::LongFormat));
+}

@@ -1,0 +1,67 @@
+#include "frame/frmsbase.h"
+
+#include "entry/frmfbtdet.h"
+#include "frame/context/errortail.h"
+#include "frame/context/modbase.h"
+#include "frame/selection.h"
+#include "platform/dates.h"
+#include "ui_frmsbase.h"
+
+#include <QMainWindow>
+
+namespace {
+constexpr int enterKey = 13;
+}
+
+frmsbase::frmsbase(QWidget *parent)
+    : Screen(QStringLiteral("frmsbase"), parent)
+    , ui(std::make_unique<Ui::frmsbase>())
+{
+    ui->setupUi(this);
+    connect(ui->cmdback, &QPushButton::clicked, this, &Screen::Unload);
+    connect(ui->ClGrd1, &ClGrd::DblClick, this, &frmsbase::PROCEED);
+    connect(ui->ClGrd1, &ClGrd::KeyPress, this, [this](int ascii) {
+        if (ascii == enterKey)
+            PROCEED();
+    });
+}
+
+frmsbase::~frmsbase() = default;
+
+void frmsbase::FORM_LOAD()
+{
+    ErrorTail tail(this, QStringLiteral("FORM_LOAD"));
+    Base->Resize_For_Resolution(this);
+    ui->ClGrd1->DispClGrid();
+    ui->ClGrd1->SelectLastClient();
+    for (int year = 2006; year <= 2010; ++year)
+        ui->cboasyear->addItem(LongYearLabel(year));
+    ui->cboasyear->setCurrentIndex(FirstYearPosition(Base->TYear));
+}
+
+void frmsbase::FORM_ACTIVATE()
+{
+    ui->ClGrd1->setFocus();
+}
+
+void frmsbase::PROCEED()
+{
+    ErrorTail tail(this, QStringLiteral("PROCEED"));
+    if (ui->ClGrd1->Row() < 1) {
+        MsgBox(this, QStringLiteral("Select a Client."));
+        return;
+    }
+    if (ui->cboasyear->currentIndex() < 0) {
+        MsgBox(this, QStringLiteral("Pleas Select Assessment Year."));
+        return;
+    }
+    const int row = ui->ClGrd1->Row();
+    bool taxed = true;
+    tail([&] {
+        taxed = TakeClientAndYear(ui->ClGrd1->TextMatrix(row, 0), ui->ClGrd1->TextMatrix(row, 1),
+                                  ui->cboasyear->currentText());
+    });
+    if (!taxed)
+        MsgBox(this, QStringLiteral("FBT is not applicable for A.Y. 2010-11."), Buttons::Ok, Icon::Information);
+    (new frmfbtdet(MdiForm))->openChild(MdiForm);
+}

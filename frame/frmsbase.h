@@ -1,0 +1,27 @@
+#pragma once
+
+#include "controls/screen.h"
+
+#include <memory>
+
+namespace Ui {
+class frmsbase;
+}
+
+/// Chooses the client and the assessment year that all later screens work on.
+class frmsbase : public Screen
+{
+    Q_OBJECT
+
+public:
+    explicit frmsbase(QWidget *parent = nullptr);
+    ~frmsbase() override;
+
+    void FORM_LOAD() override;
+    void FORM_ACTIVATE() override;
+
+private:
+    void PROCEED();
+
+    std::unique_ptr<Ui::frmsbase> ui;
+};

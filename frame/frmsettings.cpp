@@ -1,0 +1,94 @@
+#include "frame/frmsettings.h"
+
+#include "frame/context/errortail.h"
+#include "frame/context/modbase.h"
+#include "frame/password.h"
+#include "platform/text.h"
+#include "ui_frmsettings.h"
+
+#include <QPrinterInfo>
+
+namespace {
+
+constexpr double mostLines = 70;
+
+QString section()
+{
+    return QStringLiteral("Settings");
+}
+
+void fillPrinters(QComboBox *combo, const QString &stored)
+{
+    combo->addItem(QString());
+    combo->addItems(QPrinterInfo::availablePrinterNames());
+    combo->setCurrentIndex(combo->findText(stored));
+}
+
+} // namespace
+
+frmsettings::frmsettings(QWidget *parent)
+    : Screen(QStringLiteral("frmsettings"), parent)
+    , ui(std::make_unique<Ui::frmsettings>())
+{
+    ui->setupUi(this);
+    ui->xpcmdbutton1->setProperty("causesCheck", false);
+    connect(ui->xpcmdbutton1, &QPushButton::clicked, this, &Screen::Unload);
+    connect(ui->xpcmdbutton2, &QPushButton::clicked, this, &frmsettings::XPCMDBUTTON2_CLICK);
+    connect(this, &Screen::left, this, [this](const QWidget *field) {
+        if (field == ui->txtlines)
+            TXTLINES_LOSTFOCUS();
+    });
+}
+
+frmsettings::~frmsettings() = default;
+
+void frmsettings::FORM_LOAD()
+{
+    ErrorTail tail(this, QStringLiteral("FORM_LOAD"));
+    Base->Resize_For_Resolution(this);
+    fillPrinters(ui->cbodos, Base->GetSettingINI(section(), QStringLiteral("DosPrinter"), QString()));
+    fillPrinters(ui->cbowin, Base->GetSettingINI(section(), QStringLiteral("WinPrinter"), QString()));
+    ui->txtlines->setText(Base->GetSettingINI(section(), QStringLiteral("LinesPP"), QStringLiteral("70")));
+    ui->Check1->setChecked(Val(Base->GetSettingINI(section(), QStringLiteral("Pin24"), QStringLiteral("0"))) != 0);
+}
+
+void frmsettings::TXTLINES_LOSTFOCUS()
+{
+    const double lines = Val(ui->txtlines->text());
+    if (lines > mostLines || lines < 1)
+        ui->txtlines->setText(QStringLiteral("70"));
+}
+
+void frmsettings::XPCMDBUTTON2_CLICK()
+{
+    ErrorTail tail(this, QStringLiteral("XPCMDBUTTON2_CLICK"));
+    if (!savePassword())
+        return;
+    saveSettings();
+    Unload();
+}
+
+bool frmsettings::savePassword()
+{
+    ErrorTail tail(this, QStringLiteral("XPCMDBUTTON2_CLICK"));
+    if (ui->Text1->text().isEmpty() && ui->Text2->text().isEmpty())
+        return true;
+    if (ui->Text1->text() == AdminPassword) {
+        tail([this] { StorePassword(ui->Text2->text()); });
+        return true;
+    }
+    MsgBox(this, QStringLiteral("Invalid Password, try again!"), Buttons::Ok, Icon::None, QStringLiteral("Login"));
+    ui->Text1->setFocus();
+    ui->Text1->selectAll();
+    return false;
+}
+
+void frmsettings::saveSettings()
+{
+    TXTLINES_LOSTFOCUS(); // a mnemonic saves without leaving the field
+    Base->SaveSettingINI(section(), QStringLiteral("DosPrinter"), ui->cbodos->currentText());
+    Base->SaveSettingINI(section(), QStringLiteral("WinPrinter"), ui->cbowin->currentText());
+    Base->SaveSettingINI(section(), QStringLiteral("LinesPP"), NumberText(Val(ui->txtlines->text())));
+    Base->SaveSettingINI(section(), QStringLiteral("Pin24"),
+                         ui->Check1->isChecked() ? QStringLiteral("1") : QStringLiteral("0"));
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "controls/screen.h"
+
+#include <memory>
+
+class QComboBox;
+class QLineEdit;
+
+namespace Ui {
+class frmsettings;
+}
+
+/// Keeps the printers, the page length of text printing and the administrator's password.
+class frmsettings : public Screen
+{
+    Q_OBJECT
+
+public:
+    explicit frmsettings(QWidget *parent = nullptr);
+    ~frmsettings() override;
+
+    void FORM_LOAD() override;
+
+private:
+    void TXTLINES_LOSTFOCUS();
+    void XPCMDBUTTON2_CLICK();
+    bool savePassword();
+    void saveSettings();
+
+    std::unique_ptr<Ui::frmsettings> ui;
+};

@@ -1,0 +1,64 @@
+#include "frame/password.h"
+
+#include "frame/context/errortail.h"
+#include "frame/context/modbase.h"
+#include "platform/recordset.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int shift = 47;
+constexpr QChar quote(39); // would end the text in the statement
+constexpr QChar comma(44);
+
+} // namespace
+
+QString ScramblePassword(const QString &plain)
+{
+    QString scrambled;
+    for (const QChar c : plain) {
+        if (c.unicode() < shift)
+            throw FaultError(FaultNumber::TypeMismatch,
+                             QStringLiteral("The password holds a character below code 47."));
+        scrambled.prepend(QChar(c.unicode() - shift));
+    }
+    return scrambled.replace(quote, comma);
+}
+
+QString UnscramblePassword(const QString &scrambled)
+{
+    QString plain = scrambled;
+    std::reverse(plain.begin(), plain.end());
+    plain.replace(comma, quote);
+    for (QChar &c : plain)
+        c = QChar(c.unicode() + shift);
+    return plain;
+}
+
+void GETPASSWORD()
+{
+    ErrorTail tail(QStringLiteral("MODBASE"), QStringLiteral("GETPASSWORD"));
+    Cnn->Execute("Create Table if not Exists TableMP (Val1 Varchar(10))");
+    Cnn->Execute("Flush Tables");
+    QString stored;
+    Recordset rows;
+    rows.Open("TableMP", Cnn);
+    if (rows.empty()) {
+        Cnn->Execute("Insert into TableMP Values('')");
+        Cnn->Execute("Flush Tables");
+    } else {
+        stored = rows.Fields(u"Val1").text();
+    }
+    AdminPassword = UnscramblePassword(stored);
+}
+
+void StorePassword(const QString &plain)
+{
+    const QString scrambled = ScramblePassword(plain);
+    AdminPassword = plain;
+    Cnn->Execute("Delete from TableMP");
+    Cnn->Execute("Flush Tables");
+    Cnn->Execute(Sql("Insert into TableMP Values('", scrambled, "')"));
+    Cnn->Execute("Flush Tables");
+}

@@ -1,0 +1,18 @@
+# Plays the scripts of one story and compares what they print.
+file(REMOVE_RECURSE "${SCRATCH}")
+file(MAKE_DIRECTORY "${SCRATCH}/app")
+file(GLOB scripts "${STORY}/*.fbt")
+list(SORT scripts)
+foreach(script IN LISTS scripts)
+  get_filename_component(name "${script}" NAME_WE)
+  execute_process(COMMAND "${DRIVER}" --data "${SCRATCH}/db" --app "${SCRATCH}/app" "${script}"
+    WORKING_DIRECTORY "${SCRATCH}" OUTPUT_VARIABLE printed ERROR_VARIABLE complaints RESULT_VARIABLE code)
+  file(WRITE "${SCRATCH}/${name}.out" "${printed}")
+  execute_process(COMMAND diff -u "${STORY}/${name}.out" "${SCRATCH}/${name}.out" OUTPUT_VARIABLE difference RESULT_VARIABLE differs)
+  if(NOT code EQUAL 0 OR NOT differs EQUAL 0)
+    message(FATAL_ERROR "${name}: exit ${code}\n${complaints}\n${difference}")
+  endif()
+  if(EXISTS "${STORY}/pelkfbt.ini")
+    file(COPY "${STORY}/pelkfbt.ini" DESTINATION "${SCRATCH}/app")
+  endif()
+endforeach()

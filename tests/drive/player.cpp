@@ -1,0 +1,284 @@
+#include "player.h"
+
+#include "calc/modfbtcalc.h"
+#include "controls.h"
+#include "controls/grid.h"
+#include "controls/screen.h"
+#include "frame/context/errortail.h"
+#include "frame/context/modbase.h"
+#include "platform/clock.h"
+#include "platform/dates.h"
+#include "platform/recordset.h"
+
+#include <QApplication>
+#include <QTimer>
+
+#include <iterator>
+
+namespace {
+
+constexpr int tickMs = 1;
+
+const QString &word(const Command &command, int index)
+{
+    if (index >= command.words.size())
+        throw ScriptError(QStringLiteral("%1 needs more words").arg(command.name));
+    return command.words[index];
+}
+
+int number(const Command &command, int index)
+{
+    bool good = false;
+    const int value = word(command, index).toInt(&good);
+    if (!good)
+        throw ScriptError(QStringLiteral("'%1' is no number").arg(word(command, index)));
+    return value;
+}
+
+bool onOff(const QString &text)
+{
+    if (text != u"on" && text != u"off")
+        throw ScriptError(QStringLiteral("'%1' is neither on nor off").arg(text));
+    return text == u"on";
+}
+
+Reply replyOf(const QString &text)
+{
+    for (const Reply reply : {Reply::Yes, Reply::No, Reply::Ok, Reply::Cancel}) {
+        if (ReplyWord(reply) == text)
+            return reply;
+    }
+    throw ScriptError(QStringLiteral("'%1' is no reply").arg(text));
+}
+
+void setToday(const QString &text)
+{
+    const QDate date = DateFromText(text);
+    if (!date.isValid())
+        throw ScriptError(QStringLiteral("'%1' is no date").arg(text));
+    SetToday(date);
+}
+
+/// A script that does not begin with `start` begins with it done.
+std::vector<Command> withStart(std::vector<Command> commands)
+{
+    if (!commands.empty() && commands.front().name == u"start")
+        return commands;
+    std::vector<Command> all(1);
+    all.front().name = QStringLiteral("start");
+    std::move(commands.begin(), commands.end(), std::back_inserter(all));
+    return all;
+}
+
+void makeCurrent(Grid *grid, int row)
+{
+    if (row < grid->FixedRows() || row >= grid->Rows())
+        throw ScriptError(QStringLiteral("the grid has no row %1").arg(row));
+    grid->setFocus();
+    grid->setRow(row);
+}
+
+} // namespace
+
+void PrintingAnswerer::recorded(const Record &record)
+{
+    m_out << record.line() << '\n';
+    m_out.flush();
+}
+
+Player::Player(std::vector<Command> commands, DrivenProgram &program, QTextStream &out, QTextStream &err)
+    : m_commands(withStart(std::move(commands)))
+    , m_program(program)
+    , m_out(out)
+    , m_err(err)
+    , m_answerer(out)
+    , m_before(SetAnswerer(&m_answerer))
+{
+    addStateCommands();
+    addControlCommands();
+    addGridCommands();
+    addPrintingCommands();
+}
+
+Player::~Player()
+{
+    SetAnswerer(m_before);
+}
+
+void Player::begin()
+{
+    QTimer::singleShot(0, this, &Player::step);
+}
+
+void Player::step()
+{
+    if (m_ended)
+        return;
+    // A timer of its own for each step: one that is being served would not come again in a loop within.
+    QTimer::singleShot(tickMs, this, &Player::step);
+    // A command still runs: only a modal screen that it opened may take the next one.
+    if (m_running > 0 && static_cast<int>(Screen::modalScreens().size()) <= m_modalAtStart)
+        return;
+    if (m_next == m_commands.size()) {
+        end();
+        return;
+    }
+    run(m_commands[m_next++]);
+}
+
+void Player::run(const Command &command)
+{
+    const int modalBefore = m_modalAtStart;
+    m_modalAtStart = static_cast<int>(Screen::modalScreens().size());
+    ++m_running;
+    try {
+        const auto handler = m_handlers.find(command.name);
+        if (handler == m_handlers.end())
+            throw ScriptError(QStringLiteral("unknown command '%1'").arg(command.name));
+        handler->second(command);
+    } catch (const ScriptError &error) {
+        fail(command, QString::fromUtf8(error.what()));
+    }
+    --m_running;
+    m_modalAtStart = modalBefore;
+    m_out.flush();
+}
+
+void Player::fail(const Command &command, const QString &why)
+{
+    m_out.flush();
+    m_err << "line " << command.line << ": " << why << '\n';
+    m_err.flush();
+    m_exitCode = 1;
+    end();
+}
+
+void Player::end()
+{
+    if (std::exchange(m_ended, true))
+        return;
+    emit finished();
+}
+
+void Player::addStateCommands()
+{
+    m_handlers[QStringLiteral("start")] = [this](const Command &) { m_program.showMain(); };
+    m_handlers[QStringLiteral("today")] = [](const Command &c) { setToday(word(c, 0)); };
+    m_handlers[QStringLiteral("answer")] = [this](const Command &c) {
+        for (const QString &text : c.words)
+            m_answerer.answer(replyOf(text));
+    };
+    m_handlers[QStringLiteral("file")] = [this](const Command &c) { m_answerer.answerFile(c.rest.trimmed()); };
+    m_handlers[QStringLiteral("sql")] = [this](const Command &c) { runSql(c.rest); };
+    m_handlers[QStringLiteral("compute")] = [this](const Command &) {
+        CALCFBT();
+        printValues();
+    };
+    m_handlers[QStringLiteral("report")] = [this](const Command &c) {
+        if (!m_program.writeReport(c.rest.trimmed()))
+            throw ScriptError(QStringLiteral("no report could be written to %1").arg(c.rest.trimmed()));
+    };
+}
+
+void Player::addControlCommands()
+{
+    m_handlers[QStringLiteral("set")] = [](const Command &c) {
+        controls::setText(controls::findUsable(word(c, 0)), c.textBehind(1));
+    };
+    m_handlers[QStringLiteral("type")] = [](const Command &c) {
+        controls::typeText(controls::findUsable(word(c, 0)), c.textBehind(1));
+    };
+    m_handlers[QStringLiteral("choose")] = [](const Command &c) {
+        controls::choose(controls::findUsable(word(c, 0)), c.textBehind(1));
+    };
+    m_handlers[QStringLiteral("check")] = [](const Command &c) {
+        controls::check(controls::findUsable(word(c, 0)), onOff(word(c, 1)));
+    };
+    m_handlers[QStringLiteral("click")] = [](const Command &c) {
+        QObject *control = controls::find(word(c, 0));
+        controls::click(control->isWidgetType() ? controls::findUsable(word(c, 0)) : control);
+    };
+    m_handlers[QStringLiteral("key")] = [](const Command &c) {
+        controls::pressKey(controls::findUsable(word(c, 0)), word(c, 1));
+    };
+}
+
+void Player::addGridCommands()
+{
+    m_handlers[QStringLiteral("row")] = [](const Command &c) {
+        controls::findUsable(word(c, 0));
+        makeCurrent(controls::findGrid(word(c, 0)), number(c, 1));
+    };
+    m_handlers[QStringLiteral("cell")] = [](const Command &c) {
+        controls::findUsable(word(c, 0));
+        controls::editCell(controls::findGrid(word(c, 0)), number(c, 1), number(c, 2), c.textBehind(3));
+    };
+    m_handlers[QStringLiteral("dblclick")] = [](const Command &c) {
+        controls::findUsable(word(c, 0));
+        controls::doubleClick(controls::findGrid(word(c, 0)));
+    };
+    m_handlers[QStringLiteral("header")] = [](const Command &c) {
+        controls::findUsable(word(c, 0));
+        controls::clickHeader(controls::findGrid(word(c, 0)), number(c, 1));
+    };
+}
+
+void Player::addPrintingCommands()
+{
+    m_handlers[QStringLiteral("read")] = [this](const Command &c) {
+        m_out << word(c, 0) << '\t' << controls::describe(controls::find(word(c, 0))) << '\n';
+    };
+    m_handlers[QStringLiteral("grid")] = [this](const Command &c) {
+        for (const QString &line : controls::rowsOf(controls::findGrid(word(c, 0))))
+            m_out << line << '\n';
+    };
+    m_handlers[QStringLiteral("focus")] = [this](const Command &) {
+        const QWidget *focus = controls::focused();
+        m_out << (focus == nullptr ? QString() : controls::nameOf(focus)) << '\n';
+    };
+    m_handlers[QStringLiteral("screens")] = [this](const Command &) {
+        for (const QString &name : controls::openScreens())
+            m_out << name << '\n';
+    };
+    m_handlers[QStringLiteral("values")] = [this](const Command &) { printValues(); };
+}
+
+void Player::printValues()
+{
+    const auto print = [this](const char *name, const QString &value) { m_out << name << '=' << value << '\n'; };
+    const auto printAll = [this](const char *name, const auto &values) {
+        for (std::size_t i = 1; i < values.size(); ++i)
+            m_out << name << '(' << i << ")=" << NumberText(values[i]) << '\n';
+    };
+    printAll("FBTExpAmt", FBTExpAmt);
+    printAll("FBTValue", FBTValue);
+    printAll("FBTQtrValue", FBTQtrValue);
+    print("FBTTotalValue", NumberText(FBTTotalValue));
+    print("FBTTaxableValue", NumberText(FBTTaxableValue));
+    print("FBTTax", NumberText(FBTTax));
+    print("FBTSurcharge", NumberText(FBTSurcharge));
+    print("FBTEduCess", NumberText(FBTEduCess));
+    print("FBTSHECess", NumberText(FBTSHECess));
+    printAll("FBTRate", FBTRate);
+    print("EmpBoth", EmpBoth ? QStringLiteral("True") : QStringLiteral("False"));
+    print("SepBooks", SepBooks ? QStringLiteral("True") : QStringLiteral("False"));
+    print("IndiaEmp", NumberText(IndiaEmp));
+    print("TotalEmp", NumberText(TotalEmp));
+}
+
+void Player::runSql(const QString &statement)
+{
+    Fault fault;
+    Cnn->setFaultHandler([&fault](const Fault &f) { fault = f; });
+    Recordset rows;
+    rows.Open(statement.trimmed() + u' ', Cnn);
+    Cnn->setFaultHandler(ErrorTail::dispatch);
+    if (fault.number != 0)
+        throw ScriptError(fault.description);
+    for (; !rows.Eof(); rows.MoveNext()) {
+        QStringList fields;
+        for (int i = 0; i < rows.FieldCount(); ++i)
+            fields << (rows.Fields(i).isNull() ? QStringLiteral("NULL") : rows.Fields(i).text());
+        m_out << fields.join(u'\t') << '\n';
+    }
+}
