@@ -79,8 +79,8 @@ void ConsolidatedPanel::setUpGrid(Grid *grid, const QStringList &rowCaptions)
         grid->setTextMatrix(row, 0, rowCaptions[row - 1]);
     for (int col = 1; col < grid->Cols(); ++col)
         grid->setColAlignment(col, Qt::AlignRight);
-    constexpr int captionWidth = 220;
-    constexpr int amountWidth = 150;
+    constexpr int captionWidth = 212;
+    constexpr int amountWidth = 140;
     for (int col = 0; col < grid->Cols(); ++col)
         grid->setColWidth(col, col == 0 ? captionWidth : amountWidth);
 }

@@ -89,10 +89,10 @@ void frmannualfbt::setUpGrid()
     vsf2->setFixedRows(2);
     setCaptions(vsf2);
     vsf2->setMergeHeaders(true);
-    const int widths[] = {50, 190, 250, 50};
+    const int widths[] = {44, 150, 190, 44};
     for (int col = 0; col < columnCount; ++col) {
         const bool figure = col > rateColumn;
-        vsf2->setColWidth(col, figure ? 96 : widths[col]);
+        vsf2->setColWidth(col, figure ? 90 : widths[col]);
         if (figure)
             vsf2->setColFormat(col, QStringLiteral("###0.00"));
         if (figure || col == 0 || col == rateColumn)

@@ -1,7 +1,7 @@
 #include "entry/frmannualfbt.h"
 #include "tests/entry/entryscreen.h"
 
-#include <QTimer>
+#include <QRegularExpression>
 
 Q_GLOBAL_STATIC(TestServer, server)
 Q_GLOBAL_STATIC_WITH_ARGS(LawDatabase, delivered, (*server))

@@ -3,6 +3,7 @@
 
 #include <QLabel>
 #include <QSignalSpy>
+#include <QTimer>
 
 Q_GLOBAL_STATIC(TestServer, server)
 Q_GLOBAL_STATIC_WITH_ARGS(LawDatabase, delivered, (*server))
@@ -265,6 +266,30 @@ private slots:
                  QStringList({"2008\t2\t1\t7\t57\t0", "2008\t2\t-1\t8\t69\t0", "2008\t2\t7\t9\t102\t0",
                               "2008\t2\t1\t11\t57\t0", "2008\t2\t-1\t12\t69\t0", "2008\t2\t7\t13\t102\t0"}));
         QCOMPARE(stage.shown("vsf2").size(), 7); // a share of nothing is no row
+    }
+
+    void annualInput()
+    {
+        Stage stage(*delivered, 2008);
+        stage.client({1, 7}).expense(2008, 1, 7, localConveyance, 20);
+        stage.open();
+        stage.choose("cbonature", 1);
+        QStringList seen;
+        QTimer::singleShot(0, stage.screen, [&] {
+            Screen *annual = Screen::of(QApplication::focusWidget());
+            seen << annual->objectName() << annual->findChild<QComboBox *>("cbonature")->currentText();
+            QTest::mouseClick(annual->findChild<QPushButton *>("cmdmodifyded"), Qt::LeftButton);
+            annual->findChild<QLineEdit *>("txtdedflds_2")->setText("25");
+            annual->findChild<QLineEdit *>("txtdedflds_5")->setText("9");
+            QTest::mouseClick(annual->findChild<QPushButton *>("cmdupdateded"), Qt::LeftButton);
+            stage.user.answer(Reply::Yes);
+            annual->Unload();
+        });
+        stage.click("cmdimp");
+        QCOMPARE(seen, QStringList({"frmannualfbt", "Any Other Business"}));
+        QCOMPARE(stage.details(), QStringList({"2008\t1\t7\t1\t57\t25", "2008\t4\t7\t1\t57\t9"}));
+        QCOMPARE(stage.shown("vsf2"), QStringList("1 Conveyance Local conveyance 20 25.00 5.00"));
+        QCOMPARE(stage.text("txtdedflds_2"), "25.00");
     }
 
     void employeesAbroad()
