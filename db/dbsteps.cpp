@@ -11,6 +11,19 @@ QString firstRowOf(const QString &table)
     return Sql("Select * from ", table, " Limit 1");
 }
 
+// Opens a group and sends its statements, but not its end. False when nothing of it can stay.
+bool sendGroup(Connection *connection, const QStringList &statements)
+{
+    if (!connection->beginGroup())
+        return false;
+    for (const QString &statement : statements) {
+        connection->Execute(statement);
+        if (connection->groupLost())
+            return false;
+    }
+    return true;
+}
+
 } // namespace
 
 void FlushTables(Connection *connection)
@@ -46,16 +59,18 @@ int NextNumber(Connection *connection, const QString &table, const QString &colu
     return FirstField(connection, Sql("Select Max(", column, ") from ", table)).whole() + 1;
 }
 
-bool WriteTogether(Connection *connection, const QStringList &statements)
+ServerLost::ServerLost()
+    : FaultError(FaultNumber::ConnectionClosed,
+                 QStringLiteral("The database server was lost. The next update completes this one."))
 {
-    if (!connection->beginGroup())
-        return false;
-    for (const QString &statement : statements) {
-        connection->Execute(statement);
-        if (connection->groupLost())
-            break; // each further statement would only be refused
-    }
-    return connection->commitGroup();
+}
+
+void WriteTogether(Connection *connection, const QStringList &statements)
+{
+    const bool sent = sendGroup(connection, statements) || sendGroup(connection, statements);
+    // When the server is lost at the commit itself nobody knows what it did: that must not be sent again.
+    if (!sent || !connection->commitGroup())
+        throw ServerLost();
 }
 
 void Fill(Connection *connection, const QStringList &rows)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/fault.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -25,10 +27,18 @@ void Write(Connection *connection, const QString &statement);
 /// A number behind the highest one in a column, 1 when there is none.
 [[nodiscard]] int NextNumber(Connection *connection, const QString &table, const QString &column);
 
+/// The server was lost within a group of statements, and trying again did not help. Later steps build on the rows that
+/// are missing now, so the update stops here and the next one completes it.
+class ServerLost : public FaultError
+{
+public:
+    ServerLost();
+};
+
 /// Carries the statements out so that a lost server leaves all of them or none: the check whether rows are missing looks
 /// at the first row only, and a table filled by half would stay so. A statement that the server refuses costs itself
-/// only. False when nothing stayed.
-bool WriteTogether(Connection *connection, const QStringList &statements);
+/// only. A lost group is tried once more; throws `ServerLost`.
+void WriteTogether(Connection *connection, const QStringList &statements);
 
 /// Writes the rows of a table in which a probe found none, and the flush behind them.
 void Fill(Connection *connection, const QStringList &rows);

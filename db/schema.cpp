@@ -70,7 +70,8 @@ constexpr TableShape moduleTables[] = {
                "DESIGNATION char(50), PNOO1 char(50), PNOO2 char(50), PNOR1 char(50), PNOR2 char(50), NO char(50), "
                "CNO tinyint(4), STR double, PASS char(50), AGBNO tinyint(4), AGRNO tinyint(4), PAOTP tinyint(4), "
                "A tinyint(4), StRegNo VarChar(255), MobNo Varchar(20)"},
-    {"SRate", "Frm varchar(10), Rate double, yr int(11), mon int(11), dt int(11), ECess Double, ECess1 Double Default 0"},
+    {"SRate",
+     "Frm varchar(10), Rate double, yr int(11), mon int(11), dt int(11), ECess Double, ECess1 Double Default 0"},
     {"Bill_OpBal", "CompNm Varchar(50), Code_No Varchar(50), AsOnDt Varchar(10), Amount Double, Amount1 Double, "
                    "SVTAmt Double"},
     {"Bill_Type", "SrNo Int(11), Description VarChar(100), STaxApp Char(1)"},

@@ -24,8 +24,7 @@ QString UpdateJournal::note(const QString &name, qsizetype done, qsizetype count
 void UpdateJournal::run(const QString &name, const QList<Line> &lines)
 {
     for (qsizetype done = m_done.value(name); done < lines.size(); ++done) {
-        if (!WriteTogether(m_connection, lines[done] + Line{note(name, done + 1, lines.size())}))
-            return;
+        WriteTogether(m_connection, lines[done] + Line{note(name, done + 1, lines.size())});
         FlushTables(m_connection);
     }
 }

@@ -24,7 +24,7 @@ public:
     /// True when an earlier run began the lines of that name and did not end them.
     [[nodiscard]] bool isOpen(const QString &name) const { return m_done.contains(name); }
 
-    /// Carries out the lines that are not done yet. Stops when the server is lost, for the next run to go on.
+    /// Carries out the lines that are not done yet. Throws `ServerLost`; the next run goes on from there.
     /// @param name up to 20 characters
     void run(const QString &name, const QList<Line> &lines);
 

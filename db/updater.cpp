@@ -78,6 +78,17 @@ constexpr Step steps[] = {
     updateReturnDates, fillInstalmentDates, fillBaseMasters, UpdateYearlyMasters, updateServiceTax, fillBillTypes,
 };
 
+// False when the server was lost within rows that later steps build on.
+bool carryOut(Step step, Connection *connection)
+{
+    try {
+        step(connection);
+        return true;
+    } catch (const ServerLost &) {
+        return false;
+    }
+}
+
 } // namespace
 
 void CREATETABLES(Connection *connection)
@@ -91,8 +102,14 @@ void CREATETABLES(Connection *connection)
 void UPDATEDB(Connection *connection)
 {
     ErrorTail tail(QStringLiteral("UPDATEDB"), QStringLiteral("frmupdatedb"));
-    for (const Step step : steps)
-        tail([&] { step(connection); });
+    bool lost = false;
+    for (const Step step : steps) {
+        tail([&] { lost = !carryOut(step, connection); });
+        if (lost) {
+            tail.take(ServerLost().fault());
+            return;
+        }
+    }
 }
 
 void UpdateDatabase(Connection *connection)

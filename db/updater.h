@@ -7,7 +7,8 @@ class Connection;
 /// step whose check is still open is tried again at the next run.
 ///
 /// Rows that a check sees as one (a year of due dates, the heads, the items with their percentages) are written together
-/// or not at all, so that a database whose server was lost under way is completed by the next run.
+/// or not at all, so that a database whose server was lost under way is completed by the next run. When a group is lost
+/// for good, the run ends there: what comes behind would be built on rows that are missing.
 
 /// Makes each table that is missing, in its current shape.
 void CREATETABLES(Connection *connection);
