@@ -58,7 +58,7 @@ constexpr NewColumn newColumns[] = {
 
 QString valueOf(const NewColumn &column, const Recordset &before)
 {
-    const QString name = QString::fromLatin1(column.text);
+    QString name = QString::fromLatin1(column.text);
     switch (column.kind) {
     case NewColumn::CopiedText:
         return Sql("'", before.Fields(name).text(), "'");

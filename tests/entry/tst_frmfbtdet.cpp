@@ -276,7 +276,11 @@ private slots:
         stage.choose("cbonature", 1);
         QStringList seen;
         QTimer::singleShot(0, stage.screen, [&] {
-            Screen *annual = Screen::of(QApplication::focusWidget());
+            Screen *annual = nullptr;
+            QVERIFY(QTest::qWaitFor([&] {
+                annual = Screen::of(QApplication::focusWidget());
+                return annual != nullptr && annual != stage.screen;
+            }));
             seen << annual->objectName() << annual->findChild<QComboBox *>("cbonature")->currentText();
             QTest::mouseClick(annual->findChild<QPushButton *>("cmdmodifyded"), Qt::LeftButton);
             annual->findChild<QLineEdit *>("txtdedflds_2")->setText("25");
