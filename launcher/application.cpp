@@ -31,7 +31,6 @@ Application::Application(int &argc, char **argv)
     : QApplication(argc, argv)
 {
     NameProgram();
-    setApplicationDisplayName(QStringLiteral("Pelk FBT"));
 }
 
 bool Application::notify(QObject *receiver, QEvent *event)
@@ -57,7 +56,8 @@ void QuitOnSignals()
     if (pipe(signalPipe.data()) != 0)
         return; // the signals then end the program at once, as they would anyway
     auto *notifier = new QSocketNotifier(signalPipe[0], QSocketNotifier::Read, qApp);
-    QObject::connect(notifier, &QSocketNotifier::activated, qApp, &QCoreApplication::quit);
+    // Not quit(), which would first ask the user whether the windows may close.
+    QObject::connect(notifier, &QSocketNotifier::activated, qApp, [] { QCoreApplication::exit(0); });
     for (const int number : {SIGINT, SIGTERM, SIGHUP})
         std::signal(number, noteSignal);
 }

@@ -120,10 +120,23 @@ bool PrivateServer::start(QString *why)
         return false;
     if (!m_lock && !takeLock(why))
         return why->isEmpty() && join(why);
+    dropOrphan();
     m_running = answers() || (createData(why) && launch(why));
     if (!m_running)
         m_lock.reset();
     return m_running;
+}
+
+/// A server whose data folder was removed under it still answers, but holds nothing that would stay.
+void PrivateServer::dropOrphan()
+{
+    if (QFileInfo::exists(dataFolder()) || !answers())
+        return;
+    Connection last;
+    if (last.open(address()))
+        last.Execute(QStringLiteral("SHUTDOWN"));
+    last.close();
+    waitUntil([this] { return !answers(); });
 }
 
 bool PrivateServer::prepareFolder(QString *why)
@@ -193,8 +206,10 @@ bool PrivateServer::createData(QString *why)
     // Made under another name and renamed when it is whole: a start that was cut short leaves nothing behind.
     const QString target = dataFolder() + QStringLiteral(".new");
     QDir(target).removeRecursively();
-    if (!runInstaller(installer, target, why))
+    if (!runInstaller(installer, target, why)) {
+        QDir(target).removeRecursively();
         return false;
+    }
     if (!QDir().rename(target, dataFolder()))
         *why = failureReason(QStringLiteral("made"));
     return why->isEmpty();
@@ -215,7 +230,7 @@ bool PrivateServer::runInstaller(const QString &installer, const QString &target
                   {QStringLiteral("--no-defaults"), QStringLiteral("--datadir=") + target,
                    QStringLiteral("--auth-root-authentication-method=socket"),
                    QStringLiteral("--auth-root-socket-user=") + userName(), QStringLiteral("--user=") + userName(),
-                   QStringLiteral("--skip-test-db"), QStringLiteral("--skip-name-resolve"),
+                   QStringLiteral("--skip-test-db"), QStringLiteral("--skip-name-resolve"), QStringLiteral("--force"),
                    QStringLiteral("--lower-case-table-names=1"), QStringLiteral("--innodb-log-file-size=16M"),
                    QStringLiteral("--extra-file=") + accounts.fileName()});
     if (!ready || !process.waitForFinished(patienceMs) || process.exitCode() != 0)
@@ -287,16 +302,13 @@ bool PrivateServer::answers() const
     return probe.open(address());
 }
 
-bool PrivateServer::othersConnected() const
+bool PrivateServer::othersConnected(Connection &own) const
 {
-    Connection probe;
-    if (!probe.open(address()))
-        return false;
-    return FirstField(&probe,
-                      QStringLiteral("Select count(*) from information_schema.PROCESSLIST Where Id<>connection_id() "
-                                     "and User='%1'")
-                          .arg(userName()))
-               .num() > 0;
+    constexpr int farewellMs = 500; // a connection closed just now is listed for a moment longer
+    const QString others = QStringLiteral("Select count(*) from information_schema.PROCESSLIST "
+                                          "Where Id<>connection_id() and User='%1'")
+                               .arg(userName());
+    return !waitUntil([&] { return FirstField(&own, others).num() == 0; }, farewellMs);
 }
 
 qint64 PrivateServer::serverPid() const
@@ -315,7 +327,7 @@ void PrivateServer::stop()
     if (m_lock || takeLock(&why)) {
         const qint64 pid = serverPid();
         Connection last;
-        if (!othersConnected() && last.open(address())) {
+        if (last.open(address()) && !othersConnected(last)) {
             last.Execute(QStringLiteral("SHUTDOWN"));
             last.close();
             waitUntil([pid] { return !processLives(pid); });

@@ -49,12 +49,13 @@ private:
     bool prepareFolder(QString *why);
     bool prepareSocketFolder(QString *why);
     bool takeLock(QString *why);
+    void dropOrphan();
     bool join(QString *why);
     bool createData(QString *why);
     bool runInstaller(const QString &installer, const QString &target, QString *why);
     bool launch(QString *why);
     [[nodiscard]] bool answers() const;
-    [[nodiscard]] bool othersConnected() const;
+    [[nodiscard]] bool othersConnected(Connection &own) const;
     [[nodiscard]] qint64 serverPid() const;
     [[nodiscard]] QString program(const QString &name) const;
     [[nodiscard]] QString dataFolder() const;

@@ -59,7 +59,7 @@ void OfficeServer::install()
     installer.start(program(QStringLiteral("mariadb-install-db")),
                     {QStringLiteral("--no-defaults"), QStringLiteral("--datadir=") + m_folder.filePath("data"),
                      QStringLiteral("--auth-root-authentication-method=normal"), QStringLiteral("--skip-test-db"),
-                     QStringLiteral("--innodb-log-file-size=16M"), userOption()});
+                     QStringLiteral("--force"), QStringLiteral("--innodb-log-file-size=16M"), userOption()});
     if (!installer.waitForFinished(patienceMs) || installer.exitCode() != 0)
         qFatal("The office server cannot be set up: %s", installer.readAllStandardError().constData());
 }

@@ -82,6 +82,22 @@ private slots:
         QVERIFY(hasSchema(server, QStringLiteral("kept")));
     }
 
+    void aConnectionClosedAMomentAgoDoesNotKeepTheServer()
+    {
+        QTemporaryDir scratch;
+        PrivateServer server(scratch.path(), PrivateServer::Durability::Relaxed);
+        for (int round = 0; round < 3; ++round) {
+            QVERIFY2(server.start(&m_why), qPrintable(m_why));
+            std::array<Connection, 8> connections;
+            for (Connection &connection : connections)
+                QVERIFY(connection.open(server.address()));
+            for (Connection &connection : connections)
+                connection.close();
+            server.stop();
+            QCOMPARE(pidIn(scratch.path()), 0);
+        }
+    }
+
     void onlyTheUserMayEnter()
     {
         QTemporaryDir scratch;
