@@ -31,6 +31,8 @@ public:
     void setFixedRows(int count); ///< makes rows where there are fewer
     void setFixedCols(int count); ///< cells there cannot be edited
 
+    /// Text as stored, without a copy, of a cell that the grid holds; valid until the next change.
+    [[nodiscard]] QStringView view(int row, int col) const { return m_texts.text(key(row), col); }
     /// Text as stored; empty outside the grid.
     [[nodiscard]] QString text(int row, int col) const;
     /// Text as shown: by format or translation list. Header rows are shown as stored.
@@ -89,7 +91,6 @@ signals:
 
 private:
     [[nodiscard]] CellTexts::Slot key(int row) const { return m_rows[static_cast<std::size_t>(row)]; }
-    [[nodiscard]] QStringView view(int row, int col) const { return m_texts.text(key(row), col); }
     [[nodiscard]] quint64 cellKey(int row, int col) const;
     [[nodiscard]] int firstVisibleFrom(int row) const;
     void cellChanged(int row, int col);

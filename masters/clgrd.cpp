@@ -16,7 +16,6 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <vector>
 
 namespace {
 
@@ -26,6 +25,28 @@ enum Column { Code, Name, Status, Pan, Address };
 QString controlName()
 {
     return QStringLiteral("ClGrd");
+}
+
+/// `cell` begins with `text`, whatever the case. Plain letters, nearly all there are, are compared on the spot: a
+/// keystroke looks at every client.
+bool beginsWith(QStringView cell, QStringView text)
+{
+    constexpr char16_t lastPlain = 0x7f;
+    constexpr char16_t caseBit = 0x20;
+    if (cell.size() < text.size())
+        return false;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char16_t found = cell[i].unicode();
+        const char16_t typed = text[i].unicode();
+        if (found == typed)
+            continue;
+        if (std::max(found, typed) > lastPlain)
+            return cell.startsWith(text, Qt::CaseInsensitive);
+        const char16_t small = found | caseBit;
+        if (small != (typed | caseBit) || small < u'a' || small > u'z')
+            return false;
+    }
+    return true;
 }
 
 /// The grid draws nothing while this lives.
@@ -112,8 +133,8 @@ void ClGrd::USERCONTROL_INITIALIZE()
                       QStringLiteral("Address")});
     vsf->setFixedRows(1);
     vsf->setSortByHeader(true);
-    const int letter = fontMetrics().averageCharWidth();
-    const std::array<int, 4> letters{14, 36, 26, 14};
+    const int letter = fontMetrics().horizontalAdvance(u'X');
+    const std::array<int, 4> letters{12, 32, 23, 13};
     for (std::size_t col = 0; col < letters.size(); ++col)
         vsf->setColWidth(static_cast<int>(col), letter * letters.at(col));
     vsf->setStretchCol(Address);
@@ -253,27 +274,15 @@ void ClGrd::TEXT1_CHANGE()
     vsf->ShowCell(vsf->Row(), Code);
 }
 
-/// Shows the rows that begin with both texts and hides the others. Whichever column has no match for a while carries
-/// the search on, so that each cell is looked at once at most. Returns how many rows show.
+/// Shows the rows that begin with both texts and hides the others. Returns how many rows show.
 int ClGrd::showMatches(const QString &code, const QString &name)
 {
-    const auto next = [this](const QString &text, int from, Column column) {
-        return text.isEmpty() ? from : vsf->FindRow(text, from, column, false, false);
+    const GridModel *rows = vsf->gridModel();
+    const auto begins = [rows](int row, Column column, const QString &text) {
+        return text.isEmpty() || beginsWith(rows->view(row, column), text);
     };
-    std::vector<bool> matches(static_cast<std::size_t>(vsf->Rows()));
-    int count = 0;
-    int row = vsf->FixedRows();
-    while (row >= 0 && row < vsf->Rows()) {
-        const int byCode = next(code, row, Code);
-        const int byName = byCode < 0 ? -1 : next(name, byCode, Name);
-        if (byCode >= 0 && byCode == byName) {
-            matches[static_cast<std::size_t>(byCode)] = true;
-            ++count;
-        }
-        row = byName < 0 || byName > byCode ? byName : byName + 1;
-    }
-    vsf->setRowsVisible([&matches](int at) { return matches[static_cast<std::size_t>(at)]; });
-    return count;
+    vsf->setRowsVisible([&](int row) { return begins(row, Code, code) && begins(row, Name, name); });
+    return vsf->visibleRowCount();
 }
 
 bool ClGrd::TEXT1_KEYDOWN(int key)

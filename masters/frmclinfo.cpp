@@ -64,6 +64,7 @@ frmclinfo::frmclinfo(QWidget *parent)
     txtfields = ControlArray<QLineEdit>(this, QStringLiteral("txtfields"));
     List2->setObjectName(QStringLiteral("List2"));
     List2->setMode(MatchList::Mode::Filter);
+    List2->setHeader(QStringLiteral("Existing Codes"));
     ui->cbostat->addItems(StatusNames());
     new IncrementalSearch(ui->Combo1);
     constexpr int stateColumn = 50;
@@ -82,6 +83,8 @@ void frmclinfo::prepareGrids()
     ui->vsfn->setCols(NatId + 1);
     ui->vsfn->setColHidden(NatId, true);
     ui->vsfn->setColCheck(NatTick);
+    constexpr int tickWidth = 64;
+    ui->vsfn->setColWidth(NatTick, tickWidth);
     ui->vsfn->setStretchCol(NatDesc);
     ui->vsfn->setEditable([](int, int col) { return col == NatTick; });
 

@@ -161,6 +161,12 @@ private slots:
                                           << "" << QStringList{"A1", "A2", "AB"};
         QTest::newRow("code that the caption begins with") << "C"
                                                            << "" << QStringList{"C1"};
+        QTest::newRow("letter with an accent") << ""
+                                               << "É[z" << QStringList{"D2"};
+        QTest::newRow("signs that differ as cases do") << "d{"
+                                                       << "" << QStringList{};
+        QTest::newRow("longer than the code") << "A12"
+                                              << "" << QStringList{};
         QTest::newRow("name") << ""
                               << "mo" << QStringList{"A2", "C1"};
         QTest::newRow("code, then name") << "A"
@@ -177,7 +183,7 @@ private slots:
         QFETCH(QString, code);
         QFETCH(QString, name);
         QFETCH(QStringList, shown);
-        addClients({"A1=MARS", "A2=MOON", "AB=ZETA", "B1=MINE", "C1=MOLE"});
+        addClients({"A1=MARS", "A2=MOON", "AB=ZETA", "B1=MINE", "C1=MOLE", "D[=", "D2=é[Zoo"});
         m_grid->DispClGrid();
         m_vsf->setRow(4);
         m_code->setText(code);
@@ -188,8 +194,8 @@ private slots:
             QCOMPARE(m_grid->TextMatrix(m_grid->Row(), 0), shown.first());
         m_code->clear();
         m_name->clear();
-        QCOMPARE(shownCodes().size(), 5);
-        QCOMPARE(count(), QStringLiteral(" No. of Records : 5 "));
+        QCOMPARE(shownCodes().size(), 7);
+        QCOMPARE(count(), QStringLiteral(" No. of Records : 7 "));
     }
 
     void hiddenRowIsNotOpened()
