@@ -114,7 +114,7 @@ Trouble writeFile(Connection *cnn, const QString &path, BackupSummary &summary, 
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         return cannotWrite(file);
-    const Trouble trouble = WriteBackup(cnn, file, summary, progress);
+    Trouble trouble = WriteBackup(cnn, file, summary, progress);
     if (!trouble.isEmpty())
         return trouble;
     if (!file.flush() || ::fsync(file.handle()) != 0)

@@ -6,8 +6,8 @@
 namespace {
 
 const QByteArray mark = QByteArrayLiteral("PELKFBT-BACKUP-1\n");
-constexpr qsizetype batchBytes = 256 * 1024; // of values in one piece
-constexpr quint32 largestPiece = 512 * 1024 * 1024;
+constexpr qsizetype batchBytes = 262144; // of values in one piece
+constexpr quint32 largestPiece = 536870912;
 constexpr qsizetype checksumBytes = 32;
 
 /// Length that a compressed piece says it has when it is unpacked.

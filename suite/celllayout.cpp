@@ -1,6 +1,5 @@
 #include "suite/celllayout.h"
 
-#include <QFontMetricsF>
 #include <QTextOption>
 
 #include <algorithm>
@@ -20,6 +19,37 @@ QFont ReportFont(const TextLook &look, double scale)
     font.setUnderline(look.underline);
     font.setStrikeOut(look.strike);
     return font;
+}
+
+void FontMeasure::use(const TextLook &look, double scale)
+{
+    if (scale == m_scale && look == m_look)
+        return;
+    m_look = look;
+    m_scale = scale;
+    m_metrics = QFontMetricsF(ReportFont(look, scale));
+    m_height = m_metrics.height();
+    for (size_t c = 0; c < m_advances.size(); ++c)
+        m_advances[c] = m_metrics.horizontalAdvance(QChar(static_cast<char16_t>(c)));
+}
+
+double FontMeasure::height(const TextLook &look, double scale)
+{
+    use(look, scale);
+    return m_height;
+}
+
+bool FontMeasure::fits(const QString &text, const TextLook &look, double width, double scale)
+{
+    constexpr double kerning = 1.02; // letters side by side are hardly ever wider than one by one
+    use(look, scale);
+    double sum = 0;
+    for (const QChar c : text) {
+        if (c.unicode() >= m_advances.size())
+            return m_metrics.horizontalAdvance(text) <= width;
+        sum += m_advances[c.unicode()];
+    }
+    return sum * kerning <= width || m_metrics.horizontalAdvance(text) <= width;
 }
 
 CellLayout::CellLayout(const QString &text, TextLook &look, Qt::Alignment alignment, double width, double scale)

@@ -43,7 +43,7 @@ bool reallyRestore(const BackupSummary &summary)
 Trouble verify(QFile &file, BackupSummary &summary)
 {
     ProgressWindow window(QStringLiteral("Checking the backup"));
-    const Trouble trouble = VerifyBackup(file, summary, window.progress());
+    Trouble trouble = VerifyBackup(file, summary, window.progress());
     file.seek(0);
     return trouble;
 }

@@ -23,9 +23,9 @@ PageView::PageView(QWidget *parent)
     setFocusPolicy(Qt::StrongFocus);
 }
 
-void PageView::setPages(std::shared_ptr<const ReportLayout> pages)
+void PageView::setPages(const std::shared_ptr<const ReportLayout> &pages)
 {
-    m_pages = std::move(pages);
+    m_pages = pages;
     if (m_fit)
         fitWidth();
     else

@@ -14,7 +14,7 @@ class PageView : public QAbstractScrollArea
 public:
     explicit PageView(QWidget *parent = nullptr);
 
-    void setPages(std::shared_ptr<const ReportLayout> pages);
+    void setPages(const std::shared_ptr<const ReportLayout> &pages);
     [[nodiscard]] int pageCount() const;
     [[nodiscard]] int currentPage() const; ///< the page at the middle of the view, counted from 1; 0 without pages
     void showPage(int page);               ///< counted from 1

@@ -2,7 +2,6 @@
 
 #include "suite/celllayout.h"
 
-#include <QFontMetricsF>
 #include <QPainter>
 
 #include <algorithm>
@@ -35,13 +34,10 @@ bool isHeader(const ReportBlock &block)
 }
 
 /// Height of one cell. Most hold one short text without tokens, which needs no layout to be measured.
-double cellHeight(const QString &text, TextLook &look, double width, double scale)
+double cellHeight(FontMeasure &measure, const QString &text, TextLook &look, double width, double scale)
 {
-    if (!HasTokens(text) && !text.contains(u'\n')) {
-        const QFontMetricsF metrics(ReportFont(look, scale));
-        if (metrics.horizontalAdvance(text) <= width)
-            return metrics.height();
-    }
+    if (!HasTokens(text) && !text.contains(u'\n') && measure.fits(text, look, width, scale))
+        return measure.height(look, scale);
     return CellLayout(text, look, Qt::AlignLeft, width, scale).height();
 }
 
@@ -129,20 +125,20 @@ double ReportLayout::scaleOf(const ReportBlock &block) const
 
 double ReportLayout::lineHeight(const TextLook &look, double scale) const
 {
-    return QFontMetricsF(ReportFont(look, scale)).height();
+    return m_measure.height(look, scale);
 }
 
 double ReportLayout::heightOf(const ReportBlock &block) const
 {
     TextLook look = block.look;
     if (block.kind == ReportBlock::Kind::Line)
-        return cellHeight(block.texts.value(0), look, m_content.width(), 1);
+        return cellHeight(m_measure, block.texts.value(0), look, m_content.width(), 1);
     const double scale = scaleOf(block);
     const double column = m_content.width() / block.form->columns();
     double height = lineHeight(look, scale);
     for (int cell = 0; cell < block.texts.size(); ++cell) {
         const double width = block.form->widths[static_cast<size_t>(cell)] * column - 2 * sidePadding;
-        height = std::max(height, cellHeight(block.texts[cell], look, width, scale));
+        height = std::max(height, cellHeight(m_measure, block.texts[cell], look, width, scale));
     }
     return height + 2 * topPadding;
 }

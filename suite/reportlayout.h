@@ -1,5 +1,6 @@
 #pragma once
 
+#include "suite/celllayout.h"
 #include "suite/reportdocument.h"
 
 #include <QPageLayout>
@@ -55,6 +56,7 @@ private:
     size_t m_tableStart = 0; // first row of the table in work
     double m_used = 0;       // of the height of the page in work
     std::vector<Page> m_pages;
+    mutable FontMeasure m_measure; // a memory of the last font only
 };
 
 /// The page that suits a report: A4 upright, or lying when `mayLie` and a table is much wider than a line.
