@@ -48,6 +48,10 @@ void frmrepview::FORM_LOAD()
     for (QSpinBox *page : {ui->spnfrom, ui->spnto})
         page->setRange(1, m_layout->pageCount());
     ui->spnto->setValue(m_layout->pageCount());
+}
+
+void frmrepview::FORM_ACTIVATE()
+{
     ui->pages->setFocus();
 }
 

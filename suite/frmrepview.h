@@ -25,6 +25,7 @@ public:
     ~frmrepview() override;
 
     void FORM_LOAD() override;
+    void FORM_ACTIVATE() override; ///< the keys scroll the pages
 
 private:
     void CMDPRINT_CLICK();
