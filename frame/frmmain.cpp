@@ -320,6 +320,6 @@ void frmmain::LBLCHECKUP_CLICK()
 void frmmain::TIMER4_TIMER()
 {
     const QDateTime now = Now();
-    ui->lbltime->setText(QLocale().toString(now.time(), QLocale::LongFormat));
+    ui->lbltime->setText(now.time().toString(u"hh:mm:ss AP"));
     ui->lbldate->setText(QLocale().toString(now.date(), QLocale::LongFormat));
 }

@@ -7,6 +7,13 @@ foreach(script IN LISTS scripts)
   get_filename_component(name "${script}" NAME_WE)
   execute_process(COMMAND "${DRIVER}" --data "${SCRATCH}/db" --app "${SCRATCH}/app" "${script}"
     WORKING_DIRECTORY "${SCRATCH}" OUTPUT_VARIABLE printed ERROR_VARIABLE complaints RESULT_VARIABLE code)
+  # A backup is named by the moment at which it was made.
+  string(REGEX REPLACE "-[0-9][0-9][0-9][0-9][0-9][0-9]\\.fbtbak" "-HHMMSS.fbtbak" printed "${printed}")
+  file(GLOB backups "${SCRATCH}/FBT-*.fbtbak")
+  if(backups)
+    file(RENAME "${backups}" "${SCRATCH}/backup.fbtbak")
+    execute_process(COMMAND head -c 2000 "${SCRATCH}/backup.fbtbak" OUTPUT_FILE "${SCRATCH}/damaged.fbtbak")
+  endif()
   file(WRITE "${SCRATCH}/${name}.out" "${printed}")
   execute_process(COMMAND diff -u "${STORY}/${name}.out" "${SCRATCH}/${name}.out" OUTPUT_VARIABLE difference RESULT_VARIABLE differs)
   if(NOT code EQUAL 0 OR NOT differs EQUAL 0)
