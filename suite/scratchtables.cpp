@@ -1,6 +1,7 @@
 #include "suite/scratchtables.h"
 
 #include "platform/recordset.h"
+#include "suite/clientcode.h"
 
 #include <QRegularExpression>
 #include <QStringList>
@@ -14,11 +15,7 @@ const QString oldPrefix = QStringLiteral("fbt_restore_old_");
 
 QString literal(const QByteArray &value)
 {
-    if (value.isNull())
-        return QStringLiteral("Null");
-    QString text = QString::fromUtf8(value);
-    text.replace(u'\\', QLatin1String("\\\\")).replace(u'\'', QLatin1String("''"));
-    return u'\'' + text + u'\'';
+    return value.isNull() ? QStringLiteral("Null") : Quoted(QString::fromUtf8(value));
 }
 
 } // namespace
