@@ -67,7 +67,9 @@ ServerLost::ServerLost()
 
 void WriteTogether(Connection *connection, const QStringList &statements)
 {
-    const bool sent = sendGroup(connection, statements) || sendGroup(connection, statements);
+    bool sent = sendGroup(connection, statements);
+    if (!sent)
+        sent = sendGroup(connection, statements);
     // When the server is lost at the commit itself nobody knows what it did: that must not be sent again.
     if (!sent || !connection->commitGroup())
         throw ServerLost();

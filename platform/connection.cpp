@@ -152,6 +152,7 @@ bool Connection::Execute(const QString &statement)
 
 bool Connection::beginGroup()
 {
+    m_grouped = false; // a lost group is over, and the connection may be opened again
     m_grouped = Execute(QStringLiteral("Start Transaction"));
     return m_grouped;
 }
