@@ -67,11 +67,10 @@ ServerLost::ServerLost()
 
 void WriteTogether(Connection *connection, const QStringList &statements)
 {
-    bool sent = sendGroup(connection, statements);
-    if (!sent)
-        sent = sendGroup(connection, statements);
+    if (!sendGroup(connection, statements))
+        sendGroup(connection, statements);
     // When the server is lost at the commit itself nobody knows what it did: that must not be sent again.
-    if (!sent || !connection->commitGroup())
+    if (!connection->commitGroup())
         throw ServerLost();
 }
 

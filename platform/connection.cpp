@@ -159,9 +159,9 @@ bool Connection::beginGroup()
 
 bool Connection::commitGroup()
 {
-    const bool done = Execute(QStringLiteral("Commit"));
+    const bool stays = m_grouped && !groupLost() && Execute(QStringLiteral("Commit"));
     m_grouped = false;
-    return done;
+    return stays;
 }
 
 void Connection::report(const Fault &fault) const

@@ -46,7 +46,8 @@ public:
     bool Execute(const QString &statement);
 
     /// Begins and ends a group of statements of which all stay or none. While a group is open a lost connection is not
-    /// opened again: the rest of the group would stay without its beginning. True when the server took it.
+    /// opened again: the rest of the group would stay without its beginning. True when the server took it. A lost group
+    /// is over with the call of `commitGroup`, which is false then, or of the next `beginGroup`.
     bool beginGroup();
     bool commitGroup();
     /// The connection was lost in the open group: nothing of it will stay.

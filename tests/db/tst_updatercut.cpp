@@ -15,6 +15,7 @@ private slots:
     void cutAnywhere();
     void serverKilled_data();
     void serverKilled();
+    void serverLostTwiceInAGroup();
 
 private:
     using Cut = std::function<void(Connection &)>;
@@ -128,7 +129,7 @@ QString TestUpdaterCut::cutAndCompleted(bool old, qsizetype at, const Cut &cut)
     const ServerAddress address = module.connection.address();
     cutOff(module, old, at, cut);
     m_server.restart();
-    if (!module.connection.open(address))
+    if (module.connection.State() == Connection::Closed && !module.connection.open(address))
         qFatal("The server is gone.");
     UpdateDatabase(&module.connection);
     return wrong(module, old, at);
@@ -202,6 +203,26 @@ void TestUpdaterCut::serverKilled()
     TestModule module(m_server);
     cutOff(module, old, at, blink);
     QCOMPARE(wrong(module, old, at), QString());
+}
+
+// The run ends there, and the connection is of use again.
+void TestUpdaterCut::serverLostTwiceInAGroup()
+{
+    TestModule module(m_server);
+    startFrom(module, false);
+    int losses = 0;
+    module.connection.setObserver([&](const QString &statement) {
+        if (statement == u"Insert into FBT_ExpRate Values (100,0,20)" && ++losses <= 2) {
+            m_server.kill();
+            m_server.restart();
+        }
+    });
+    UpdateDatabase(&module.connection);
+    QCOMPARE(losses, 2);
+    QCOMPARE(module.rows("Show Tables like 'FBT_Head2006'"), QStringList());
+    QVERIFY(module.logLines().constLast().contains(u"The next update completes this one."));
+    UpdateDatabase(&module.connection);
+    QCOMPARE(Difference(taken(module), m_result[0]), QString());
 }
 
 QTEST_GUILESS_MAIN(TestUpdaterCut)
