@@ -45,7 +45,6 @@ bool computeSamples(LauncherDatabase &database, const LaunchOptions &options, QS
         *why = QStringLiteral("The suite has no base object.");
         return false;
     }
-    base->AppPath = options.appPath;
     const bool done = RunSamples(database.connection(), *base, employers, standardOutput(), why);
     database.dropScratch();
     return done;

@@ -3,6 +3,8 @@
 #include "controls/screen.h"
 #include "frame/clsmain.h"
 #include "launcher/delivered.h"
+#include "launcher/returnfigures.h"
+#include "masters/clientstatus.h"
 #include "suite/mainobject.h"
 
 #include <QDir>
@@ -36,6 +38,8 @@ SuiteContext Program::context()
     context.tmpPath = QDir::tempPath();
     context.settingsFile = m_places.settingsFile;
     context.version = QStringLiteral(FBT_VERSION);
+    context.returnFigures = FiguresOfReturn;
+    context.statusName = StatusText;
     return context;
 }
 

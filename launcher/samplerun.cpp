@@ -1,35 +1,19 @@
 #include "launcher/samplerun.h"
 
-#include "calc/employees.h"
+#include "calc/clientyear.h"
 #include "calc/modfbtcalc.h"
-#include "calc/rates.h"
 #include "db/updater.h"
 #include "frame/context/errortail.h"
 #include "frame/context/modbase.h"
 #include "launcher/sampleloader.h"
 #include "launcher/samplereader.h"
 #include "launcher/samplereport.h"
-#include "platform/recordset.h"
+#include "platform/connection.h"
 
 #include <QDir>
 #include <QTextStream>
 
 namespace {
-
-/// Takes the stored figures of a client and year for the computation, as the screens do when they are chosen.
-void takeClient(const SampleEmployer &employer, const SampleYear &year)
-{
-    Base->code = employer.code;
-    Base->TYear = year.year;
-    Base->status = employer.status;
-    FBTRate = RatesFor(year.year, employer.status, employer.surchargeYears);
-    EmpBoth = SepBooks = false;
-    IndiaEmp = TotalEmp = 0;
-    Recordset addInfo;
-    addInfo.Open(Sql("Select * from FBT_AddInfo Where Code_No='", Base->code, "' and TYear=", Base->TYear), Cnn);
-    if (!addInfo.Eof())
-        TakeEmployees(addInfo);
-}
 
 bool storeAll(Connection &connection, const std::vector<SampleEmployer> &employers)
 {
@@ -43,7 +27,8 @@ void computeAll(const std::vector<SampleEmployer> &employers, QTextStream &out)
 {
     for (const SampleEmployer &employer : employers) {
         for (const SampleYear &year : employer.years) {
-            takeClient(employer, year);
+            TakeClientYear(employer.code, year.year);
+            TakeEmployeesOfYear();
             CALCFBT();
             out << SampleReport(employer, year);
         }

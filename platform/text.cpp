@@ -140,7 +140,8 @@ void appendIndian(QStringList &words, qint64 n)
 
 double Val(QStringView text)
 {
-    return NumberScanner(text).leading().toDouble();
+    const double value = NumberScanner(text).leading().toDouble();
+    return std::isfinite(value) ? value : 0; // beyond what a number can hold there is none
 }
 
 double Round(double value)

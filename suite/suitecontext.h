@@ -11,7 +11,7 @@ class ObjectTable;
 struct ReturnFigures
 {
     double tax = 0;     ///< tax with surcharge and cesses
-    double balance = 0; ///< tax and interest less payments; below 0 a refund
+    double balance = 0; ///< tax less what was paid of it; below 0 a refund
 };
 
 /// What the suite's objects work with. The connections and what the callback captures outlive the objects.

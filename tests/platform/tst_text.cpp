@@ -23,6 +23,7 @@ private slots:
         QTest::newRow("exponent") << "1E+15" << 1e15;
         QTest::newRow("no exponent without digits") << "12E" << 12.0;
         QTest::newRow("only a sign") << "-" << 0.0;
+        QTest::newRow("beyond every number") << "1E400" << 0.0;
     }
     void val()
     {
