@@ -61,8 +61,8 @@ void makeOld(TestModule &module)
                      "Alter Table FBT_AddInfo Drop Calc115WJ, Drop Amt115WJ, Drop Calc115WK, Drop Amt115WK",
                      "Alter Table FBT_AddInfo Drop Calc115WJ5, Drop Amt115WJ5, Drop IntDt",
                      "Drop Index IdxFBT on FBT_Info", "Drop Index IdxFBT on FBT_Challan",
-                     "Insert into FBT_Info (Code_no,ClStatus,SignP,SignD) Values "
-                     "('A',2,'RAM','PARTNER'),('B',8,'',''),('C',0,'','')",
+                     "Insert into FBT_Info (Code_no,ClStatus,SignP,SignD) Values ('A',2,'RAM','PARTNER')",
+                     "Insert into FBT_Info (Code_no,ClStatus,SignP,SignD) Values ('B',8,'',''),('C',0,'','')",
                      "Insert into FBT_Challan (Code_No,quarter,paytype) Values ('A',2,'Self Assessment Tax (300)')",
                      "Delete from DueDt_Master Where AssYear>2008 or StatC=4",
                      "Delete from ChallanDt_Master Where AssYear>2007", "Delete from SRate Where yr=2007",
