@@ -10,9 +10,10 @@ target_compile_definitions(fbt_options INTERFACE
 
 option(FBT_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
 if(FBT_SANITIZE)
+  # Without vptr: it wants the type of the module's class at link time, and the launcher loads the module at run time.
   # The optimiser's flow warnings see the sanitizers' own checks and report what is not there.
   target_compile_options(fbt_options INTERFACE
-    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -Wno-null-dereference -Wno-maybe-uninitialized)
+    -fsanitize=address,undefined -fno-sanitize=vptr -fno-sanitize-recover=all -fno-omit-frame-pointer -Wno-null-dereference -Wno-maybe-uninitialized)
   target_link_options(fbt_options INTERFACE -fsanitize=address,undefined)
 endif()
 

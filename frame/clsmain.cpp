@@ -22,6 +22,15 @@ T *present(T *object, const char *name)
     return object;
 }
 
+/// Who receives the faults of the module's connections.
+void receiveFaults(const FaultHandler &handler)
+{
+    for (Connection *connection : {Cnn, MainObj == nullptr ? nullptr : MainObj->SuiteCnn}) {
+        if (connection != nullptr)
+            connection->setFaultHandler(handler);
+    }
+}
+
 } // namespace
 
 ClsMain::ClsMain(const ObjectTable *objects)
@@ -33,8 +42,7 @@ ClsMain::ClsMain(const ObjectTable *objects)
 ClsMain::~ClsMain()
 {
     delete m_main.data();
-    if (Cnn != nullptr)
-        Cnn->setFaultHandler({});
+    receiveFaults({});
     ResetModule();
 }
 
@@ -104,9 +112,7 @@ bool ClsMain::makeReporter(ErrorTail &tail)
 void ClsMain::takeConnection()
 {
     Cnn = present(MainObj->Cnn, "Cnn");
-    Cnn->setFaultHandler(ErrorTail::dispatch);
-    if (MainObj->SuiteCnn != nullptr)
-        MainObj->SuiteCnn->setFaultHandler(ErrorTail::dispatch);
+    receiveFaults(ErrorTail::dispatch);
     present(Base, "Base")->CnnObj = Cnn;
     Base->vTmpPath = MainObj->TmpPath;
     Base->GetScreenReso();

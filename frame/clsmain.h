@@ -33,7 +33,8 @@ public:
     /// Makes the module ready: its base object, reporter and connection.
     /// @param suiteFlag true: started from inside the suite, the module makes its own main object
     /// @return true when the module is ready. False after "Library [PrjWexaMainO.Dll] not found.", after
-    /// "Incompatible version of "Wexa Reporting Component".", or when there is no base object at all.
+    /// "Incompatible version of "Wexa Reporting Component".", or when there is no base
+    /// object or no connection, without which nothing can be shown.
     virtual bool LoadFBT(bool suiteFlag);
 
     /// Shows the main screen as a child of the host's window, without blocking.

@@ -20,6 +20,7 @@
 #include <QLocale>
 #include <QMainWindow>
 #include <QMenu>
+#include <QPointer>
 
 namespace {
 
@@ -47,10 +48,9 @@ frmmain::frmmain(QWidget *parent)
         if (SuiteMode)
             return;
         NoTail none;
+        none([] { MainObj->TerminateObj(); });
         if (MdiForm != nullptr)
             MdiForm->close();
-        if (MainObj != nullptr)
-            MainObj->TerminateObj();
     });
 }
 
@@ -121,11 +121,15 @@ void frmmain::FORM_LOAD()
 void frmmain::FORM_ACTIVATE()
 {
     NoTail none;
+    // Disabled buttons lose the focus; it comes back to where the user was.
+    const QPointer<QWidget> focus = qobject_cast<PelkBtn *>(focusWidget());
     enableButtons(false);
     if (std::exchange(m_firstActivation, false))
-        firstActivation();
-    if (!m_leaving)
-        enableButtons(true);
+        firstActivation(none);
+    if (m_leaving)
+        return;
+    enableButtons(true);
+    (focus ? focus.data() : ui->cmdmaster)->setFocus();
 }
 
 void frmmain::enableButtons(bool on)
@@ -134,20 +138,30 @@ void frmmain::enableButtons(bool on)
         button->setEnabled(on);
 }
 
-void frmmain::firstActivation()
+/// A fault in one step never keeps the user from the next one, least of all from the password.
+void frmmain::firstActivation(NoTail &none)
 {
-    if (MainObj->ChkRepDbFlag())
-        Base->RepairData(this);
-    if ((MainObj->CreateDbFlag() || MainObj->UpdateDbFlag()) && !updateDatabase()) {
+    none([this] {
+        if (MainObj->ChkRepDbFlag())
+            Base->RepairData(this);
+    });
+    bool upToDate = true;
+    none([&] {
+        if (MainObj->CreateDbFlag() || MainObj->UpdateDbFlag())
+            upToDate = updateDatabase();
+    });
+    if (!upToDate) {
         leave();
         return;
     }
     GETPASSWORD();
-    if (!AdminPassword.isEmpty() && !passwordGiven()) {
+    bool passed = true;
+    none([&] { passed = AdminPassword.isEmpty() || passwordGiven(); });
+    if (!passed) {
         leave();
         return;
     }
-    MainObj->ShowWexaNews();
+    none([] { MainObj->ShowWexaNews(); });
 }
 
 bool frmmain::updateDatabase()
@@ -319,6 +333,7 @@ void frmmain::LBLCHECKUP_CLICK()
 
 void frmmain::TIMER4_TIMER()
 {
+    const ErrorTail tail(this, QStringLiteral("TIMER4_TIMER"));
     const QDateTime now = Now();
     ui->lbltime->setText(now.time().toString(u"hh:mm:ss AP"));
     ui->lbldate->setText(QLocale().toString(now.date(), QLocale::LongFormat));

@@ -6,6 +6,7 @@
 
 #include <memory>
 
+class NoTail;
 class QMenu;
 
 namespace Ui {
@@ -33,7 +34,7 @@ private:
     void addEntry(QMenu *menu, const QString &name, const QString &caption, void (frmmain::*handler)());
     void wireButtons();
     void enableButtons(bool on);
-    void firstActivation();
+    void firstActivation(NoTail &none);
     bool updateDatabase();
     bool passwordGiven();
     void leave();

@@ -4,7 +4,6 @@
 #include "frame/context/errortail.h"
 #include "frame/context/modbase.h"
 #include "frame/selection.h"
-#include "platform/dates.h"
 #include "ui_frmsbase.h"
 
 #include <QMainWindow>
@@ -34,20 +33,21 @@ void frmsbase::FORM_LOAD()
     Base->Resize_For_Resolution(this);
     ui->ClGrd1->DispClGrid();
     ui->ClGrd1->SelectLastClient();
-    for (int year = 2006; year <= 2010; ++year)
-        ui->cboasyear->addItem(LongYearLabel(year));
+    ui->cboasyear->addItems(ChoosableYears());
     ui->cboasyear->setCurrentIndex(FirstYearPosition(Base->TYear));
 }
 
 void frmsbase::FORM_ACTIVATE()
 {
+    const ErrorTail tail(this, QStringLiteral("FORM_ACTIVATE"));
     ui->ClGrd1->setFocus();
 }
 
 void frmsbase::PROCEED()
 {
     ErrorTail tail(this, QStringLiteral("PROCEED"));
-    if (ui->ClGrd1->Row() < 1) {
+    // A search that finds nothing leaves a current row that the user does not see.
+    if (ui->ClGrd1->Row() < 1 || ui->ClGrd1->currentHidden()) {
         MsgBox(this, QStringLiteral("Select a Client."));
         return;
     }

@@ -6,7 +6,9 @@
 #include "platform/text.h"
 #include "ui_frmsettings.h"
 
+#include <QIntValidator>
 #include <QPrinterInfo>
+#include <QRegularExpressionValidator>
 
 namespace {
 
@@ -31,7 +33,10 @@ frmsettings::frmsettings(QWidget *parent)
     , ui(std::make_unique<Ui::frmsettings>())
 {
     ui->setupUi(this);
-    ui->xpcmdbutton1->setProperty("causesCheck", false);
+    // What cannot be scrambled cannot be typed, so that nobody believes in a password that was not kept.
+    ui->Text2->setValidator(
+        new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[^\\x00-\\x2e]*")), this));
+    ui->txtlines->setValidator(new QIntValidator(0, 999, this));
     connect(ui->xpcmdbutton1, &QPushButton::clicked, this, &Screen::Unload);
     connect(ui->xpcmdbutton2, &QPushButton::clicked, this, &frmsettings::XPCMDBUTTON2_CLICK);
     connect(this, &Screen::left, this, [this](const QWidget *field) {
@@ -54,6 +59,7 @@ void frmsettings::FORM_LOAD()
 
 void frmsettings::TXTLINES_LOSTFOCUS()
 {
+    const ErrorTail tail(this, QStringLiteral("TXTLINES_LOSTFOCUS"));
     const double lines = Val(ui->txtlines->text());
     if (lines > mostLines || lines < 1)
         ui->txtlines->setText(QStringLiteral("70"));
@@ -62,15 +68,15 @@ void frmsettings::TXTLINES_LOSTFOCUS()
 void frmsettings::XPCMDBUTTON2_CLICK()
 {
     ErrorTail tail(this, QStringLiteral("XPCMDBUTTON2_CLICK"));
-    if (!savePassword())
+    if (!savePassword(tail))
         return;
     saveSettings();
     Unload();
 }
 
-bool frmsettings::savePassword()
+/// False when the old password was wrong: nothing is saved then.
+bool frmsettings::savePassword(ErrorTail &tail)
 {
-    ErrorTail tail(this, QStringLiteral("XPCMDBUTTON2_CLICK"));
     if (ui->Text1->text().isEmpty() && ui->Text2->text().isEmpty())
         return true;
     if (ui->Text1->text() == AdminPassword) {

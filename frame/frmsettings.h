@@ -4,8 +4,7 @@
 
 #include <memory>
 
-class QComboBox;
-class QLineEdit;
+class ErrorTail;
 
 namespace Ui {
 class frmsettings;
@@ -25,7 +24,7 @@ public:
 private:
     void TXTLINES_LOSTFOCUS();
     void XPCMDBUTTON2_CLICK();
-    bool savePassword();
+    bool savePassword(ErrorTail &tail);
     void saveSettings();
 
     std::unique_ptr<Ui::frmsettings> ui;

@@ -18,12 +18,17 @@ QString ScramblePassword(const QString &plain)
 {
     QString scrambled;
     for (const QChar c : plain) {
-        if (c.unicode() < shift)
+        if (!CanScramble(c))
             throw FaultError(FaultNumber::TypeMismatch,
                              QStringLiteral("The password holds a character below code 47."));
         scrambled.prepend(QChar(c.unicode() - shift));
     }
     return scrambled.replace(quote, comma);
+}
+
+bool CanScramble(QChar c)
+{
+    return c.unicode() >= shift;
 }
 
 QString UnscramblePassword(const QString &scrambled)
@@ -43,7 +48,8 @@ void GETPASSWORD()
     Cnn->Execute("Flush Tables");
     QString stored;
     Recordset rows;
-    rows.Open("TableMP", Cnn);
+    if (!rows.Open("TableMP", Cnn))
+        return;
     if (rows.empty()) {
         Cnn->Execute("Insert into TableMP Values('')");
         Cnn->Execute("Flush Tables");

@@ -10,6 +10,9 @@ QString ScramblePassword(const QString &plain);
 /// The mirror of ScramblePassword.
 QString UnscramblePassword(const QString &scrambled);
 
+/// Whether a password of these characters can be kept.
+bool CanScramble(QChar c);
+
 /// Reads the password of `TableMP` into `AdminPassword`, making the table and its row where they are missing.
 void GETPASSWORD();
 

@@ -3,6 +3,7 @@
 #include "calc/clientyear.h"
 #include "frame/context/modbase.h"
 #include "platform/clock.h"
+#include "platform/dates.h"
 #include "platform/text.h"
 
 namespace {
@@ -11,6 +12,14 @@ constexpr int firstYear = 2006;
 constexpr int lastYear = 2010;
 
 } // namespace
+
+QStringList ChoosableYears()
+{
+    QStringList years;
+    for (int year = firstYear; year <= lastYear; ++year)
+        years << LongYearLabel(year);
+    return years;
+}
 
 int FirstYearPosition(int tYear)
 {

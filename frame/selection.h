@@ -1,8 +1,12 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 /// The client and year that the user goes on with.
+
+/// The assessment years that can be chosen, such as "2008-2009", in the order of the list.
+QStringList ChoosableYears();
 
 /// Position of the year that the selection screen starts on: that of `tYear` when it is listed, else the last but one
 /// up to 31 March 2010, the last from then on.

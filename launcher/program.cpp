@@ -60,10 +60,11 @@ bool Program::loadModule(QString *why)
     m_module->SetWexaMainObj(dynamic_cast<MainObject *>(m_mainObject.get()));
     m_module->SetMdiForm(m_window.get());
     m_module->SetVerInf(QStringLiteral(FBT_VERSION));
-    if (!m_module->LoadFBT(false))
+    const bool ready = m_module->LoadFBT(false);
+    if (!ready)
         *why =
             QStringLiteral("The module did not become ready; FBTLogger.log in %1 may tell why.").arg(m_places.appPath);
-    return why->isEmpty();
+    return ready;
 }
 
 void Program::show()

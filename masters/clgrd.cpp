@@ -193,6 +193,11 @@ QString ClGrd::TextMatrix(int row, int col) const
     return text;
 }
 
+bool ClGrd::currentHidden() const
+{
+    return vsf->RowHidden(vsf->Row());
+}
+
 int ClGrd::Row() const
 {
     const ErrorTail tail(controlName(), QStringLiteral("GET ROW"));

@@ -25,6 +25,8 @@ public:
     [[nodiscard]] QString TextMatrix(int row, int col) const;
     /// The current row; 0 means no client. A row stays current while the search hides it.
     [[nodiscard]] int Row() const;
+    /// Whether the current row is one that the search hides.
+    [[nodiscard]] bool currentHidden() const;
 
     /// Reads all clients of the module's connection anew, in the order of their codes. The search boxes are emptied.
     void DispClGrid();
