@@ -9,11 +9,13 @@
 
 #include <QStringList>
 
+#include <optional>
+
 namespace {
 
 QString rowOfYear(const ClientYear &client)
 {
-    return Sql("Select * from FBT_AddInfo Where Code_No='", client.code, "' and TYear=", client.year);
+    return Sql("Select * from FBT_AddInfo Where Code_No=", Quoted(client.code), " and TYear=", client.year);
 }
 
 /// A column as it goes into the new year's row.
@@ -61,7 +63,7 @@ QString valueOf(const NewColumn &column, const Recordset &before)
     QString name = QString::fromLatin1(column.text);
     switch (column.kind) {
     case NewColumn::CopiedText:
-        return Sql("'", before.Fields(name).text(), "'");
+        return Quoted(before.Fields(name).text());
     case NewColumn::CopiedNumber:
         return Sql(before.Fields(name).num());
     default:
@@ -69,11 +71,13 @@ QString valueOf(const NewColumn &column, const Recordset &before)
     }
 }
 
-/// The values of a new row: those of the year before, or the default ones.
-QString newValues(const ClientYear &client)
+/// The values of a new row: those of the year before, or the default ones. None when the year before could not be read:
+/// default ones would stand in its place for good.
+std::optional<QString> newValues(const ClientYear &client)
 {
     Recordset before;
-    before.Open(rowOfYear({client.code, client.year - 1}), Cnn);
+    if (!before.Open(rowOfYear({client.code, client.year - 1}), Cnn))
+        return std::nullopt;
     if (before.Eof())
         return QStringLiteral("'0','','','1','0','','','0','0','0','','0','','0','0','0','0','0','0',0,0,"
                               "'','','','','','','1',0,'1',0,'1',0,''");
@@ -86,16 +90,16 @@ QString newValues(const ClientYear &client)
 
 QString bankRows(const ClientYear &client)
 {
-    return Sql("Select * from FBT_BankDet Where Code_No='", client.code, "' and Yr=", client.year);
+    return Sql("Select * from FBT_BankDet Where Code_No=", Quoted(client.code), " and Yr=", client.year);
 }
 
 QString bankInsert(const ClientYear &client, const Recordset &bank)
 {
-    const auto text = [&bank](QStringView name) { return Sql("'", bank.Fields(name).text(), "'"); };
+    const auto text = [&bank](QStringView name) { return Quoted(bank.Fields(name).text()); };
     const auto number = [&bank](QStringView name) { return Sql(bank.Fields(name).num()); };
     const QStringList values{number(u"SrNo"), text(u"BankNm"), text(u"BankAdd"), text(u"MICR"),
                              text(u"ACTyp"),  text(u"acno"),   number(u"ECS"),   text(u"DefBank")};
-    return Sql("insert into FBT_BankDet values('", client.code, "',", client.year, ",", values.join(u','), ")");
+    return Sql("insert into FBT_BankDet values(", Quoted(client.code), ",", client.year, ",", values.join(u','), ")");
 }
 
 QStringList bankInserts(const ClientYear &client)
@@ -117,6 +121,15 @@ bool readYear(const ClientYear &client)
     return !read || !rs.Eof();
 }
 
+void insertYear(const ClientYear &client)
+{
+    const std::optional<QString> values = newValues(client);
+    if (!values)
+        return;
+    Cnn->Execute(Sql("insert into FBT_AddInfo values(", Quoted(client.code), ",", client.year, ",", *values, ")"));
+    Cnn->Execute(QStringLiteral("flush tables"));
+}
+
 /// Whether the year is known to have no bank account.
 bool hasNoBank(const ClientYear &client)
 {
@@ -132,11 +145,8 @@ void LOADADDINFO()
     EmpBoth = SepBooks = false;
     IndiaEmp = TotalEmp = 0;
     const ClientYear client = InHand();
-    if (!readYear(client)) {
-        Cnn->Execute(
-            Sql("insert into FBT_AddInfo values('", client.code, "',", client.year, ",", newValues(client), ")"));
-        Cnn->Execute(QStringLiteral("flush tables"));
-    }
+    if (!readYear(client))
+        insertYear(client);
     LOADBANKDATA();
 }
 

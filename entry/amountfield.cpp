@@ -6,8 +6,17 @@
 
 #include <QLineEdit>
 
+#include <algorithm>
+
+namespace {
+
+constexpr int mostTyped = 15; // characters: the digits that a stored amount keeps
+
+} // namespace
+
 void WatchAmount(Screen *screen, QLineEdit *field)
 {
+    field->setMaxLength(mostTyped);
     screen->setLeaveCheck(field, [screen, field] { return TakeAmount(screen, field); });
 }
 
@@ -20,8 +29,15 @@ bool TakeAmount(Screen *screen, QLineEdit *field)
         return false;
     }
     if (!typed.isEmpty())
-        field->setText(Money(Val(typed)));
+        ShowAmount(field, Val(typed));
     return true;
+}
+
+void ShowAmount(QLineEdit *field, double rupees)
+{
+    const QString text = Money(rupees);
+    field->setMaxLength(std::max(mostTyped, static_cast<int>(text.size())));
+    field->setText(text);
 }
 
 double AmountIn(const QLineEdit *field)

@@ -33,7 +33,8 @@ std::optional<AnnualRow::Cell> saveQuarter(const ClientYear &client, int quarter
                                            const std::optional<AnnualRow::Cell> &before)
 {
     if (amount == 0) {
-        if (before)
+        // A row without number and amount is left alone: its number would take all rows without one along.
+        if (before && (before->srNo != 0 || before->amount != 0))
             DeleteDetail(client, quarter, before->srNo);
         return std::nullopt;
     }

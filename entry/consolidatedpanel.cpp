@@ -113,7 +113,7 @@ void ConsolidatedPanel::begin()
     }
     LOADEXPDET();
     ui->vsfs->setCell(salaryRow, 1);
-    ui->cboexp->setFocus(Qt::OtherFocusReason);
+    ui->vsfs->setFocus(Qt::OtherFocusReason);
 }
 
 QuarterSalary ConsolidatedPanel::salary() const

@@ -1,7 +1,7 @@
 #include "entry/detailrows.h"
 
 #include "frame/context/modbase.h"
-#include "masters/nextnumber.h"
+#include "platform/nextnumber.h"
 #include "platform/recordset.h"
 
 namespace {

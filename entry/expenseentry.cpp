@@ -79,11 +79,16 @@ void ExpenseEntry::commit()
     close();
 }
 
-void ExpenseEntry::focusItem()
+bool ExpenseEntry::itemChosen()
 {
+    if (m_item.id != 0)
+        return true;
+    MsgBox(Screen::of(m_item.field), QStringLiteral("Please specify Nature of Expenses."), Buttons::Ok,
+           Icon::Exclamation);
     m_item.field->setFocus(Qt::OtherFocusReason);
     if (m_open != &m_item)
         open(m_item);
+    return false;
 }
 
 void ExpenseEntry::LOADHEADS()

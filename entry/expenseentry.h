@@ -37,8 +37,8 @@ public:
     /// Takes what is selected in an open list, as leaving its field does. A save by its key comes without leaving.
     void commit();
 
-    /// Puts the focus on the item, with its list open.
-    void focusItem();
+    /// Whether an item is entered. Without one, tells the user so, and goes there with its list open.
+    bool itemChosen();
 
 private:
     struct Picked

@@ -34,7 +34,8 @@ QString Money(double rupees)
 
 bool IsAmount(const QString &typed)
 {
-    return typed.isEmpty() || (IsNumeric(typed) && std::isfinite(Val(typed)));
+    // A number that no double holds would be taken as 0.
+    return typed.isEmpty() || (IsNumeric(typed) && std::isfinite(typed.trimmed().toDouble()));
 }
 
 QString WithRate(const QString &caption, double percent)

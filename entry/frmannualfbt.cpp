@@ -100,6 +100,7 @@ void frmannualfbt::setUpGrid()
     }
     for (int quarter = 1; quarter <= quarterCount; ++quarter)
         vsf2->setColHidden(amountColumn(quarter) + 2, true);
+    vsf2->setStretchCol(expenseColumn, widths[expenseColumn]);
 }
 
 void frmannualfbt::FORM_LOAD()
@@ -184,7 +185,7 @@ void frmannualfbt::showRow(int row)
                   ui->vsf2->shownText(row, expenseColumn));
     for (int i = 0; i < quarterCount; ++i) {
         if (line.quarters[i])
-            txtdedflds[firstAmountField + i]->setText(Money(line.quarters[i]->amount));
+            ShowAmount(txtdedflds[firstAmountField + i], line.quarters[i]->amount);
     }
 }
 
@@ -207,11 +208,7 @@ QuarterAmounts frmannualfbt::amounts() const
 
 bool frmannualfbt::mayAdd()
 {
-    if (m_nature != 0)
-        return true;
-    MsgBox(this, QStringLiteral("Select a Nature of Business."), Buttons::Ok, Icon::Exclamation);
-    ui->cbonature->setFocus(Qt::OtherFocusReason);
-    return false;
+    return NatureChosen(this, ui->cbonature);
 }
 
 void frmannualfbt::CMDUPDATEDED_CLICK()
@@ -220,11 +217,8 @@ void frmannualfbt::CMDUPDATEDED_CLICK()
     m_entry->commit();
     if (!takeAmounts())
         return;
-    if (m_entry->expId() == 0) {
-        MsgBox(this, QStringLiteral("Please specify Nature of Expenses."), Buttons::Ok, Icon::Exclamation);
-        m_entry->focusItem();
+    if (!m_entry->itemChosen())
         return;
-    }
     if (amounts() == QuarterAmounts{}) {
         MsgBox(this, QStringLiteral("Please specify Amount."), Buttons::Ok, Icon::Exclamation);
         ui->txtdedflds_2->setFocus(Qt::OtherFocusReason);

@@ -312,16 +312,12 @@ void frmfbtdet::showRow(int row)
     const DetailRow &shown = *currentRow();
     m_entry->show(static_cast<int>(Val(shown.headId)), ui->vsf2->shownText(row, headColumn), shown.expId,
                   ui->vsf2->shownText(row, expenseColumn));
-    ui->txtdedflds_2->setText(Money(shown.amount));
+    ShowAmount(ui->txtdedflds_2, shown.amount);
 }
 
 bool frmfbtdet::mayAdd()
 {
-    if (m_nature != 0)
-        return true;
-    MsgBox(this, QStringLiteral("Select a Nature of Business."), Buttons::Ok, Icon::Exclamation);
-    ui->cbonature->setFocus(Qt::OtherFocusReason);
-    return false;
+    return NatureChosen(this, ui->cbonature);
 }
 
 bool frmfbtdet::mayModify()
@@ -363,11 +359,8 @@ void frmfbtdet::CMDUPDATEDED_CLICK()
     m_entry->commit();
     if (!TakeAmount(this, ui->txtdedflds_2))
         return;
-    if (m_entry->expId() == 0) {
-        MsgBox(this, QStringLiteral("Please specify Nature of Expenses."), Buttons::Ok, Icon::Exclamation);
-        m_entry->focusItem();
+    if (!m_entry->itemChosen())
         return;
-    }
     const auto srNo = m_list->Adding() ? NextSrNo(InHand(), m_quarter) : std::optional(currentRow()->srNo);
     if (srNo)
         saveRow(*srNo);

@@ -1,5 +1,6 @@
 #include "entry/natures.h"
 
+#include "controls/screen.h"
 #include "frame/context/modbase.h"
 #include "platform/recordset.h"
 
@@ -32,4 +33,13 @@ void FillNatures(QComboBox *combo, const std::vector<Nature> &natures, int selec
     if (natures.size() > 1)
         combo->addItem(QStringLiteral("Consolidated Expenses"), consolidatedNature);
     combo->setCurrentIndex(std::max(0, combo->findData(selected)));
+}
+
+bool NatureChosen(Screen *screen, QComboBox *combo)
+{
+    if (combo->currentData().toInt() != 0)
+        return true;
+    MsgBox(screen, QStringLiteral("Select a Nature of Business."), Buttons::Ok, Icon::Exclamation);
+    combo->setFocus(Qt::OtherFocusReason);
+    return false;
 }

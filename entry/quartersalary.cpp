@@ -4,6 +4,7 @@
 #include "platform/recordset.h"
 
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 
 namespace {
@@ -35,6 +36,12 @@ void insertSalary(const ClientYear &client, int quarter, int natId, double amoun
 double QuarterSalary::sum() const
 {
     return std::accumulate(ofNatures.begin(), ofNatures.end(), 0.0);
+}
+
+bool QuarterSalary::totalTooSmall() const
+{
+    constexpr double paise = 100;
+    return std::round(total * paise) < std::round(sum() * paise);
 }
 
 QuarterSalary ReadSalary(const ClientYear &client, int quarter, const std::vector<Nature> &natures)

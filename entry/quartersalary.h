@@ -12,7 +12,8 @@ struct QuarterSalary
 
     [[nodiscard]] double sum() const; ///< of the natures
     /// A stated total below the sum cannot be right; above it there are people whom no nature claims.
-    [[nodiscard]] bool totalTooSmall() const { return total < sum(); }
+    /// Compared in whole paise: 0.10 and 0.20 are a total of 0.30.
+    [[nodiscard]] bool totalTooSmall() const;
 };
 
 /// The stored salaries; a nature without a row has 0, a row of another nature is passed over.

@@ -1,6 +1,6 @@
 #include "masters/expenselaw.h"
 
-#include "masters/nextnumber.h"
+#include "platform/nextnumber.h"
 #include "platform/recordset.h"
 
 #include <QHash>

@@ -1,6 +1,6 @@
 #include "masters/naturelist.h"
 
-#include "masters/nextnumber.h"
+#include "platform/nextnumber.h"
 #include "platform/recordset.h"
 
 QVector<Nature> Natures(Connection *cnn)

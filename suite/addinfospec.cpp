@@ -28,11 +28,11 @@ FieldGroup returnGroup()
 {
     return {"Return",
             {{"Section", "Filed under &Section", FieldKind::Choice, 0, nullptr, true, sections},
-             {"RevRet", "Re&vised return", FieldKind::Flag},
+             {"RevRet", "Revised ret&urn", FieldKind::Flag},
              {"RevRecNo", "Receipt No. of the original", FieldKind::Text, receiptLength, "RevRet"},
              {"RevRecDt", "Date of the original", FieldKind::Date, 0, "RevRet"},
              {"RetDt", "&Date of this return", FieldKind::Date},
-             {"RetAckNo", "Ac&knowledgement No.", FieldKind::Text, textLength}}};
+             {"RetAckNo", "Acknow&ledgement No.", FieldKind::Text, textLength}}};
 }
 
 FieldGroup businessGroup()

@@ -14,13 +14,14 @@ struct BankAccount
     QString type;
     QString account;
     bool ecs = false;
-    bool isDefault = false; ///< at most one of a client and year
+    bool isDefault = false; ///< one of a client and year; the first when none is marked
 };
 
 /// Stores an account of a client and year, a new one under the next number, and returns its number; 0 when the database
 /// did not take it. A default account takes that mark from all others.
 int SaveBankAccount(Connection *cnn, const QString &code, int year, const BankAccount &account);
 
+/// Removes an account. When it was the default one, the first of the others becomes it.
 bool DeleteBankAccount(Connection *cnn, const QString &code, int year, int number);
 
 /// A bank of the user's list, one row of `bank_master`.

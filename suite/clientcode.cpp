@@ -4,13 +4,6 @@
 #include "platform/recordset.h"
 #include "suite/clienttables.h"
 
-QString Quoted(const QString &text)
-{
-    QString value = text;
-    value.replace(u'\\', QStringLiteral("\\\\")).replace(u'\'', QStringLiteral("''"));
-    return u'\'' + value + u'\'';
-}
-
 QSet<QString> TableNames(Connection *cnn)
 {
     QSet<QString> names;

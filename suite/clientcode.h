@@ -5,9 +5,6 @@
 
 class Connection;
 
-/// A text as a value of a statement: between single quotes, quotes and backslashes in it doubled.
-QString Quoted(const QString &text);
-
 /// Names of the base tables of the connection's schema, in lower case.
 QSet<QString> TableNames(Connection *cnn);
 

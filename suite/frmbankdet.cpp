@@ -3,7 +3,6 @@
 #include "controls/listedit.h"
 #include "platform/recordset.h"
 #include "suite/baseobject.h"
-#include "suite/clientcode.h"
 #include "ui_frmbankdet.h"
 
 #include <QLineEdit>
@@ -51,6 +50,12 @@ void frmbankdet::FORM_LOAD()
     m_base.Resize_For_Resolution(this);
     m_list->FORM_LOAD();
     ui->vsf->fitColumns();
+}
+
+bool frmbankdet::FORM_UNLOAD()
+{
+    return !m_list->editing() ||
+           MsgBox(this, QStringLiteral("Do you want to Cancel the Entry?"), Buttons::YesNo) == Reply::Yes;
 }
 
 bool frmbankdet::FORM_KEYPRESS(int asciiKey)
@@ -145,6 +150,16 @@ void frmbankdet::CMDDELETE_CLICK()
     if (number == 0 || MsgBox(this, QStringLiteral("Do you want to Delete Selected Item?"), Buttons::YesNo,
                               Icon::Question, {}, 2) != Reply::Yes)
         return;
-    if (DeleteBankAccount(m_base.CnnObj, m_base.code, m_base.TYear, number))
-        m_list->deleted();
+    if (!DeleteBankAccount(m_base.CnnObj, m_base.code, m_base.TYear, number))
+        return;
+    m_list->deleted();
+    reload(); // another account may be the default one now
+}
+
+void frmbankdet::reload()
+{
+    const int current = currentNumber();
+    m_list->LOADGRID();
+    ui->vsf->setRow(ui->vsf->FindRow(QString::number(current), ui->vsf->FixedRows(), SrNo));
+    m_list->LOADDATA();
 }

@@ -22,6 +22,7 @@ public:
     ~frmbankdet() override;
 
     void FORM_LOAD() override;
+    bool FORM_UNLOAD() override;
     bool FORM_KEYPRESS(int asciiKey) override;
 
 private:
@@ -30,6 +31,7 @@ private:
     void LOADDATA(int row);
     void CMDUPDATE_CLICK();
     void CMDDELETE_CLICK();
+    void reload(); ///< fills the list anew and stays on the current account
     [[nodiscard]] bool complete();
     [[nodiscard]] BankAccount typed() const;
     [[nodiscard]] int currentNumber() const;

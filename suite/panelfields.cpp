@@ -10,6 +10,7 @@
 #include <QHBoxLayout>
 #include <QIntValidator>
 #include <QLineEdit>
+#include <QLocale>
 
 namespace {
 
@@ -44,10 +45,8 @@ public:
             m_edit->setAlignment(Qt::AlignRight);
         else
             m_edit->setMinimumWidth(m_edit->fontMetrics().averageCharWidth() * leastColumns);
-        if (spec.kind == FieldKind::Whole)
-            m_edit->setValidator(new QIntValidator(0, 999999999, m_edit));
-        else if (number)
-            m_edit->setValidator(new QDoubleValidator(0, 1e13, 2, m_edit));
+        if (number)
+            m_edit->setValidator(validatorOf(spec.kind));
     }
 
     void place(QFormLayout *form) override { form->addRow(QString::fromLatin1(spec().label), m_edit); }
@@ -71,6 +70,23 @@ public:
     }
 
 private:
+    /// Takes digits only: a number is read up to its first comma.
+    QValidator *validatorOf(FieldKind kind)
+    {
+        QLocale plain = QLocale::c();
+        plain.setNumberOptions(QLocale::RejectGroupSeparator);
+        QValidator *validator = nullptr;
+        if (kind == FieldKind::Whole) {
+            validator = new QIntValidator(0, 999999999, m_edit);
+        } else {
+            auto *amount = new QDoubleValidator(0, 1e13, 2, m_edit);
+            amount->setNotation(QDoubleValidator::StandardNotation);
+            validator = amount;
+        }
+        validator->setLocale(plain);
+        return validator;
+    }
+
     [[nodiscard]] bool isNumber() const { return spec().kind == FieldKind::Whole || spec().kind == FieldKind::Amount; }
 
     QLineEdit *m_edit;
@@ -93,7 +109,7 @@ public:
         line->setContentsMargins(0, 0, 0, 0);
         line->addWidget(m_date);
         if (spec.kind == FieldKind::DateOrToday) {
-            m_today = new QCheckBox(QStringLiteral("Up to &today"));
+            m_today = new QCheckBox(QStringLiteral("Up to toda&y"));
             m_today->setObjectName(named("chk", spec));
             line->addWidget(m_today);
             QObject::connect(m_today, &QCheckBox::toggled, m_date, &QWidget::setDisabled);

@@ -96,6 +96,7 @@ private slots:
         stage.open();
         openPanel(stage);
         QVERIFY(!stage.find<QWidget>("Frame3")->isVisible() && stage.find<QWidget>("famcon")->isVisible());
+        QCOMPARE(stage.focus(), "vsfs");
         const Grid *vsfs = stage.grid("vsfs");
         QCOMPARE(vsfs->TextMatrix(0, 2), "Pharamceuticals (M.."); // of 41 letters
         QCOMPARE(vsfs->TextMatrix(0, 3), "Total Salary and Wages");

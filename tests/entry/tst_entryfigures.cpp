@@ -80,6 +80,24 @@ private slots:
     }
     void amounts() { QTEST(IsAmount(QString::fromLatin1(QTest::currentDataTag())), "accepted"); }
 
+    void totals_data()
+    {
+        QTest::addColumn<std::vector<double>>("natures");
+        QTest::addColumn<double>("total");
+        QTest::addColumn<bool>("tooSmall");
+        QTest::newRow("binary fractions") << std::vector{0.10, 0.20} << 0.30 << false;
+        QTest::newRow("one paisa short") << std::vector{0.10, 0.20} << 0.29 << true;
+        QTest::newRow("above") << std::vector{300.0, 700.0} << 1000.01 << false;
+        QTest::newRow("large") << std::vector{99999999999.99, 0.01} << 99999999999.99 << true;
+        QTest::newRow("beyond whole numbers") << std::vector{1e30} << 1.0 << true;
+    }
+    void totals()
+    {
+        QFETCH(std::vector<double>, natures);
+        QFETCH(double, total);
+        QTEST((QuarterSalary{natures, total}.totalTooSmall()), "tooSmall");
+    }
+
     void sharesOfOneExpense()
     {
         // 300/1000 of 1001 = 300.3; the last takes 701. Values: 5% of 300 = 15, 20% of 701 = 140.2.

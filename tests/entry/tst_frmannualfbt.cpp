@@ -123,6 +123,22 @@ private slots:
         QCOMPARE(stage.details(), QStringList("2008\t1\t1\t1\t57\t15"));
     }
 
+    /// Rows of other hands: a quarter without number and amount stays, and with it all others that have no number.
+    void emptyRowWithoutNumber()
+    {
+        Stage stage(*delivered, 2008);
+        stage.client({1});
+        Cnn->Execute("Insert into FBT_Detail Values('A1',2008,1,1,1,57,10)");
+        Cnn->Execute("Insert into FBT_Detail Values('A1',2008,2,1,0,57,0)");
+        Cnn->Execute("Insert into FBT_Detail Values('A1',2008,2,2,0,58,70)");
+        stage.openOn(1);
+        stage.click("cmdmodifyded");
+        stage.type("txtdedflds_2", "15");
+        stage.click("cmdupdateded");
+        QCOMPARE(stage.details(),
+                 QStringList({"2008\t1\t1\t1\t57\t15", "2008\t2\t1\t0\t57\t0", "2008\t2\t2\t0\t58\t70"}));
+    }
+
     void refusals_data()
     {
         QTest::addColumn<QString>("head");

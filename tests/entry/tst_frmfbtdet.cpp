@@ -181,14 +181,24 @@ private slots:
         QCOMPARE(stage.text("txtdedflds_2"), "20.00");
     }
 
-    void hugeAmountIsKept()
+    void storedHugeAmountIsKept()
+    {
+        Stage stage(*delivered, 2008);
+        stage.client({1}).expense(2008, 1, 1, 57, 9007199254740990.0);
+        stage.open();
+        stage.click("cmdmodifyded");
+        stage.click("cmdupdateded");
+        QCOMPARE(stage.details(), QStringList("2008\t1\t1\t1\t57\t9.00719925474099E+15"));
+        QCOMPARE(stage.figures().value(0), "9007199254740990.00");
+    }
+
+    void typedAmountEndsWithItsFifteenthDigit()
     {
         Stage stage(*delivered, 2008);
         stage.client({1});
         stage.open();
         addByKeys(stage, "conv", "loc", "9007199254740993");
-        QCOMPARE(stage.details(), QStringList("2008\t1\t1\t1\t57\t9.00719925474099E+15"));
-        QCOMPARE(stage.figures().value(0), "9007199254740990.00");
+        QCOMPARE(stage.details(), QStringList("2008\t1\t1\t1\t57\t900719925474099"));
     }
 
     void withoutNature()

@@ -11,6 +11,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 
@@ -151,9 +152,15 @@ private slots:
 
         suite.answerer.answer(Reply::Yes);
         click(screen, "cmddelete");
-        QCOMPARE(banks(suite), QStringList({"1\tFIRST'S\t1\tN"}));
+        QCOMPARE(banks(suite), QStringList({"1\tFIRST'S\t1\tY"}));
+        QVERIFY(check(screen, "chkdefault")->isChecked()); // the screen knows it too
         addAccount(screen, "third", "3");
-        QCOMPARE(banks(suite), QStringList({"1\tFIRST'S\t1\tN", "2\tTHIRD\t3\tN"}));
+        QCOMPARE(banks(suite), QStringList({"1\tFIRST'S\t1\tY", "2\tTHIRD\t3\tN"}));
+        SuiteFixture::find<Grid>(&screen, "vsf")->setRow(1);
+        click(screen, "cmdmodify");
+        check(screen, "chkdefault")->click();
+        click(screen, "cmdupdate");
+        QCOMPARE(banks(suite).constFirst(), QString("1\tFIRST'S\t1\tY")); // one of them stays it
         QCOMPARE(suite.module.logLines(), QStringList());
     }
 
@@ -170,6 +177,69 @@ private slots:
         QCOMPARE(suite.answerer.texts().constLast(), QString("Do you want to Cancel the Entry?"));
         QVERIFY(screen.isLoaded());
         QVERIFY(!edit(screen, "txtbank")->isEnabled());
+    }
+
+    /// The close button of the window is no way to lose an entry unasked.
+    void closingInAnEntryAsks()
+    {
+        SuiteFixture suite(m_server);
+        frmbankdet screen(suite.base);
+        open(screen);
+        click(screen, "cmdadd");
+        for (const Reply reply : {Reply::No, Reply::Yes}) {
+            QVERIFY(screen.isLoaded());
+            suite.answerer.answer(reply);
+            screen.window()->close();
+        }
+        QVERIFY(!screen.isLoaded());
+        QCOMPARE(suite.answerer.texts(), QStringList(QList<QString>(2, "Do you want to Cancel the Entry?")));
+    }
+
+    /// A number that could not be read is not 1: the account that has it would be there twice.
+    void withoutNumberNothingIsSaved()
+    {
+        SuiteFixture suite(m_server);
+        Cnn->Execute("Alter Table FBT_BankDet Change SrNo Other Int");
+        Cnn->Execute("Alter Table bank_master Change bank_code_no Other Int");
+        QCOMPARE(SaveBankAccount(Cnn, "A1", 2008, {}), 0);
+        QCOMPARE(SaveBank(Cnn, {}), 0);
+        QCOMPARE(suite.module.rows("Select * from FBT_BankDet") + suite.module.rows("Select * from bank_master"),
+                 QStringList());
+    }
+
+    void numbersAreTypedWithoutCommas()
+    {
+        SuiteFixture suite(m_server);
+        frmaddinfo1 screen(suite.base);
+        open(screen);
+        check(screen, "chkEmpBoth")->click();
+        check(screen, "chkCalc115WK")->click();
+        type(screen, "txtTotalEmp", "1,000");
+        type(screen, "txtAmt115WK", "1,23,456.5");
+        click(screen, "cmdsave");
+        QCOMPARE(suite.module.rows("Select TotalEmp,Amt115WK from FBT_AddInfo"), QStringList("1000\t123456.5"));
+    }
+
+    /// A key that two controls share only moves the focus between them.
+    void keysOfAScreenAreUnique()
+    {
+        SuiteFixture suite(m_server);
+        std::vector<std::unique_ptr<Screen>> screens;
+        screens.push_back(std::make_unique<frmaddinfo>(suite.base));
+        screens.push_back(std::make_unique<frmaddinfo1>(suite.base));
+        screens.push_back(std::make_unique<frmbankdet>(suite.base));
+        screens.push_back(std::make_unique<frmbankmas>(suite.base));
+        screens.push_back(std::make_unique<frmmiscinf>(suite.base));
+        for (const auto &screen : screens) {
+            QHash<QKeySequence, QString> used;
+            for (const QString &text : captions(*screen)) {
+                const QKeySequence key = QKeySequence::mnemonic(text);
+                QVERIFY2(key.isEmpty() || !used.contains(key),
+                         qPrintable(screen->objectName() + ": " + used.value(key) + ", " + text));
+                used.insert(key, text);
+            }
+            QVERIFY(used.size() > 4);
+        }
     }
 
     void banksInUseStay()
@@ -275,6 +345,15 @@ private slots:
     }
 
 private:
+    static QStringList captions(const QWidget &screen)
+    {
+        QStringList texts;
+        for (const QLabel *label : screen.findChildren<QLabel *>())
+            texts << label->text();
+        for (const QAbstractButton *button : screen.findChildren<QAbstractButton *>())
+            texts << button->text();
+        return texts;
+    }
     static void open(Screen &screen)
     {
         screen.openChild(nullptr);
