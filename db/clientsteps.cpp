@@ -55,7 +55,7 @@ void AddInfoColumns(Connection *connection)
 void ConvertSurcharge(Connection *connection)
 {
     Recordset clients;
-    clients.Open(QStringLiteral("Select * from FBT_Info Where SurApp=''"), connection);
+    Probe(clients, QStringLiteral("Select * from FBT_Info Where SurApp=''"), connection);
     for (; !clients.Eof(); clients.MoveNext())
         convertClient(connection, clients);
 }

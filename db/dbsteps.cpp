@@ -1,5 +1,6 @@
 #include "db/dbsteps.h"
 
+#include "frame/context/errortail.h"
 #include "platform/connection.h"
 #include "platform/recordset.h"
 
@@ -11,42 +12,71 @@ QString firstRowOf(const QString &table)
     return Sql("Select * from ", table, " Limit 1");
 }
 
-// Opens a group and sends its statements, but not its end. False when nothing of it can stay.
-bool sendGroup(Connection *connection, const QStringList &statements)
+enum class Outcome { Stays, NothingStays, Unknown };
+
+Outcome sendGroup(Connection *connection, const QStringList &statements)
 {
     if (!connection->beginGroup())
-        return false;
+        return Outcome::NothingStays;
     for (const QString &statement : statements) {
         connection->Execute(statement);
-        if (connection->groupLost())
-            return false;
+        if (connection->groupLost()) {
+            connection->abandonGroup();
+            return Outcome::NothingStays;
+        }
     }
-    return true;
+    return connection->commitGroup() ? Outcome::Stays : Outcome::Unknown;
+}
+
+void endWhenLost(Connection *connection)
+{
+    if (connection->lastStatementLost())
+        throw ServerLost();
 }
 
 } // namespace
 
+ServerLost::ServerLost()
+    : FaultError(FaultNumber::ConnectionClosed,
+                 QStringLiteral("The database server was lost. The next update completes this one."))
+{
+}
+
+bool Send(Connection *connection, const QString &statement)
+{
+    const bool done = connection->Execute(statement);
+    endWhenLost(connection);
+    return done;
+}
+
 void FlushTables(Connection *connection)
 {
-    connection->Execute(QStringLiteral("Flush Tables"));
+    Send(connection, QStringLiteral("Flush Tables"));
 }
 
 void Write(Connection *connection, const QString &statement)
 {
-    connection->Execute(statement);
+    Send(connection, statement);
     FlushTables(connection);
+}
+
+bool Probe(Recordset &rows, const QString &query, Connection *connection)
+{
+    const bool opened = rows.Open(query, connection);
+    endWhenLost(connection);
+    return opened;
 }
 
 int ColumnCount(Connection *connection, const QString &table)
 {
-    Recordset probe;
-    return probe.Open(firstRowOf(table), connection) ? probe.FieldCount() : -1;
+    Recordset rows;
+    return Probe(rows, firstRowOf(table), connection) ? rows.FieldCount() : -1;
 }
 
 bool FindsNone(Connection *connection, const QString &query)
 {
-    Recordset probe;
-    return probe.Open(query, connection) && probe.empty();
+    Recordset rows;
+    return Probe(rows, query, connection) && rows.empty();
 }
 
 bool IsEmpty(Connection *connection, const QString &table)
@@ -56,21 +86,18 @@ bool IsEmpty(Connection *connection, const QString &table)
 
 int NextNumber(Connection *connection, const QString &table, const QString &column)
 {
-    return FirstField(connection, Sql("Select Max(", column, ") from ", table)).whole() + 1;
-}
-
-ServerLost::ServerLost()
-    : FaultError(FaultNumber::ConnectionClosed,
-                 QStringLiteral("The database server was lost. The next update completes this one."))
-{
+    Recordset rows;
+    const bool opened = Probe(rows, Sql("Select Max(", column, ") from ", table), connection);
+    return opened ? rows.Fields(0).whole() + 1 : 1;
 }
 
 void WriteTogether(Connection *connection, const QStringList &statements)
 {
-    if (!sendGroup(connection, statements))
-        sendGroup(connection, statements);
+    Outcome outcome = sendGroup(connection, statements);
+    if (outcome == Outcome::NothingStays)
+        outcome = sendGroup(connection, statements);
     // When the server is lost at the commit itself nobody knows what it did: that must not be sent again.
-    if (!connection->commitGroup())
+    if (outcome != Outcome::Stays)
         throw ServerLost();
 }
 
@@ -78,4 +105,18 @@ void Fill(Connection *connection, const QStringList &rows)
 {
     WriteTogether(connection, rows);
     FlushTables(connection);
+}
+
+bool CarryOut(ErrorTail &tail, const std::function<void()> &part)
+{
+    bool lost = false;
+    tail([&] {
+        try {
+            part();
+        } catch (const ServerLost &) {
+            lost = true;
+            throw;
+        }
+    });
+    return !lost;
 }

@@ -8,6 +8,8 @@
 
 #include <QSet>
 
+#include <optional>
+
 namespace {
 
 struct TableIndex
@@ -33,30 +35,33 @@ constexpr TableIndex yearlyIndexes[] = {
 
 constexpr const char *indexName = "IdxFBT";
 
-QSet<QString> namesOf(Connection *connection, const QString &query)
+// Nothing when the server refused the query.
+std::optional<QSet<QString>> namesOf(Connection *connection, const QString &query)
 {
-    QSet<QString> names;
     Recordset found;
-    for (found.Open(query, connection); !found.Eof(); found.MoveNext())
+    if (!Probe(found, query, connection))
+        return std::nullopt;
+    QSet<QString> names;
+    for (; !found.Eof(); found.MoveNext())
         names.insert(found.Fields(0).text().toLower());
     return names;
 }
 
+// None when that cannot be seen: each index that is there would be asked for again.
 QSet<QString> tablesWithoutIndex(Connection *connection)
 {
-    QSet<QString> tables = namesOf(
+    const auto tables = namesOf(
         connection, QStringLiteral("Select TABLE_NAME from information_schema.TABLES Where TABLE_SCHEMA=Database()"));
-    tables -= namesOf(connection, Sql("Select TABLE_NAME from information_schema.STATISTICS Where "
-                                      "TABLE_SCHEMA=Database() and INDEX_NAME='",
-                                      indexName, "'"));
-    return tables;
+    if (!tables)
+        return {};
+    const auto indexed = namesOf(connection, Sql("Select TABLE_NAME from information_schema.STATISTICS Where "
+                                                 "TABLE_SCHEMA=Database() and INDEX_NAME='",
+                                                 indexName, "'"));
+    return indexed ? *tables - *indexed : QSet<QString>();
 }
 
-} // namespace
-
-void CREATEINDEXES(Connection *connection)
+void createMissing(Connection *connection)
 {
-    const ErrorTail tail(QStringLiteral("CREATEINDEXES"), QStringLiteral("frmupdatedb"));
     const QSet<QString> lacking = tablesWithoutIndex(connection);
     const auto add = [&](const TableIndex &index, const QString &suffix) {
         const QString table = Sql(index.table, suffix);
@@ -69,4 +74,12 @@ void CREATEINDEXES(Connection *connection)
         for (const TableIndex &index : yearlyIndexes)
             add(index, QString::number(year));
     }
+}
+
+} // namespace
+
+bool CREATEINDEXES(Connection *connection)
+{
+    ErrorTail tail(QStringLiteral("CREATEINDEXES"), QStringLiteral("frmupdatedb"));
+    return CarryOut(tail, [connection] { createMissing(connection); });
 }

@@ -2,12 +2,16 @@
 
 #include "db/clientsteps.h"
 #include "db/dbsteps.h"
+#include "db/engines.h"
 #include "db/indexes.h"
 #include "db/schema.h"
 #include "db/seed.h"
 #include "db/yearlymasters.h"
 #include "frame/context/errortail.h"
 #include "platform/connection.h"
+#include "suite/updatemark.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -78,45 +82,51 @@ constexpr Step steps[] = {
     updateReturnDates, fillInstalmentDates, fillBaseMasters, UpdateYearlyMasters, updateServiceTax, fillBillTypes,
 };
 
-// False when the server was lost within rows that later steps build on.
-bool carryOut(Step step, Connection *connection)
+// When the server is lost before the mark stands, nobody would run the update again: that is worth a second try.
+void openMark(Connection *connection)
 {
-    try {
-        step(connection);
-        return true;
-    } catch (const ServerLost &) {
-        return false;
-    }
-}
-
-} // namespace
-
-void CREATETABLES(Connection *connection)
-{
-    const ErrorTail tail(QStringLiteral("CREATETABLES"), QStringLiteral("frmupdatedb"));
-    for (const TableShape &table : ModuleTables())
-        connection->Execute(CreateStatement(table));
+    const QString statement = Sql("Create Table If Not Exists ", updateMark, " (Nm Varchar(20))");
+    connection->Execute(statement);
+    if (connection->lastStatementLost())
+        Send(connection, statement);
     FlushTables(connection);
 }
 
-void UPDATEDB(Connection *connection)
+using Procedure = bool (*)(Connection *);
+
+constexpr Procedure procedures[] = {
+    CONVERTENGINES, CREATETABLES,
+    CREATEINDEXES, // the conversion of old clients looks each one up by its code
+    UPDATEDB,       CREATEINDEXES,
+};
+
+} // namespace
+
+bool CREATETABLES(Connection *connection)
+{
+    ErrorTail tail(QStringLiteral("CREATETABLES"), QStringLiteral("frmupdatedb"));
+    return CarryOut(tail, [connection] {
+        for (const TableShape &table : ModuleTables())
+            Send(connection, CreateStatement(table));
+        FlushTables(connection);
+    });
+}
+
+bool UPDATEDB(Connection *connection)
 {
     ErrorTail tail(QStringLiteral("UPDATEDB"), QStringLiteral("frmupdatedb"));
-    bool lost = false;
-    for (const Step step : steps) {
-        tail([&] { lost = !carryOut(step, connection); });
-        if (lost) {
-            tail.take(ServerLost().fault());
-            return;
-        }
-    }
+    return std::all_of(std::begin(steps), std::end(steps),
+                       [&](Step step) { return CarryOut(tail, [&] { step(connection); }); });
 }
 
 void UpdateDatabase(Connection *connection)
 {
-    CREATETABLES(connection);
-    // The conversion of old clients looks each one up by its code.
-    CREATEINDEXES(connection);
-    UPDATEDB(connection);
-    CREATEINDEXES(connection);
+    ErrorTail tail(QStringLiteral("UPDATEDB"), QStringLiteral("frmupdatedb"));
+    CarryOut(tail, [connection] {
+        openMark(connection);
+        const bool ended = std::all_of(std::begin(procedures), std::end(procedures),
+                                       [&](Procedure procedure) { return procedure(connection); });
+        if (ended)
+            Write(connection, Sql("Drop Table If Exists ", updateMark));
+    });
 }

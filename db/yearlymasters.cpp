@@ -2,7 +2,6 @@
 
 #include "db/dbsteps.h"
 #include "db/schema.h"
-#include "db/updatejournal.h"
 #include "platform/recordset.h"
 
 namespace {
@@ -11,9 +10,8 @@ namespace {
 class YearlyMasters
 {
 public:
-    YearlyMasters(Connection *connection, UpdateJournal *journal, int year)
+    YearlyMasters(Connection *connection, int year)
         : m_connection(connection)
-        , m_journal(journal)
         , m_year(year)
         , m_head(Sql("FBT_Head", year))
         , m_item(Sql("FBT_ExpHead", year))
@@ -34,7 +32,6 @@ private:
     void addSecuritiesItem(int headId);
 
     Connection *m_connection;
-    UpdateJournal *m_journal;
     int m_year;
     QString m_head;
     QString m_item;
@@ -62,36 +59,32 @@ void YearlyMasters::createTables()
 
 void YearlyMasters::copyFromYearBefore()
 {
-    const QString name = Sql("Copy", m_year);
-    if (!m_journal->isOpen(name) && !IsEmpty(m_connection, m_head))
+    if (!IsEmpty(m_connection, m_head))
         return;
     const QString before = m_year == firstMasterYear ? QString() : QString::number(m_year - 1);
-    QList<UpdateJournal::Line> lines;
+    QStringList copies;
     for (const TableShape &table : YearlyTables())
-        lines << UpdateJournal::Line{Sql("Insert Into ", table.name, m_year, " Select * From ", table.name, before)};
-    m_journal->run(name, lines);
+        copies << Sql("Insert Into ", table.name, m_year, " Select * From ", table.name, before);
+    Fill(m_connection, copies);
 }
 
 // The Finance Act, 2006 made tour and travel a clause of its own, (Q), at 5 percent for every business, and lowered the
 // rate of hospitality for airlines. Heads of the user's own that stand at the new number move up first.
 void YearlyMasters::separateTour()
 {
-    const QString name = Sql("Tour", m_year);
-    if (!m_journal->isOpen(name) &&
-        !FindsNone(m_connection, Sql("Select * From ", m_head, " Where Section='115WB(2)(Q)'")))
+    if (!FindsNone(m_connection, Sql("Select * From ", m_head, " Where Section='115WB(2)(Q)'")))
         return;
     const QString tourItems = QStringLiteral("((SrNo>=58 and SrNo<=60) or SrNo=63 or SrNo=64)");
-    UpdateJournal::Line tourRates;
+    QStringList changes{Sql("Update ", m_head, " Set HeadId=HeadId+1 Where HeadId>=20"),
+                        Sql("Update ", m_item, " Set HeadId=HeadId+1 Where HeadId>=20"),
+                        Sql("Update ", m_rate, " Set IntRt=5 Where SrNo>=18 and SrNo<=24 and NatId=6 and IntRt=20"),
+                        Sql("Update ", m_head, " Set HeadDesc='Conveyance' Where HeadId=9"),
+                        Sql("Insert into ", m_head, " Values (20,'115WB(2)(Q)','Tour, Travel and Foreign Travel')"),
+                        Sql("Update ", m_item, " Set HeadId=20 Where ", tourItems, " and HeadId=9"),
+                        Sql("Delete from ", m_rate, " Where ", tourItems)};
     for (const int item : {58, 59, 60, 63, 64})
-        tourRates << Sql("Insert into ", m_rate, " Values (", item, ",0,5)");
-    m_journal->run(name, {{Sql("Update ", m_head, " Set HeadId=HeadId+1 Where HeadId>=20")},
-                          {Sql("Update ", m_item, " Set HeadId=HeadId+1 Where HeadId>=20")},
-                          {Sql("Update ", m_rate, " Set IntRt=5 Where SrNo>=18 and SrNo<=24 and NatId=6 and IntRt=20")},
-                          {Sql("Update ", m_head, " Set HeadDesc='Conveyance' Where HeadId=9")},
-                          {Sql("Insert into ", m_head, " Values (20,'115WB(2)(Q)','Tour, Travel and Foreign Travel')")},
-                          {Sql("Update ", m_item, " Set HeadId=20 Where ", tourItems, " and HeadId=9")},
-                          {Sql("Delete from ", m_rate, " Where ", tourItems)},
-                          tourRates});
+        changes << Sql("Insert into ", m_rate, " Values (", item, ",0,5)");
+    Fill(m_connection, changes);
 }
 
 void YearlyMasters::changeRate(int headId, const QString &condition, int from, int to)
@@ -124,7 +117,7 @@ void YearlyMasters::addSecurities()
 int YearlyMasters::securitiesHead()
 {
     Recordset heads;
-    if (!heads.Open(Sql("Select * from ", m_head, " Where Section='115WB(1)(d)'"), m_connection))
+    if (!Probe(heads, Sql("Select * from ", m_head, " Where Section='115WB(1)(d)'"), m_connection))
         return 0;
     if (!heads.Eof())
         return heads.Fields(u"HeadId").whole();
@@ -136,31 +129,22 @@ int YearlyMasters::securitiesHead()
 
 void YearlyMasters::addSecuritiesItem(int headId)
 {
-    const QString name = Sql("Shares", m_year);
-    const QString items = Sql("Select * from ", m_item, " Where HeadId=", headId);
-    const bool begun = m_journal->isOpen(name);
-    if (!begun && !FindsNone(m_connection, items))
+    if (!FindsNone(m_connection, Sql("Select * from ", m_item, " Where HeadId=", headId)))
         return;
-    Recordset found;
-    if (begun)
-        found.Open(items, m_connection);
-    const int srNo =
-        found.Eof() ? NextNumber(m_connection, m_item, QStringLiteral("SrNo")) : found.Fields(u"SrNo").whole();
-    m_journal->run(name,
-                   {{Sql("Insert into ", m_item, " Values (", srNo, ",", headId,
-                         ",'Any specified security or sweat equity shares allotted or transferred, directly or "
-                         "indirectly, by the employer free of cost or at concessional rate to his employees (including "
-                         "former employee or employees)')")},
-                    {Sql("Delete From ", m_rate, " Where SrNo=", srNo)},
-                    {Sql("Insert into ", m_rate, " Values (", srNo, ",0,100)")}});
+    const int srNo = NextNumber(m_connection, m_item, QStringLiteral("SrNo"));
+    Fill(m_connection,
+         {Sql("Insert into ", m_item, " Values (", srNo, ",", headId,
+              ",'Any specified security or sweat equity shares allotted or transferred, directly or indirectly, by the "
+              "employer free of cost or at concessional rate to his employees (including former employee or "
+              "employees)')"),
+          Sql("Delete From ", m_rate, " Where SrNo=", srNo),
+          Sql("Insert into ", m_rate, " Values (", srNo, ",0,100)")});
 }
 
 } // namespace
 
 void UpdateYearlyMasters(Connection *connection)
 {
-    UpdateJournal journal(connection);
     for (int year = firstMasterYear; year <= lastMasterYear; ++year)
-        YearlyMasters(connection, &journal, year).update();
-    journal.close();
+        YearlyMasters(connection, year).update();
 }

@@ -14,7 +14,17 @@
 namespace {
 
 constexpr int serverGone = 2006; // the statement was not sent
-constexpr int serverLost = 2013; // lost under way
+
+// Lost under way: by the network, by a server that goes down, by one that ends its connections.
+constexpr int losses[] = {serverGone, 2013, 2055, 1053, 1927};
+
+constexpr int deadlock = 1213;
+constexpr int lockWait = 1205;
+
+bool isLoss(const Fault &fault)
+{
+    return std::find(std::begin(losses), std::end(losses), fault.number) != std::end(losses);
+}
 
 Fault faultOf(const QSqlError &error)
 {
@@ -78,6 +88,7 @@ void Connection::sessionSettings()
     QSqlQuery query(QSqlDatabase::database(m_name, false));
     query.exec(QStringLiteral("SET NAMES utf8mb4"));
     query.exec(QStringLiteral("SET SESSION sql_mode=''"));
+    query.exec(QStringLiteral("SET SESSION default_storage_engine=InnoDB")); // groups of statements need transactions
     // Joined rows come in the order of the left table, with an index and without one. The one name is MariaDB's,
     // the other MySQL's; a server refuses the one that it does not know, which does no harm.
     query.exec(QStringLiteral("SET SESSION join_cache_level=0"));
@@ -105,9 +116,12 @@ bool Connection::ensureAlive()
     Fault why{FaultNumber::ConnectionClosed, QStringLiteral("The connection is closed."), QStringLiteral("FBT")};
     if (m_wanted && !m_lost && !serverHungUp())
         return true;
+    if (m_wanted && m_grouped && !m_lost)
+        why = {serverGone, QStringLiteral("The database server has gone away."), QStringLiteral("MariaDB")};
     m_lost = true;
     if (m_wanted && !m_grouped && connectNow(&why))
         return true;
+    m_statementLost = true;
     report(why);
     return false;
 }
@@ -122,11 +136,12 @@ std::unique_ptr<QSqlQuery> Connection::run(const QString &statement)
 {
     if (m_observer)
         m_observer(statement);
+    m_statementLost = false;
     if (!ensureAlive())
         return nullptr;
     auto query = std::make_unique<QSqlQuery>(QSqlDatabase::database(m_name, false));
     bool done = attempt(*query, statement);
-    if (!done && faultOf(query->lastError()).number == serverGone) {
+    if (!done && !m_grouped && faultOf(query->lastError()).number == serverGone) {
         query.reset();
         m_lost = true;
         if (!ensureAlive())
@@ -136,10 +151,16 @@ std::unique_ptr<QSqlQuery> Connection::run(const QString &statement)
     }
     if (done)
         return query;
-    const Fault fault = faultOf(query->lastError());
-    m_lost = fault.number == serverLost || fault.number == serverGone;
-    report(fault);
+    takeFault(faultOf(query->lastError()));
     return nullptr;
+}
+
+void Connection::takeFault(const Fault &fault)
+{
+    m_lost = isLoss(fault);
+    m_statementLost = m_lost;
+    m_groupBroken = m_groupBroken || (m_grouped && (fault.number == deadlock || fault.number == lockWait));
+    report(fault);
 }
 
 bool Connection::Execute(const QString &statement)
@@ -153,6 +174,7 @@ bool Connection::Execute(const QString &statement)
 bool Connection::beginGroup()
 {
     m_grouped = false; // a lost group is over, and the connection may be opened again
+    m_groupBroken = false;
     m_grouped = Execute(QStringLiteral("Start Transaction"));
     return m_grouped;
 }
@@ -160,8 +182,18 @@ bool Connection::beginGroup()
 bool Connection::commitGroup()
 {
     const bool stays = m_grouped && !groupLost() && Execute(QStringLiteral("Commit"));
-    m_grouped = false;
+    if (stays)
+        m_grouped = false;
+    else
+        abandonGroup();
     return stays;
+}
+
+void Connection::abandonGroup()
+{
+    if (m_grouped && m_wanted && !m_lost)
+        Execute(QStringLiteral("Rollback"));
+    m_grouped = false;
 }
 
 void Connection::report(const Fault &fault) const

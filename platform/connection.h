@@ -35,7 +35,7 @@ public:
     Connection(const Connection &) = delete;
     Connection &operator=(const Connection &) = delete;
 
-    /// Opens the connection and makes the session settings (empty `sql_mode`, `utf8mb4`). On failure `why` tells.
+    /// Opens the connection and makes the session settings (empty `sql_mode`, `utf8mb4`, InnoDB for new tables). On failure `why` tells.
     bool open(const ServerAddress &address, Fault *why = nullptr);
     void close();
 
@@ -45,13 +45,20 @@ public:
     /// Carries out one statement. False after a fault, which the handler has received.
     bool Execute(const QString &statement);
 
+    /// The last statement or query was lost with the connection: it was not sent, or nobody knows whether it was carried
+    /// out. False after one that the server carried out or refused.
+    [[nodiscard]] bool lastStatementLost() const { return m_statementLost; }
+
     /// Begins and ends a group of statements of which all stay or none. While a group is open a lost connection is not
-    /// opened again: the rest of the group would stay without its beginning. True when the server took it. A lost group
-    /// is over with the call of `commitGroup`, which is false then, or of the next `beginGroup`.
+    /// opened again: the rest of the group would stay without its beginning. True when the server took it. `commitGroup`
+    /// ends the group in any case.
     bool beginGroup();
     bool commitGroup();
-    /// The connection was lost in the open group: nothing of it will stay.
-    [[nodiscard]] bool groupLost() const { return m_grouped && (m_lost || !m_wanted); }
+    /// Ends the open group so that nothing of it stays.
+    void abandonGroup();
+    /// The connection was lost in the open group, or the server ended the group by a deadlock or a wait for a lock that
+    /// took too long: nothing of it can stay.
+    [[nodiscard]] bool groupLost() const { return m_grouped && (m_groupBroken || m_lost || !m_wanted); }
 
     /// Number of rows that the last successful Execute changed.
     [[nodiscard]] qint64 affectedRows() const { return m_affected; }
@@ -70,6 +77,7 @@ private:
     std::unique_ptr<QSqlQuery> run(const QString &statement);
     static bool attempt(QSqlQuery &query, const QString &statement);
     bool ensureAlive();
+    void takeFault(const Fault &fault);
     bool connectNow(Fault *why);
     void sessionSettings();
     [[nodiscard]] bool serverHungUp() const;
@@ -78,7 +86,9 @@ private:
     ServerAddress m_address;
     bool m_wanted = false;
     bool m_lost = false;
+    bool m_statementLost = false;
     bool m_grouped = false;
+    bool m_groupBroken = false; // by the server
     qint64 m_affected = 0;
     FaultHandler m_handler;
     std::function<void(const QString &)> m_observer;

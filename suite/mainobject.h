@@ -17,7 +17,8 @@ public:
 
     [[nodiscard]] virtual bool ChkRepDbFlag() const = 0; ///< the last run did not end in order
     [[nodiscard]] virtual bool CreateDbFlag() const = 0; ///< the database is new: no `VerInfo` or no row in it
-    [[nodiscard]] virtual bool UpdateDbFlag() const = 0; ///< the database is of a lower version than the program
+    /// The database is of a lower version than the program, or its last update was cut off.
+    [[nodiscard]] virtual bool UpdateDbFlag() const = 0;
     virtual void ShowWexaNews() = 0;
     virtual void CheckForUpdates() = 0;
     virtual void ShowAbout() = 0;

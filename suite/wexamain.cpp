@@ -4,6 +4,7 @@
 #include "platform/connection.h"
 #include "platform/recordset.h"
 #include "suite/clientcode.h"
+#include "suite/updatemark.h"
 #include "suite/version.h"
 
 #include <QApplication>
@@ -33,6 +34,8 @@ bool WexaMain::CreateDbFlag() const
 
 bool WexaMain::UpdateDbFlag() const
 {
+    if (TableNames(Cnn).contains(QString::fromLatin1(updateMark).toLower()))
+        return true;
     const Field stored = FirstField(Cnn, QStringLiteral("Select * from VerInfo"));
     return !stored.isNull() && CompareVersions(stored.text(), m_version) < 0;
 }

@@ -57,8 +57,8 @@ void TestFrmUpdateDb::endsBehindFaults()
     QVERIFY(DbUpdated);
     QVERIFY(!screen.isLoaded());
     const QStringList log = module.logLines();
-    QCOMPARE(log.filter("CREATETABLES\tfrmupdatedb").size(), 29);
-    QVERIFY(!log.filter("UPDATEDB\tfrmupdatedb").isEmpty());
+    QCOMPARE(log.filter("UPDATEDB\tfrmupdatedb").size(), log.size());
+    QVERIFY(log.constLast().contains("The next update completes this one."));
 }
 
 QTEST_MAIN(TestFrmUpdateDb)

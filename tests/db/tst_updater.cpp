@@ -26,6 +26,7 @@ private slots:
     void correctsReturnDates();
     void replacesServiceTax();
     void refusedStatementCostsItself();
+    void convertsEngines();
 
 private:
     TestServer m_server;
@@ -303,6 +304,24 @@ void TestUpdater::refusedStatementCostsItself()
     // Seven natures; twenty due dates, two corrections of them, and the search for one.
     QCOMPARE(log.size(), 7 + 20 + 2 + 1);
     QCOMPARE(log.filter(QStringLiteral("UPDATEDB\tfrmupdatedb")).size(), log.size());
+}
+
+void TestUpdater::convertsEngines()
+{
+    TestModule module(m_server);
+    execute(module, {QStringLiteral("Create Table Own (A Int) Engine=MyISAM"), // not of this module
+                     QStringLiteral("Create Table FBT_Nature (Srno Int(11), NatDesc Varchar(255)) Engine=MyISAM"),
+                     QStringLiteral("Insert into FBT_Nature Values (9,'Own'),(3,'Other'),(5,'Third')"),
+                     QStringLiteral("Delete from FBT_Nature Where Srno=3"),
+                     QStringLiteral("Create Table FBT_Head2009 (HeadId Int(11), Section Varchar(50), "
+                                    "HeadDesc Varchar(255)) Engine=Aria")});
+    UpdateDatabase(&module.connection);
+    QCOMPARE(module.rows(QStringLiteral("Select TABLE_NAME from information_schema.TABLES Where "
+                                        "TABLE_SCHEMA=Database() and ENGINE<>'InnoDB'")),
+             QStringList{QStringLiteral("own")});
+    QCOMPARE(module.rows(QStringLiteral("Select Srno from FBT_Nature")),
+             (QStringList{QStringLiteral("9"), QStringLiteral("5")}));
+    QCOMPARE(module.logLines(), QStringList());
 }
 
 QTEST_GUILESS_MAIN(TestUpdater)

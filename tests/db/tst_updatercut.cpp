@@ -1,4 +1,5 @@
 #include "db/updater.h"
+#include "suite/wexamain.h"
 #include "tests/db/dump.h"
 #include "tests/support/testmodule.h"
 
@@ -16,15 +17,13 @@ private slots:
     void serverKilled_data();
     void serverKilled();
     void serverLostTwiceInAGroup();
+    void rowsLockedByAnother();
 
 private:
-    using Cut = std::function<void(Connection &)>;
-
     void startFrom(TestModule &module, bool old);
     QStringList taken(TestModule &module);
-    void cutOff(TestModule &module, bool old, qsizetype at, const Cut &cut);
     QString wrong(TestModule &module, bool old, qsizetype at);
-    QString cutAndCompleted(bool old, qsizetype at, const Cut &cut);
+    QString cutAndCompleted(bool old, qsizetype at, bool forGood);
 
     TestServer m_server;
     QString m_template;          // schema of the older database
@@ -67,6 +66,9 @@ void makeOld(TestModule &module)
                      "Delete from DueDt_Master Where AssYear>2008 or StatC=4",
                      "Delete from ChallanDt_Master Where AssYear>2007", "Delete from SRate Where yr=2007",
                      "Delete from Bill_Type"});
+    // An older server made its tables without transactions.
+    for (const char *table : {"FBT_Head2007", "FBT_ExpHead2007", "FBT_ExpRate2007", "SRate", "DueDt_Master"})
+        execute(module, {Sql("Alter Table ", table, " Engine=MyISAM")});
 }
 
 QString schemaOf(TestModule &module)
@@ -74,16 +76,39 @@ QString schemaOf(TestModule &module)
     return module.rows("Select Database()").constFirst();
 }
 
-// Reading, flushing and beginning a group change nothing, so a cut there is like one before the next write. Of a row of
-// statements of one kind, such as the hundreds of inserts of a group, every tenth is enough.
-bool worthACut(const QStringList &statements, qsizetype at)
+using Observer = std::function<void(const QString &)>;
+
+// What the program does at a start. False when it saw nothing to do.
+bool startProgram(TestModule &module, const Observer &observer = {})
+{
+    SuiteContext context;
+    context.cnn = &module.connection;
+    context.appPath = module.base.AppPath;
+    context.version = QStringLiteral("2.10.1");
+    const WexaMain main(context);
+    if (!main.CreateDbFlag() && !main.UpdateDbFlag())
+        return false;
+    module.connection.setObserver(observer);
+    UpdateDatabase(&module.connection);
+    module.connection.setObserver({});
+    module.connection.Execute("Delete From VerInfo");
+    module.connection.Execute("Insert Into VerInfo Values ('2.10.1')");
+    return true;
+}
+
+// Where a run of statements of one kind begins, and some places within it: the hundreds of inserts of a group are alike,
+// and so are the flushes.
+QList<qsizetype> places(const QStringList &statements)
 {
     constexpr qsizetype kindLength = 12; // "Create Table", "Insert into "
-    constexpr qsizetype stride = 10;
-    const QString &statement = statements[at];
-    if (statement.startsWith(u"Select") || statement == u"Flush Tables" || statement == u"Start Transaction")
-        return false;
-    return at == 0 || at % stride == 0 || statements[at - 1].left(kindLength) != statement.left(kindLength);
+    constexpr qsizetype stride = 25;
+    QList<qsizetype> found;
+    for (qsizetype at = 0; at < statements.size(); ++at) {
+        const bool alike = at > 0 && statements[at - 1].left(kindLength) == statements[at].left(kindLength);
+        if (at % stride == 0 || (!alike && statements[at] != u"Flush Tables"))
+            found << at;
+    }
+    return found;
 }
 
 } // namespace
@@ -115,36 +140,33 @@ void TestUpdaterCut::initTestCase()
     for (const bool fromOld : {false, true}) {
         TestModule module(m_server);
         startFrom(module, fromOld);
-        module.connection.setObserver([&](const QString &statement) { m_statements[fromOld] << statement; });
-        UpdateDatabase(&module.connection);
-        module.connection.setObserver({});
+        QVERIFY(startProgram(module, [&](const QString &statement) { m_statements[fromOld] << statement; }));
+        QVERIFY(!startProgram(module)); // nothing is left to do
         m_result[fromOld] = taken(module);
     }
 }
 
-// Runs the update with `cut` before a statement, runs it again on a server that is there, and tells what is different.
-QString TestUpdaterCut::cutAndCompleted(bool old, qsizetype at, const Cut &cut)
+// Loses the connection before a statement, for good or for this statement only, starts the program again on a server that
+// is there, and tells what is different.
+QString TestUpdaterCut::cutAndCompleted(bool old, qsizetype at, bool forGood)
 {
     TestModule module(m_server);
     const ServerAddress address = module.connection.address();
-    cutOff(module, old, at, cut);
-    m_server.restart();
-    if (module.connection.State() == Connection::Closed && !module.connection.open(address))
-        qFatal("The server is gone.");
-    UpdateDatabase(&module.connection);
-    return wrong(module, old, at);
-}
-
-void TestUpdaterCut::cutOff(TestModule &module, bool old, qsizetype at, const Cut &cut)
-{
     startFrom(module, old);
     qsizetype sent = 0;
-    module.connection.setObserver([&](const QString &) {
-        if (sent++ == at)
-            cut(module.connection);
+    startProgram(module, [&](const QString &) {
+        if (sent == at)
+            module.connection.close();
+        else if (sent == at + 1 && !forGood)
+            module.connection.open(address);
+        ++sent;
     });
-    UpdateDatabase(&module.connection);
-    module.connection.setObserver({});
+    const bool closed = module.connection.State() == Connection::Closed;
+    if (closed && !module.connection.open(address))
+        qFatal("The server is gone.");
+    if (!startProgram(module) && closed)
+        return QStringLiteral("The next start saw nothing to do behind ") + m_statements[old][at];
+    return wrong(module, old, at);
 }
 
 QString TestUpdaterCut::wrong(TestModule &module, bool old, qsizetype at)
@@ -156,22 +178,25 @@ QString TestUpdaterCut::wrong(TestModule &module, bool old, qsizetype at)
 void TestUpdaterCut::cutAnywhere_data()
 {
     QTest::addColumn<bool>("old");
-    QTest::newRow("empty database") << false;
-    QTest::newRow("older database") << true;
+    QTest::addColumn<bool>("forGood");
+    QTest::addColumn<int>("first"); // the rows share the places among them
+    QTest::addColumn<int>("every");
+    QTest::newRow("empty database, one statement") << false << false << 0 << 6;
+    QTest::newRow("older database, one statement") << true << false << 1 << 8;
+    QTest::newRow("empty database, for good") << false << true << 2 << 20;
+    QTest::newRow("older database, for good") << true << true << 3 << 20;
 }
 
 void TestUpdaterCut::cutAnywhere()
 {
     QFETCH(bool, old);
-    const auto cut = [](Connection &connection) { connection.close(); };
-    qsizetype cuts = 0;
-    for (qsizetype at = 0; at < m_statements[old].size(); ++at) {
-        if (!worthACut(m_statements[old], at))
-            continue;
-        QCOMPARE(cutAndCompleted(old, at, cut), QString());
-        ++cuts;
-    }
-    QVERIFY(cuts > 100);
+    QFETCH(bool, forGood);
+    QFETCH(int, first);
+    QFETCH(int, every);
+    const QList<qsizetype> all = places(m_statements[old]);
+    QVERIFY(all.size() > 100);
+    for (qsizetype i = first; i < all.size(); i += every)
+        QCOMPARE(cutAndCompleted(old, all[i], forGood), QString());
 }
 
 void TestUpdaterCut::serverKilled_data()
@@ -194,35 +219,69 @@ void TestUpdaterCut::serverKilled()
     while (!m_statements[old].value(at, statement).startsWith(statement))
         ++at;
     QVERIFY(at < m_statements[old].size());
-    QCOMPARE(cutAndCompleted(old, at, [this](Connection &) { m_server.kill(); }), QString());
-    const auto blink = [this](Connection &) {
-        m_server.kill();
-        m_server.restart();
-    };
-    // A server that is back at once costs nothing: what was lost with it is sent again in the same run.
-    TestModule module(m_server);
-    cutOff(module, old, at, blink);
-    QCOMPARE(wrong(module, old, at), QString());
+    for (const bool backAtOnce : {false, true}) {
+        TestModule module(m_server);
+        startFrom(module, old);
+        qsizetype sent = 0;
+        startProgram(module, [&](const QString &) {
+            if (sent++ != at)
+                return;
+            m_server.kill();
+            if (backAtOnce)
+                m_server.restart();
+        });
+        if (!backAtOnce)
+            m_server.restart();
+        // A server that is back at once costs nothing: what was lost with it is sent again in the same run.
+        QCOMPARE(startProgram(module), !backAtOnce);
+        QCOMPARE(wrong(module, old, at), QString());
+    }
 }
 
-// The run ends there, and the connection is of use again.
+// The run ends there, tells each loss once, and the connection is of use again.
 void TestUpdaterCut::serverLostTwiceInAGroup()
 {
     TestModule module(m_server);
     startFrom(module, false);
     int losses = 0;
-    module.connection.setObserver([&](const QString &statement) {
+    startProgram(module, [&](const QString &statement) {
         if (statement == u"Insert into FBT_ExpRate Values (100,0,20)" && ++losses <= 2) {
             m_server.kill();
             m_server.restart();
         }
     });
-    UpdateDatabase(&module.connection);
     QCOMPARE(losses, 2);
+    const QStringList log = module.logLines();
+    QCOMPARE(log.size(), 3);
+    QVERIFY(log[0].startsWith(u"2006") && log[1].startsWith(u"2006"));
+    QVERIFY(log[2].contains(u"The next update completes this one."));
     QCOMPARE(module.rows("Show Tables like 'FBT_Head2006'"), QStringList());
-    QVERIFY(module.logLines().constLast().contains(u"The next update completes this one."));
-    UpdateDatabase(&module.connection);
+    QCOMPARE(module.rows("Select @@in_transaction"), QStringList{"0"});
+    QVERIFY(startProgram(module));
     QCOMPARE(Difference(taken(module), m_result[0]), QString());
+}
+
+// Another user's open change makes the server refuse a statement within a group: the group is sent again.
+void TestUpdaterCut::rowsLockedByAnother()
+{
+    TestModule module(m_server);
+    startFrom(module, true);
+    Connection another;
+    QVERIFY(another.open(module.connection.address()));
+    QVERIFY(another.Execute("Alter Table FBT_ExpHead2007 Engine=InnoDB"));
+    QVERIFY(module.connection.Execute("Set Session innodb_lock_wait_timeout=0"));
+    bool locked = false;
+    startProgram(module, [&](const QString &statement) {
+        if (!locked && statement == u"Update FBT_Head2007 Set HeadId=HeadId+1 Where HeadId>=20")
+            locked =
+                another.beginGroup() && another.Execute("Update FBT_ExpHead2007 Set HeadId=HeadId Where HeadId>=20");
+        else if (statement == u"Rollback")
+            another.commitGroup();
+    });
+    QVERIFY(locked);
+    QCOMPARE(module.logLines().size(), 1);
+    QVERIFY(module.logLines().constFirst().startsWith(u"1205"));
+    QCOMPARE(Difference(taken(module), m_result[1]), QString());
 }
 
 QTEST_GUILESS_MAIN(TestUpdaterCut)

@@ -101,6 +101,61 @@ private slots:
         QCOMPARE(text(QStringLiteral("Select Count(*) from T Where Code='b '")), QStringLiteral("1"));
         QVERIFY(m_faults.empty());
     }
+
+    void groupsNeedTransactions()
+    {
+        QVERIFY(m_cnn->Execute(QStringLiteral("Set Global default_storage_engine=MyISAM")));
+        QVERIFY(m_cnn->open(m_cnn->address()));
+        QCOMPARE(text(QStringLiteral("Select @@default_storage_engine")), QStringLiteral("InnoDB"));
+        m_cnn->Execute(QStringLiteral("Set Global default_storage_engine=InnoDB"));
+    }
+
+    void refusalsThatEndAGroup_data()
+    {
+        QTest::addColumn<QString>("statement");
+        QTest::addColumn<bool>("lost");
+        QTest::newRow("deadlock") << "Signal Sqlstate '40001' Set MYSQL_ERRNO=1213" << true;
+        QTest::newRow("wait for a lock") << "Signal Sqlstate '45000' Set MYSQL_ERRNO=1205" << true;
+        QTest::newRow("no such table") << "Insert into Nowhere Values (1)" << false;
+    }
+    void refusalsThatEndAGroup()
+    {
+        QFETCH(QString, statement);
+        QFETCH(bool, lost);
+        const QString insert = QStringLiteral("Insert into T Values ('A',1,1,Null)");
+        QVERIFY(m_cnn->beginGroup() && m_cnn->Execute(insert));
+        QVERIFY(!m_cnn->Execute(statement));
+        QVERIFY(!m_cnn->lastStatementLost());
+        QTEST(m_cnn->groupLost(), "lost");
+        QCOMPARE(m_cnn->commitGroup(), !lost);
+        QVERIFY(m_cnn->beginGroup() && !m_cnn->groupLost() && m_cnn->Execute(insert) && m_cnn->commitGroup());
+        QCOMPARE(text(QStringLiteral("Select Count(*) from T")), lost ? QStringLiteral("1") : QStringLiteral("2"));
+        QCOMPARE(m_faults.size(), 1U);
+    }
+
+    void serverLostInAGroupIsToldOnce()
+    {
+        QVERIFY(m_cnn->beginGroup());
+        server->kill();
+        server->restart();
+        QVERIFY(!m_cnn->Execute(QStringLiteral("Insert into T Values ('A',1,1,Null)")));
+        QVERIFY(m_cnn->groupLost() && m_cnn->lastStatementLost());
+        m_cnn->abandonGroup();
+        QCOMPARE(m_faults.size(), 1U);
+        QCOMPARE(m_faults[0].number, 2006);
+        QVERIFY(m_cnn->Execute(QStringLiteral("Insert into T Values ('B',1,1,Null)")));
+        QVERIFY(!m_cnn->groupLost() && !m_cnn->lastStatementLost());
+        QCOMPARE(text(QStringLiteral("Select Code from T")), QStringLiteral("B"));
+    }
+
+    void statementLostUnderWay()
+    {
+        QVERIFY(!m_cnn->Execute(QStringLiteral("Kill Connection_id()"))); // the server has it and ends the connection
+        QVERIFY(m_cnn->lastStatementLost());
+        QCOMPARE(m_faults.size(), 1U);
+        QVERIFY(m_cnn->Execute(QStringLiteral("Insert into T Values ('B',1,1,Null)")));
+        QVERIFY(!m_cnn->lastStatementLost());
+    }
 };
 
 QTEST_GUILESS_MAIN(TestConnection)

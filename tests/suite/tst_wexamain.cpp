@@ -1,4 +1,5 @@
 #include "controls/msgbox.h"
+#include "suite/updatemark.h"
 #include "suite/version.h"
 #include "suite/wexamain.h"
 #include "tests/support/testmodule.h"
@@ -58,6 +59,16 @@ private slots:
         QTEST(main->CreateDbFlag(), "create");
         QTEST(main->UpdateDbFlag(), "update");
         QCOMPARE(module.logLines(), QStringList());
+    }
+
+    void updateThatWasCutOffIsPending()
+    {
+        TestModule module(m_server);
+        const std::unique_ptr<WexaMain> main = make(module);
+        module.connection.Execute("Insert into VerInfo Values ('2.10.1')");
+        QVERIFY(!main->UpdateDbFlag());
+        module.connection.Execute(Sql("Create Table ", updateMark, " (Nm Varchar(20))"));
+        QVERIFY(main->UpdateDbFlag());
     }
 
     void keepsAVersionTableThatIsThere()
