@@ -232,6 +232,7 @@ bool PrivateServer::runInstaller(const QString &installer, const QString &target
                    QStringLiteral("--auth-root-socket-user=") + userName(), QStringLiteral("--user=") + userName(),
                    QStringLiteral("--skip-test-db"), QStringLiteral("--skip-name-resolve"), QStringLiteral("--force"),
                    QStringLiteral("--lower-case-table-names=1"), QStringLiteral("--innodb-log-file-size=16M"),
+                   QStringLiteral("--tmpdir=") + m_socketFolder,
                    QStringLiteral("--extra-file=") + accounts.fileName()});
     if (!ready || !process.waitForFinished(patienceMs) || process.exitCode() != 0)
         *why = failureReason(QStringLiteral("made"));
@@ -250,18 +251,15 @@ bool PrivateServer::launch(QString *why)
     if (answers())
         return true;
     QFile::remove(logFile());
-    QStringList arguments{QStringLiteral("--no-defaults"),
-                          QStringLiteral("--datadir=") + dataFolder(),
-                          QStringLiteral("--socket=") + address().socket,
-                          QStringLiteral("--pid-file=") + pidFile(),
-                          QStringLiteral("--log-error=") + logFile(),
-                          QStringLiteral("--user=") + userName(),
-                          QStringLiteral("--skip-networking"),
-                          QStringLiteral("--lower-case-table-names=1"),
-                          QStringLiteral("--character-set-server=utf8mb4"),
-                          QStringLiteral("--collation-server=utf8mb4_general_ci"),
-                          QStringLiteral("--innodb-log-file-size=16M"),
-                          QStringLiteral("--innodb-buffer-pool-size=64M")};
+    QStringList arguments{
+        QStringLiteral("--no-defaults"), QStringLiteral("--datadir=") + dataFolder(),
+        QStringLiteral("--socket=") + address().socket, QStringLiteral("--pid-file=") + pidFile(),
+        QStringLiteral("--log-error=") + logFile(), QStringLiteral("--user=") + userName(),
+        // Temporary tables of servers that start at the same moment bear the same names.
+        QStringLiteral("--tmpdir=") + m_socketFolder, QStringLiteral("--skip-networking"),
+        QStringLiteral("--lower-case-table-names=1"), QStringLiteral("--character-set-server=utf8mb4"),
+        QStringLiteral("--collation-server=utf8mb4_general_ci"), QStringLiteral("--innodb-log-file-size=16M"),
+        QStringLiteral("--innodb-buffer-pool-size=64M")};
     if (m_durability == Durability::Full)
         arguments << QStringLiteral("--innodb-flush-log-at-trx-commit=1");
     else
