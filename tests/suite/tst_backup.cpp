@@ -2,6 +2,7 @@
 #include "suite/datacare.h"
 #include "suite/repair.h"
 #include "suite/scratchtables.h"
+#include "suite/updatemark.h"
 #include "tests/suite/suitefixture.h"
 
 #include <QBuffer>
@@ -81,6 +82,19 @@ private slots:
         QVERIFY(file.open(QIODevice::ReadOnly));
         QCOMPARE(RestoreBackup(Cnn, file, silent), Trouble());
         QCOMPARE(suite.module.rows("Select * from Later"), QStringList({"1"}));
+    }
+
+    // What was saved amid an update is completed at the next start, wherever it is brought back.
+    void bringsBackTheMarkOfAnOpenUpdate()
+    {
+        SuiteFixture suite(m_server);
+        Cnn->Execute(Sql("Create Table ", updateMark, " (Nm Varchar(20))"));
+        QBuffer file;
+        write(file);
+        Cnn->Execute(Sql("Drop Table ", updateMark));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(RestoreBackup(Cnn, file, silent), Trouble());
+        QVERIFY(tables(suite).contains(QString(updateMark).toLower()));
     }
 
     void damagedFileIsRefused_data()
