@@ -143,8 +143,9 @@ void Grid::setCaptions(const QStringList &captions)
 int Grid::AddItem(const QStringList &texts, int at)
 {
     const Sync sync(this);
+    const bool hadRow = hasDataRow(); // without fixed rows the first row is at once the current one
     const int row = m_model->insertGridRow(texts, at);
-    if (hasDataRow() && row <= m_row)
+    if (hadRow && row <= m_row)
         ++m_row;
     return row;
 }
@@ -161,6 +162,7 @@ void Grid::RemoveItem(int row)
 void Grid::clearBody()
 {
     setRows(FixedRows());
+    noteOrder(-1, Qt::AscendingOrder);
 }
 
 void Grid::keepRowInside()
@@ -314,13 +316,21 @@ void Grid::Sort(int col, Qt::SortOrder order)
     m_model->sort(col, order);
     if (hasDataRow())
         m_row = m_model->rowOfKey(record);
+    noteOrder(col, order);
+}
+
+/// What the rows are in the order of, for the arrow in the header and for the next click there.
+void Grid::noteOrder(int col, Qt::SortOrder order)
+{
+    m_sortCol = col;
+    m_sortOrder = order;
+    m_header->setSortIndicator(col, order);
 }
 
 void Grid::setSortByHeader(bool on)
 {
     m_sortByHeader = on;
     m_header->setSortIndicatorShown(on);
-    m_header->setSortIndicator(-1, Qt::AscendingOrder);
 }
 
 void Grid::captionClicked(int col)
@@ -330,10 +340,7 @@ void Grid::captionClicked(int col)
     if (!alive || !m_sortByHeader)
         return;
     const bool again = col == m_sortCol && m_sortOrder == Qt::AscendingOrder;
-    m_sortCol = col;
-    m_sortOrder = again ? Qt::DescendingOrder : Qt::AscendingOrder;
-    Sort(col, m_sortOrder);
-    m_header->setSortIndicator(col, m_sortOrder);
+    Sort(col, again ? Qt::DescendingOrder : Qt::AscendingOrder);
     emit sorted(col, m_sortOrder);
 }
 
@@ -528,8 +535,30 @@ void Grid::keyPressEvent(QKeyEvent *event)
     const QPointer<Grid> alive(this);
     if (ascii > 0)
         emit keyPress(ascii);
-    if (alive)
+    if (!alive)
+        return;
+    const int check = event->key() == Qt::Key_Space ? onlyCheckCol() : -1;
+    if (check >= 0)
+        toggle(m_row, check);
+    else
         QTableView::keyPressEvent(event);
+}
+
+/// The one check box that the user may change in the current row; -1 when there is none, more than one, or when the
+/// current cell itself can be edited.
+int Grid::onlyCheckCol() const
+{
+    if (!indexOf(m_row, m_col).isValid() || m_model->isEditable(m_row, m_col))
+        return -1;
+    int found = -1;
+    for (int col = 0; col < Cols(); ++col) {
+        if (!isCheckCol(col) || !m_model->isEditable(m_row, col))
+            continue;
+        if (found >= 0)
+            return -1;
+        found = col;
+    }
+    return found;
 }
 
 void Grid::mousePressEvent(QMouseEvent *event)

@@ -11,7 +11,8 @@ class GridHeader;
 
 /// A grid of texts. Rows and columns count from 0; the first `FixedRows` rows (1 at first) are the header. `Row()` is the current
 /// row and stays below `FixedRows` (0) as long as no data row is current. A row that gets hidden stays current.
-/// Whole rows are selected, unless `setSelectionBehavior(SelectItems)` asks for cells.
+/// Whole rows are selected, unless `setSelectionBehavior(SelectItems)` asks for cells. Space changes the check box of the
+/// current cell, or, from a cell that cannot be edited, the only check box of the row that the user may change.
 class Grid : public QTableView
 {
     Q_OBJECT
@@ -36,7 +37,7 @@ public:
 
     int AddItem(const QStringList &texts, int at = -1); ///< -1: at the end; returns the row; Row() stays on its record
     void RemoveItem(int row);                           ///< the row below becomes current in its place
-    void clearBody();                                   ///< the same as setRows(FixedRows())
+    void clearBody(); ///< only the fixed rows stay; the order by a caption is forgotten
 
     // --- current cell ---
     [[nodiscard]] int Row() const { return m_row; }
@@ -64,7 +65,8 @@ public:
     void ShowCell(int row, int col);  ///< scrolls as little as needed
     void showAtTop(int row);
     [[nodiscard]] bool isRowInView(int row) const;
-    /// Stable; see GridModel::sort. The current row stays on its record. Does not raise `sorted`.
+    /// Stable; see GridModel::sort. The current row stays on its record. The header shows the order (with
+    /// `setSortByHeader`). Does not raise `sorted`.
     void Sort(int col, Qt::SortOrder order = Qt::AscendingOrder);
     void setSortByHeader(bool on); ///< a click on a caption sorts, the next one the other way round
 
@@ -131,6 +133,8 @@ private:
     void keepRowInside();
     void tellMove(int oldRow, int oldCol);
     void captionClicked(int col);
+    void noteOrder(int col, Qt::SortOrder order);
+    [[nodiscard]] int onlyCheckCol() const;
     void applyRowHeight();
     [[nodiscard]] QModelIndex indexOf(int row, int col) const;
 

@@ -84,7 +84,11 @@ void GridDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, 
                      style->pixelMetric(QStyle::PM_IndicatorHeight, &box, m_grid));
     box.rect = QStyle::alignedRect(option.direction, Qt::AlignCenter, size, option.rect);
     showMark(box, index);
+    constexpr qreal locked = 0.45; // not every style draws a disabled mark paler
+    const qreal opacity = painter->opacity();
+    painter->setOpacity(box.state & QStyle::State_Enabled ? opacity : opacity * locked);
     style->drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &box, painter, m_grid);
+    painter->setOpacity(opacity);
 }
 
 QWidget *GridDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &option, const QModelIndex &index) const

@@ -52,7 +52,8 @@ void MatchList::showUnder(QLineEdit *field)
             m_field->disconnect(this);
         m_field = field;
         field->installEventFilter(this);
-        connect(field, &QLineEdit::textEdited, this, &MatchList::follow);
+        connect(field, &QLineEdit::textChanged, this, &MatchList::changed);
+        connect(field, &QLineEdit::textEdited, this, &MatchList::edited);
     }
     if (m_mode == Mode::Filter)
         return;
@@ -130,12 +131,17 @@ bool MatchList::selectPrefix(const QString &text)
     return true;
 }
 
-void MatchList::follow(const QString &typed)
+void MatchList::edited(const QString &typed)
 {
-    if (m_mode == Mode::Filter)
-        filter(typed);
-    else if (!typed.isEmpty())
+    if (m_mode == Mode::Select && !typed.isEmpty())
         selectPrefix(typed);
+}
+
+/// Text put in by other ways than typing counts too, while the user is in the field.
+void MatchList::changed(const QString &text)
+{
+    if (m_mode == Mode::Filter && m_field && m_field->hasFocus())
+        filter(text);
 }
 
 void MatchList::filter(const QString &typed)

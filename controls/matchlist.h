@@ -34,7 +34,8 @@ public:
     [[nodiscard]] int itemCount() const { return Rows() - FixedRows(); }
 
     /// Shows the list under `field` and follows what is typed there until it is hidden. In the mode Filter it shows
-    /// with the next letter typed, hides when the field loses the focus, and goes on following the field.
+    /// with the next change of the text while the field has the focus, however the change comes about, hides when the
+    /// field loses the focus, and goes on following the field.
     void showUnder(QLineEdit *field);
 
     /// The field that the list is open under, nullptr when it is hidden.
@@ -57,7 +58,8 @@ protected:
     void hideEvent(QHideEvent *event) override;
 
 private:
-    void follow(const QString &typed);
+    void edited(const QString &typed);
+    void changed(const QString &text);
     void filter(const QString &typed);
     bool move(int key);
     void moveBy(int steps);

@@ -130,7 +130,7 @@ Telephone SplitTelephone(const QString &phone)
 ClientRecord ReadSuiteClient(Connection *suite, const QString &code, const QString &name, const QString &stat)
 {
     ClientRecord client;
-    client[ClientRecord::Code] = code;
+    client[ClientRecord::Code] = CleanCode(code);
     client[ClientRecord::Name] = name;
     client[ClientRecord::Status] = QString::number(StatusCode(Individual));
     Recordset row;

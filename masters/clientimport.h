@@ -29,6 +29,6 @@ SuiteStatus MapSuiteStatus(int status, const QString &stat, bool mrr);
 /// "011-23456789" into "011" and "23456789". Without a "-" the whole is the number.
 Telephone SplitTelephone(const QString &phone);
 
-/// A client of the suite by its code, with the texts `name` and `stat` of the client list. Of a client that has no
+/// A client of the suite by its code there (here it gets capitals), with the texts `name` and `stat` of the client list. Of a client that has no
 /// further data there, only code and name are filled.
 ClientRecord ReadSuiteClient(Connection *suite, const QString &code, const QString &name, const QString &stat);

@@ -1,6 +1,9 @@
 #include "masters/clientrecord.h"
 
+#include "controls/capitals.h"
 #include "platform/recordset.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -25,12 +28,25 @@ void appendCodes(QStringList &codes, const QString &query, Connection *cnn)
         codes << rows.Fields(0).text();
 }
 
+/// A code as the database compares it: without regard to case, accents and trailing blanks.
+QString comparedCode(const QString &code)
+{
+    QString plain;
+    for (const QChar c : code.normalized(QString::NormalizationForm_D)) {
+        if (!c.isMark())
+            plain += c;
+    }
+    while (plain.endsWith(u' '))
+        plain.chop(1);
+    return plain.toCaseFolded();
+}
+
 } // namespace
 
 std::optional<ClientRecord> ReadClient(Connection *cnn, const QString &code)
 {
     Recordset info;
-    if (!info.Open(Sql("Select * from FBT_Info where code_no='", code, "'"), cnn) || info.Eof())
+    if (!info.Open(Sql("Select * from FBT_Info where code_no=", Quoted(code)), cnn) || info.Eof())
         return std::nullopt;
     ClientRecord client;
     for (int position = 0; position < ClientRecord::Count; ++position)
@@ -41,7 +57,7 @@ std::optional<ClientRecord> ReadClient(Connection *cnn, const QString &code)
 
 QString InsertClientText(const ClientRecord &client)
 {
-    QString text = Sql("Insert into FBT_Info Values ('", client[ClientRecord::Code], "'");
+    QString text = Sql("Insert into FBT_Info Values (", Quoted(client[ClientRecord::Code]));
     for (int position = 1; position < ClientRecord::Count; ++position)
         text += Sql(",", valueText(client, position));
     return text + Sql(",'','','", client.surApp, "')");
@@ -49,10 +65,10 @@ QString InsertClientText(const ClientRecord &client)
 
 QString UpdateClientText(const ClientRecord &client, const QStringList &columns, const QString &editCode)
 {
-    QString text = Sql("Update FBT_Info Set code_no = '", client[ClientRecord::Code], "'");
+    QString text = Sql("Update FBT_Info Set code_no = ", Quoted(client[ClientRecord::Code]));
     for (int position = 1; position < ClientRecord::Count; ++position)
         text += Sql(",", columns.value(position), " = ", valueText(client, position));
-    return text + Sql(",SurApp='", client.surApp, "' where code_no='", editCode, "'");
+    return text + Sql(",SurApp='", client.surApp, "' where code_no=", Quoted(editCode));
 }
 
 QStringList ClientColumns(Connection *cnn)
@@ -73,6 +89,26 @@ QSet<double> NatureNumbers(const QString &busnat)
     for (const QString &number : busnat.split(u','))
         numbers.insert(Val(number));
     return numbers;
+}
+
+QString CleanCode(const QString &typed)
+{
+    return Capitals(typed.trimmed());
+}
+
+bool CodeMayBeKept(const QString &code)
+{
+    return !code.trimmed().isEmpty() && !code.contains(u'\'') && !code.contains(u'\\');
+}
+
+bool SameCode(const QString &one, const QString &other)
+{
+    return comparedCode(one) == comparedCode(other);
+}
+
+bool CodeTaken(const QStringList &codes, const QString &code)
+{
+    return std::any_of(codes.begin(), codes.end(), [&](const QString &taken) { return SameCode(taken, code); });
 }
 
 QStringList ExistingCodes(Connection *cnn)

@@ -56,6 +56,18 @@ QStringList ClientColumns(Connection *cnn);
 /// The numbers in a list of natures ("1,3,7").
 QSet<double> NatureNumbers(const QString &busnat);
 
+/// A typed or imported code as it is stored: capitals, no blanks around it.
+QString CleanCode(const QString &typed);
+
+/// Whether a code can stand in a statement of every screen: not blank, no apostrophe, no backslash.
+bool CodeMayBeKept(const QString &code);
+
+/// Whether two codes are one for the database, which regards neither case nor accents nor trailing blanks.
+bool SameCode(const QString &one, const QString &other);
+
+/// Whether one of `codes` is, for the database, this code.
+bool CodeTaken(const QStringList &codes, const QString &code);
+
 /// All codes that a new client must not take: those of the client master and those of the billing parties.
 QStringList ExistingCodes(Connection *cnn);
 

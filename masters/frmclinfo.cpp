@@ -12,6 +12,9 @@
 #include "ui_frmclinfo.h"
 
 #include <QApplication>
+#include <QRegularExpressionValidator>
+
+#include <optional>
 
 namespace {
 
@@ -48,6 +51,15 @@ void selectPlace(QComboBox *combo, double place)
     combo->setCurrentIndex(static_cast<int>(place));
 }
 
+/// Whether a query finds a row; nothing when it could not be asked.
+std::optional<bool> found(const QString &query)
+{
+    Recordset rows;
+    if (!rows.Open(query, Cnn))
+        return std::nullopt;
+    return !rows.Eof();
+}
+
 int storedStatusPosition(const QString &clStatus)
 {
     return clStatus.isEmpty() ? -1 : StatusPosition(static_cast<int>(Val(clStatus)));
@@ -69,6 +81,8 @@ frmclinfo::frmclinfo(QWidget *parent)
     new IncrementalSearch(ui->Combo1);
     constexpr int stateColumn = 50;
     ui->Combo1->lineEdit()->setMaxLength(stateColumn);
+    static const QRegularExpression codeText(QStringLiteral(R"([^'\\]*)"));
+    txtfields[ClientRecord::Code]->setValidator(new QRegularExpressionValidator(codeText, this));
     prepareGrids();
     connectControls();
     ui->fammaininfo->hide();
@@ -217,21 +231,21 @@ void frmclinfo::LOADCLIENTS()
 
 void frmclinfo::LOADDATA()
 {
-    const ErrorTail tail(this, "LOADDATA");
+    ErrorTail tail(this, "LOADDATA");
     m_builtStatus.clear();
     m_surApp.clear();
     ClientRecord client;
     if (EditMode)
         client = ReadClient(Cnn, EditCode).value_or(client);
-    showRecord(client);
+    showRecord(client, tail);
     m_surApp = client.surApp;
+    m_natures = NatureNumbers(client[ClientRecord::Natures]);
     rebuildSurcharge();
 }
 
 /// Fills all fields; those that are empty in the record are cleared.
-void frmclinfo::showRecord(const ClientRecord &client)
+void frmclinfo::showRecord(const ClientRecord &client, ErrorTail &tail)
 {
-    ErrorTail tail(this, "LOADDATA");
     for (const auto &[position, field] : txtfields)
         field->setText(client[position]);
     ui->Combo1->setCurrentIndex(ui->Combo1->findText(client[ClientRecord::State], Qt::MatchExactly));
@@ -241,13 +255,16 @@ void frmclinfo::showRecord(const ClientRecord &client)
     const QSet<double> natures = NatureNumbers(client[ClientRecord::Natures]);
     for (int row = 0; row < ui->vsfn->Rows(); ++row)
         ui->vsfn->setTextMatrix(row, NatTick, natures.contains(Val(ui->vsfn->TextMatrix(row, NatId))) ? on : off);
+    ui->vsfn->setCell(0, NatTick);
     ui->cboresst->setCurrentIndex(0);
     tail([&] { selectPlace(ui->cboresst, Val(client[ClientRecord::Resident])); });
 }
 
+/// The code to store. One that was left alone stays as it is, whatever it looks like.
 QString frmclinfo::typedCode() const
 {
-    return txtfields.at(ClientRecord::Code)->text();
+    const QString text = txtfields.at(ClientRecord::Code)->text();
+    return EditMode && text == EditCode ? text : CleanCode(text);
 }
 
 ClientRecord frmclinfo::typedRecord() const
@@ -255,6 +272,7 @@ ClientRecord frmclinfo::typedRecord() const
     ClientRecord client;
     for (const auto &[position, field] : txtfields)
         client[position] = field->text();
+    client[ClientRecord::Code] = typedCode();
     client[ClientRecord::State] = ui->Combo1->currentText();
     client[ClientRecord::Status] = QString::number(StatusCode(ui->cbostat->currentIndex()));
     client[ClientRecord::Audit] = ui->Check1->isChecked() ? QStringLiteral("1") : QStringLiteral("0");
@@ -288,6 +306,7 @@ void frmclinfo::CBOSTAT_CLICK()
     ui->vsfs->clearBody();
     for (const SurchargeRow &row : SurchargeRows(position, m_surApp))
         ui->vsfs->AddItem({row.year, row.threshold, row.applies});
+    ui->vsfs->setCell(ui->vsfs->FixedRows(), Applies);
 }
 
 // --- natures ---
@@ -320,13 +339,18 @@ bool frmclinfo::CHECKNATURES()
     return count > 1 || !EditMode || askDropConsolidated();
 }
 
-/// What a client has of a nature that is not his any more goes with his consent only. False: the nature stays.
+/// What a client has of a nature that is not his any more goes with his consent only. False: the nature stays. When
+/// nobody can tell what he has of it, the nature stays as it was stored.
 bool frmclinfo::askDeleteNature(int row)
 {
     const QString nature = ui->vsfn->TextMatrix(row, NatId);
-    const QString details = Sql(" Where Code_No='", EditCode, "' and NatId = ", nature);
-    if (!HasRows(Cnn, Sql("Select * from FBT_Detail", details)) &&
-        !HasRows(Cnn, Sql("Select * from FBT_SalDet", details)))
+    const QString details = Sql(" Where Code_No=", Quoted(EditCode), " and NatId = ", nature);
+    std::optional<bool> there = found(Sql("Select * from FBT_Detail", details));
+    if (there && !*there)
+        there = found(Sql("Select * from FBT_SalDet", details));
+    if (!there)
+        return !m_natures.contains(Val(nature));
+    if (!*there)
         return true;
     const QString question = Sql("Do you want to Delete Details of '", ui->vsfn->TextMatrix(row, NatDesc), "'?");
     if (MsgBox(this, question, Buttons::YesNo, Icon::Question, {}, 2) != Reply::Yes)
@@ -337,12 +361,14 @@ bool frmclinfo::askDeleteNature(int row)
     return true;
 }
 
-/// With one nature left there is nothing to consolidate. False: the user keeps the consolidated details.
+/// With one nature left there is nothing to consolidate. False: the user keeps the consolidated details, or nobody can
+/// tell whether there are any.
 bool frmclinfo::askDropConsolidated()
 {
-    const QString details = Sql("FBT_Detail Where Code_No='", EditCode, "' and NatId = -1");
-    if (!HasRows(Cnn, Sql("Select * from ", details)))
-        return true;
+    const QString details = Sql("FBT_Detail Where Code_No=", Quoted(EditCode), " and NatId = -1");
+    const std::optional<bool> there = found(Sql("Select * from ", details));
+    if (!there || !*there)
+        return there.has_value();
     if (MsgBox(this,
                QStringLiteral("You have Selected only One Nature of Business. All the Details of Consolidated Expenses "
                               "will be Deleted. Do you want to Continue?"),
@@ -362,21 +388,23 @@ void frmclinfo::refuse(const QString &message, QWidget *field)
 }
 
 /// The shortcut key of the button presses it while the focus is still in a field, which is checked first.
-bool frmclinfo::fieldMayBeLeft()
+bool frmclinfo::fieldMayBeLeft(QWidget *button)
 {
     const QWidget *field = currentField();
-    ui->cmdupdate->setFocus();
-    return field == nullptr || field == ui->cmdupdate || !field->hasFocus();
+    button->setFocus();
+    return field == nullptr || field == button || !field->hasFocus();
 }
 
 bool frmclinfo::mayTakeCode()
 {
-    const bool isNew = !EditMode || typedCode() != EditCode;
-    if (isNew && List1.contains(typedCode())) {
+    const QString code = typedCode();
+    const bool sameClient = EditMode && SameCode(code, EditCode);
+    if (!sameClient && CodeTaken(List1, code)) {
         refuse("Duplicate Code Entered.", txtfields[ClientRecord::Code]);
         return false;
     }
-    if (typedCode().trimmed().isEmpty()) {
+    const bool valid = sameClient ? !code.trimmed().isEmpty() : CodeMayBeKept(code);
+    if (!valid) {
         refuse("Code_No is not valid", txtfields[ClientRecord::Code]);
         return false;
     }
@@ -386,7 +414,7 @@ bool frmclinfo::mayTakeCode()
 void frmclinfo::CMDUPDATE_CLICK()
 {
     const ErrorTail tail(this, "CMDUPDATE_CLICK");
-    if (!fieldMayBeLeft() || !mayTakeCode())
+    if (!fieldMayBeLeft(ui->cmdupdate) || !mayTakeCode())
         return;
     if (txtfields[ClientRecord::Name]->text().trimmed().isEmpty())
         return refuse("Please Enter Name of Employer.", txtfields[ClientRecord::Name]);
@@ -418,10 +446,16 @@ bool frmclinfo::UPDATEDATA()
     return saved;
 }
 
+/// A client that the search hides stays the current one, but nobody who does not see him can mean him.
+bool frmclinfo::clientChosen() const
+{
+    return ui->ClGrd1->Row() >= 1 && !ui->ClGrd1->currentHidden();
+}
+
 void frmclinfo::CMDDELETE_CLICK()
 {
     const ErrorTail tail(this, "CMDDELETE_CLICK");
-    if (ui->ClGrd1->Row() < 1)
+    if (!clientChosen())
         return;
     if (MsgBox(this, "Do you want to delete this record ?", Buttons::YesNo, Icon::Question) != Reply::Yes)
         return;
@@ -431,6 +465,8 @@ void frmclinfo::CMDDELETE_CLICK()
     EditCode = ui->ClGrd1->TextMatrix(ui->ClGrd1->Row(), 0);
     const Hourglass wait;
     Base->DeleteClient(EditCode);
+    if (Base->code == EditCode)
+        Base->code.clear();
     ui->ClGrd1->DispClGrid();
     ui->ClGrd1->SelectLastClient();
 }
@@ -446,7 +482,7 @@ void frmclinfo::CMDADD_CLICK()
 void frmclinfo::CMDMODIFY_CLICK()
 {
     const ErrorTail tail(this, "CMDMODIFY_CLICK");
-    if (ui->ClGrd1->Row() < 1)
+    if (!clientChosen())
         return;
     EditCode = ui->ClGrd1->TextMatrix(ui->ClGrd1->Row(), 0);
     EditMode = true;
@@ -477,6 +513,8 @@ void frmclinfo::CLGRD1_KEYPRESS(int KeyAscii)
 void frmclinfo::CMDIMPCL_CLICK()
 {
     const ErrorTail tail(this, "CMDIMPCL_CLICK");
+    if (!fieldMayBeLeft(ui->cmdimpcl))
+        return;
     if (ui->vsf->Rows() > ui->vsf->FixedRows())
         ui->vsf->setRow(ui->vsf->FixedRows());
     ui->fammaininfo->hide();
@@ -491,10 +529,9 @@ void frmclinfo::COMMAND1_CLICK()
     if (row < 1)
         return;
     m_builtStatus.clear();
-    tail([&] {
-        showRecord(ReadSuiteClient(suiteConnection(), ui->vsf->TextMatrix(row, SuiteCode),
-                                   ui->vsf->TextMatrix(row, SuiteName), ui->vsf->TextMatrix(row, SuiteStat)));
-    });
+    showRecord(ReadSuiteClient(suiteConnection(), ui->vsf->TextMatrix(row, SuiteCode),
+                               ui->vsf->TextMatrix(row, SuiteName), ui->vsf->TextMatrix(row, SuiteStat)),
+               tail);
     ui->Frame1->hide();
     ui->fammaininfo->show();
     txtfields[ClientRecord::Code]->setFocus();

@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 
+class ErrorTail;
 class MatchList;
 class QLineEdit;
 
@@ -55,17 +56,17 @@ private:
     void VSF_KEYPRESS(int KeyAscii);
     bool TXTFIELDS_VALIDATE(int Index);
 
-    void showRecord(const ClientRecord &client);
+    void showRecord(const ClientRecord &client, ErrorTail &tail);
     [[nodiscard]] ClientRecord typedRecord() const;
     [[nodiscard]] QString typedCode() const;
     void rebuildSurcharge();
 
     void listCodes();
-    bool fieldMayBeLeft();
+    bool fieldMayBeLeft(QWidget *button);
+    [[nodiscard]] bool clientChosen() const;
     bool mayTakeCode();
     bool askDeleteNature(int row);
     bool askDropConsolidated();
-    void deleteDetails(const QString &nature);
     [[nodiscard]] bool natureTicked(int row) const;
     [[nodiscard]] int tickedNatures() const;
     void refuse(const QString &message, QWidget *field);
@@ -73,9 +74,10 @@ private:
     std::unique_ptr<Ui::frmclinfo> ui;
     std::map<int, QLineEdit *> txtfields;
     MatchList *List2;
-    QStringList List1;     // codes that a client must not take
-    QString EditCode;      // of the record being edited or deleted
-    bool EditMode = false; // true: modify, false: add
-    QString m_surApp;      // as last loaded
-    QString m_builtStatus; // the status position that vsfs was built for; empty: none yet
+    QStringList List1;      // codes that a client must not take
+    QString EditCode;       // of the record being edited or deleted
+    bool EditMode = false;  // true: modify, false: add
+    QString m_surApp;       // as last loaded
+    QSet<double> m_natures; // likewise
+    QString m_builtStatus;  // the status position that vsfs was built for; empty: none yet
 };

@@ -1,7 +1,6 @@
 #include "suite/rowstore.h"
 
 #include "platform/recordset.h"
-#include "suite/clientcode.h"
 
 #include <algorithm>
 

@@ -1,7 +1,6 @@
 #include "suite/scratchtables.h"
 
 #include "platform/recordset.h"
-#include "suite/clientcode.h"
 
 #include <QRegularExpression>
 #include <QStringList>

@@ -20,16 +20,19 @@ private slots:
 
     void noRowIsCurrentUntilOneIsSet();
     void currentRowThroughChanges();
+    void rowsWithoutHeader();
     void hiddenRowStaysCurrent();
     void reloadWithRedrawOff();
     void keysMoveAndAreTold();
     void headerClickSorts();
+    void headerShowsTheOrder();
     void typedEditIsValidatedAndTold();
     void refusedEditStaysOpen();
     void escapeDropsEdit();
     void goesWithAnEditorOpen();
     void listCellStoresId();
     void checkBoxBySpaceAndClick();
+    void spaceFindsTheOnlyCheckBox();
     void headerBlocks_data();
     void headerBlocks();
     void headerGrowsWithCaptions();
@@ -101,6 +104,19 @@ void TestGrid::currentRowThroughChanges()
     QCOMPARE(m_grid->Row(), 0);
     m_grid->RemoveItem(0);
     QCOMPARE(m_grid->Rows(), 1);
+}
+
+void TestGrid::rowsWithoutHeader()
+{
+    Grid grid;
+    grid.setCols(1);
+    grid.setFixedRows(0);
+    grid.clearBody();
+    for (const char *text : {"a", "b", "c"})
+        grid.AddItem({text});
+    QCOMPARE(grid.Row(), 0);
+    grid.AddItem({"first"}, 0);
+    QCOMPARE(grid.TextMatrix(grid.Row(), 0), QString("a"));
 }
 
 void TestGrid::hiddenRowStaysCurrent()
@@ -176,6 +192,22 @@ void TestGrid::headerClickSorts()
     QCOMPARE(m_grid->TextMatrix(m_grid->Row(), 1), QString("Delta"));
     QCOMPARE(sorts.size(), 2);
     QCOMPARE(sorts.at(1).at(1).value<Qt::SortOrder>(), Qt::DescendingOrder);
+}
+
+void TestGrid::headerShowsTheOrder()
+{
+    const GridHeader *header = m_grid->gridHeader();
+    m_grid->Sort(1, Qt::DescendingOrder);
+    m_grid->setSortByHeader(true);
+    QCOMPARE(header->sortIndicatorSection(), 1);
+    QCOMPARE(header->sortIndicatorOrder(), Qt::DescendingOrder);
+    m_grid->Sort(1);
+    QCOMPARE(header->sortIndicatorOrder(), Qt::AscendingOrder);
+    QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, {header->sectionViewportPosition(1) + 20, 8});
+    QCOMPARE(m_grid->TextMatrix(1, 1), QString("Delta"));
+    QCOMPARE(header->sortIndicatorOrder(), Qt::DescendingOrder);
+    m_grid->clearBody();
+    QCOMPARE(header->sortIndicatorSection(), -1);
 }
 
 void TestGrid::typedEditIsValidatedAndTold()
@@ -286,6 +318,28 @@ void TestGrid::checkBoxBySpaceAndClick()
     QTest::mouseClick(m_grid->viewport(), Qt::LeftButton, {}, centreOf(1, 2));
     QCOMPARE(m_grid->TextMatrix(1, 2), QString("0"));
     QCOMPARE(edits.size(), 2);
+}
+
+void TestGrid::spaceFindsTheOnlyCheckBox()
+{
+    m_grid->setColCheck(2);
+    m_grid->setTextMatrix(1, 2, "0");
+    m_grid->setEditable([](int row, int col) { return col == 2 && row == 1; });
+    m_grid->setCell(1, 0);
+    QTest::keyClick(m_grid.get(), Qt::Key_Space);
+    QCOMPARE(m_grid->TextMatrix(1, 2), QString("-1"));
+    m_grid->setCell(2, 0);
+    QTest::keyClick(m_grid.get(), Qt::Key_Space);
+    QCOMPARE(m_grid->TextMatrix(2, 2), QString("10"));
+    m_grid->setColCheck(1); // which of the two is meant cannot be told
+    m_grid->setEditable([](int, int col) { return col > 0; });
+    m_grid->setCell(1, 0);
+    QTest::keyClick(m_grid.get(), Qt::Key_Space);
+    QCOMPARE(m_grid->TextMatrix(1, 2), QString("-1"));
+    m_grid->setRowHidden(1, true);
+    m_grid->setEditable([](int, int col) { return col == 2; });
+    QTest::keyClick(m_grid.get(), Qt::Key_Space);
+    QCOMPARE(m_grid->TextMatrix(1, 2), QString("-1"));
 }
 
 void TestGrid::headerBlocks_data()

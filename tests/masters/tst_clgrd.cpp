@@ -208,8 +208,10 @@ private slots:
         QTest::keyClick(m_code, Qt::Key_Return);
         QCOMPARE(opened.size(), 1);
         QCOMPARE(m_grid->Row(), 2);
+        QVERIFY(!m_grid->currentHidden());
         QTest::keyClicks(m_code, "x");
         QCOMPARE(m_grid->Row(), 2);
+        QVERIFY(m_grid->currentHidden());
         QTest::keyClick(m_code, Qt::Key_Return);
         emit m_vsf->dblClick();
         QCOMPARE(opened.size(), 1);
@@ -247,6 +249,9 @@ private slots:
                           {m_vsf->horizontalHeader()->sectionViewportPosition(1) + 20, 5});
         QCOMPARE(m_grid->TextMatrix(1, 1), QStringLiteral("ALPHA"));
         QCOMPARE(m_grid->Row(), 1);
+        m_grid->DispClGrid(); // by code again, and the arrow says so
+        QCOMPARE(m_grid->TextMatrix(1, 1), QStringLiteral("ZETA"));
+        QCOMPARE(m_vsf->horizontalHeader()->sortIndicatorSection(), 0);
     }
 
     void boxesFollowTheirColumns()

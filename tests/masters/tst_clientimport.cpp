@@ -44,7 +44,7 @@ private:
             "Create Table Owner1 (Code Text,Code_No Text,dob Text,nation Text," + person + ")",
             "Create Table Off_Info (Code_No Text," + address + ")",
             "Insert into tempcltbl Values ('C1','ZEBRA LTD','COMPANY','G','P','A'),('H1','FAMILY','Huf','','',''),"
-            "('P1','OWNER','','','',''),('N1','ANON',Null,'','','')",
+            "('p1 ','OWNER','','','',''),('N1','ANON',Null,'','','')",
             "Insert into Main_Info1 Values ('C1','01/02/1999',3,'1','AAACZ1111Z','011-2345-678','1','x@y.in','1','T',"
             "'R','A','MUMBAI','GOA','400001'),('H1',Null,1,'1','','2345','0','',Null,'','','','','','')",
             "Insert into Owner1 Values ('P1','O7','03/04/1970','NON ORDINARY','AAAPO1111P','','1','o@y.in','9','HOME',"
@@ -125,6 +125,9 @@ private slots:
                                                    << ""
                                                    << "P1|NAME|AAAPO1111P|5|OFFICE|ROAD||DELHI|DELHI|110001|||0|1"
                                                       "|03/04/1970|o@y.in|2";
+        QTest::newRow("small letters") << "p3"
+                                       << ""
+                                       << "P3|NAME|AAAPO3333P||||||||||0||||0";
         QTest::newRow("proprietor at home") << "P2"
                                             << ""
                                             << "P2|NAME||8|OWN||||||||0||||1";
@@ -180,6 +183,37 @@ private slots:
         QCOMPARE(form->findChild<Grid *>("vsfs")->TextMatrix(5, 2), QStringLiteral("-1"));
         QCOMPARE(m_module->rows("Select Code_no from FBT_Info"), QStringList{"A1"});
         QCOMPARE(m_module->logLines(), QStringList());
+        answers.answer(Reply::Yes);
+        form->Unload();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    void importChecksTheFieldAndTheCode()
+    {
+        ScriptedAnswerer answers;
+        const AnswererScope scope(&answers);
+        employer(m_module->connection, "P1").natures({1});
+        QPointer<frmclinfo> form = new frmclinfo;
+        form->openChild(nullptr);
+        QVERIFY(QTest::qWaitForWindowActive(form->window()));
+        const auto button = [&](const char *name) { return form->findChild<QPushButton *>(QLatin1String(name)); };
+        auto *vsf = form->findChild<QWidget *>("Frame1")->findChild<Grid *>("vsf");
+        auto *pan = form->findChild<QLineEdit *>("txtfields_2");
+        button("cmdadd")->click();
+        pan->setFocus();
+        QTest::keyClicks(pan, "WRONG");
+        answers.answer(Reply::Ok);
+        QTest::keyClick(pan, Qt::Key_I, Qt::AltModifier);
+        QTRY_COMPARE(answers.texts(), QStringList{"PAN No is not Valid."});
+        QVERIFY(!vsf->isVisible() && pan->hasFocus());
+        pan->clear();
+        QTest::keyClick(pan, Qt::Key_I, Qt::AltModifier);
+        QTRY_VERIFY(vsf->isVisible());
+        vsf->setRow(vsf->FindRow("OWNER", 1, 1));
+        QTest::keyClick(vsf, Qt::Key_Return);
+        QCOMPARE(form->findChild<QLineEdit *>("txtfields_0")->text(), QStringLiteral("P1"));
+        answers.answer(Reply::Ok);
+        button("cmdupdate")->click();
+        QCOMPARE(answers.texts().last(), QStringLiteral("Duplicate Code Entered."));
         answers.answer(Reply::Yes);
         form->Unload();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

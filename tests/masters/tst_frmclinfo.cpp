@@ -6,6 +6,7 @@
 
 #include <QAbstractItemView>
 #include <QCheckBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
@@ -187,6 +188,56 @@ private slots:
         QCOMPARE(m_module->clients.calls, QStringList{"ChangeCode A1 Z9"});
     }
 
+    void codeIsStoredInOneForm_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("stored");
+        QTest::newRow("blanks around it") << " n1 "
+                                          << "N1";
+        QTest::newRow("signs of the statement's own") << "n'\\1"
+                                                      << "N1";
+    }
+    void codeIsStoredInOneForm()
+    {
+        QFETCH(QString, typed);
+        open();
+        startAdding(typed);
+        click("cmdupdate");
+        QTEST(m_module->rows("Select Code_no from FBT_Info").join(u'|'), "stored");
+        QTEST(Base->code, "stored");
+    }
+
+    /// Kept by earlier versions: the statement would read it as the code of another client.
+    void renamesCodeWithBackslash()
+    {
+        employer(m_module->connection, "XY").natures({1}).expense(2008, 1, 1, 69, 500);
+        m_module->execute("Insert into FBT_Info (Code_no,Name,ClStatus,Busnat) Values ('X\\\\Y','OTHER',3,'1')");
+        m_module->execute("Insert into FBT_Detail (Code_No,TYear,NatId,Amt) Values ('X\\\\Y',2008,2,7)");
+        open();
+        startModifying(1);
+        QCOMPARE(field(1)->text(), QStringLiteral("OTHER"));
+        type(0, "z9");
+        m_answers->answer(Reply::Yes);
+        click("cmdupdate");
+        QCOMPARE(m_module->rows("Select Code_no,Name from FBT_Info Order by Code_no"),
+                 (QStringList{"XY\tEmployer", "Z9\tOTHER"}));
+        QCOMPARE(m_module->rows("Select Code_No,Amt from FBT_Detail"), QStringList{"XY\t500"});
+    }
+
+    void smallCodeOfItsOwnIsNoDuplicate()
+    {
+        employer(m_module->connection, "a1").natures({1}).expense(2008, 1, 1, 69, 500);
+        open();
+        startModifying();
+        click("cmdupdate");
+        QCOMPARE(m_module->rows("Select Code_no from FBT_Info"), QStringList{"a1"});
+        startModifying();
+        type(0, "A1 ");
+        click("cmdupdate");
+        QCOMPARE(m_module->rows("Select Code_no from FBT_Info"), QStringList{"A1"});
+        QCOMPARE(m_module->rows("Select Code_No from FBT_Detail"), QStringList{"A1"});
+    }
+
     void apostropheCostsTheStatementOnly()
     {
         employer(m_module->connection, "A1").natures({1}).expense(2008, 1, 1, 69, 500);
@@ -224,12 +275,20 @@ private slots:
         QTest::newRow("code of a client") << 0 << "A1"
                                           << "Duplicate Code Entered."
                                           << "txtfields_0";
+        QTest::newRow("code of a client, with a blank") << 0 << "A1 "
+                                                        << "Duplicate Code Entered."
+                                                        << "txtfields_0";
+        QTest::newRow("code of a client, with an accent") << 0 << QString::fromUtf8("Á1") << "Duplicate Code Entered."
+                                                          << "txtfields_0";
         QTest::newRow("code of a billing party") << 0 << "BILL"
                                                  << "Duplicate Code Entered."
                                                  << "txtfields_0";
         QTest::newRow("blank code") << 0 << "  "
                                     << "Code_No is not valid"
                                     << "txtfields_0";
+        QTest::newRow("code that came otherwise, with an apostrophe") << 100 << "O'B"
+                                                                      << "Code_No is not valid"
+                                                                      << "txtfields_0";
         QTest::newRow("blank name") << 1 << " "
                                     << "Please Enter Name of Employer."
                                     << "txtfields_1";
@@ -249,7 +308,9 @@ private slots:
         m_module->execute("Insert into biller (Code_No) Values ('BILL')");
         open();
         startAdding("NEW");
-        if (index >= 0)
+        if (index == 100)
+            field(0)->setText(text);
+        else if (index >= 0)
             type(index, text);
         else if (index == -1)
             control<QComboBox>("cbostat")->setCurrentIndex(-1);
@@ -393,6 +454,71 @@ private slots:
         QCOMPARE(m_module->rows("Select NatId from FBT_Detail Where Code_No='B1'"), QStringList{"1"});
     }
 
+    /// The stored natures, 2 unticked, then the table of the details gone.
+    void faultKeepsNatures_data()
+    {
+        QTest::addColumn<QString>("stored");
+        QTest::addColumn<QString>("busnat");
+        QTest::addColumn<QString>("state");
+        QTest::newRow("nature stays") << "1,2"
+                                      << "1,2"
+                                      << "famgrd";
+        QTest::newRow("consolidated details stay") << "1"
+                                                   << "1"
+                                                   << "fammaininfo";
+    }
+    void faultKeepsNatures()
+    {
+        QFETCH(QString, stored);
+        employer(m_module->connection, "A1").busnat(stored);
+        open();
+        startModifying();
+        if (stored.contains(u'2'))
+            tickNature(2);
+        type(1, "renamed");
+        m_module->execute("Drop Table FBT_Detail");
+        click("cmdupdate");
+        QTEST(m_module->rows("Select Busnat from FBT_Info").join(u'|'), "busnat");
+        QTEST(state(), "state");
+        for (const QString &line : m_module->logLines())
+            QVERIFY2(line.startsWith(u"1146\t") && line.endsWith(u"\tCHECKNATURES"), qPrintable(line));
+        QVERIFY(!m_module->logLines().isEmpty());
+    }
+
+    void ticksByKeyboardAlone()
+    {
+        open();
+        click("cmdadd");
+        control<QComboBox>("cbostat")->setCurrentIndex(3);
+        for (const char *name : {"vsfn", "vsfs"}) {
+            auto *grid = control<Grid>(name);
+            grid->setFocus(Qt::TabFocusReason);
+            QVERIFY(grid->currentIndex().isValid());
+            QTest::keyClick(grid, Qt::Key_Space);
+            QVERIFY(Val(grid->TextMatrix(grid->FixedRows(), grid->Col())) != 0);
+            QTest::keyClick(grid, Qt::Key_Down);
+            QTest::keyClick(grid, Qt::Key_Space);
+            QVERIFY(Val(grid->TextMatrix(grid->FixedRows() + 1, grid->Col())) != 0);
+        }
+    }
+
+    void noShortcutTwice()
+    {
+        open();
+        QHash<QString, QString> taken;
+        const auto take = [&](const QString &text) {
+            const QString key = QKeySequence::mnemonic(text).toString();
+            QVERIFY2(!taken.contains(key), qPrintable(text + " and " + taken.value(key)));
+            if (!key.isEmpty())
+                taken.insert(key, text);
+        };
+        for (const QLabel *label : control("fammaininfo")->findChildren<QLabel *>())
+            take(label->text());
+        for (const QAbstractButton *button : control("fammaininfo")->findChildren<QAbstractButton *>())
+            take(button->text());
+        QVERIFY(taken.size() > 20);
+    }
+
     void natureQuestions()
     {
         employer(m_module->connection, "A1").natures({1, 2}).expense(2008, 1, 1, 69, 1).expense(2008, 1, -1, 69, 1);
@@ -437,19 +563,45 @@ private slots:
     {
         employer(m_module->connection, "A1").expense(2008, 1, 1, 69, 1);
         employer(m_module->connection, "B1");
+        Base->code = "A1";
         open();
         for (const QList<Reply> &replies :
              {QList{Reply::No}, QList{Reply::Yes, Reply::Cancel}, QList{Reply::Yes, Reply::Ok}}) {
             QCOMPARE(m_module->rows("Select Code_no from FBT_Info").size(), 2);
             for (const Reply reply : replies)
                 m_answers->answer(reply);
+            QCOMPARE(Base->code, QStringLiteral("A1"));
             click("cmddelete");
         }
+        QCOMPARE(Base->code, QString());
         QCOMPARE(m_answers->texts().mid(3), (QStringList{"Do you want to delete this record ?",
                                                          "It will delete all other data relating to client"}));
         QCOMPARE(m_module->rows("Select Code_no from FBT_Info"), QStringList{"B1"});
         QCOMPARE(m_module->rows("Select Code_No from FBT_Detail"), QStringList());
         QCOMPARE(m_module->clients.calls, QStringList{"DeleteClient A1"});
+    }
+
+    void hiddenClientIsLeftAlone()
+    {
+        employer(m_module->connection, "A1");
+        Base->code = "B1";
+        open();
+        auto *vsf = control("ClGrd1")->findChild<Grid *>("vsf");
+        QTest::keyClicks(control("ClGrd1")->findChild<QLineEdit *>("Text1_0"), "zz");
+        QCOMPARE(vsf->Row(), 1);
+        click("cmddelete");
+        click("cmdmodify");
+        vsf->setFocus();
+        QTest::keyClick(vsf, Qt::Key_Return);
+        QCOMPARE(state(), QStringLiteral("famgrd"));
+        QCOMPARE(m_answers->texts(), QStringList());
+        QTest::keyClick(vsf, Qt::Key_Tab);
+        control("ClGrd1")->findChild<QLineEdit *>("Text1_0")->clear();
+        m_answers->answer(Reply::Yes);
+        m_answers->answer(Reply::Ok);
+        click("cmddelete");
+        QCOMPARE(m_module->clients.calls, QStringList{"DeleteClient A1"});
+        QCOMPARE(Base->code, QStringLiteral("B1"));
     }
 
     void emptyListHasNothingToModify()
@@ -509,6 +661,12 @@ private slots:
         QCOMPARE(list->visibleRowCount(), 1);
         QTest::keyClick(field(0), Qt::Key_Return);
         QVERIFY(!list->isVisible());
+        field(0)->setText("B"); // not while the user is elsewhere
+        QVERIFY(!list->isVisible());
+        field(0)->setFocus();
+        field(0)->setText("A"); // put in by the menu of the field
+        QVERIFY(list->isVisible());
+        QCOMPARE(list->visibleRowCount(), 2);
         type(0, "x");
         QVERIFY(!list->isVisible());
     }
