@@ -8,7 +8,9 @@
 #include <QTcpServer>
 #include <QThread>
 
+#include <csignal>
 #include <pwd.h>
+#include <sys/prctl.h>
 #include <unistd.h>
 
 namespace {
@@ -67,6 +69,7 @@ void OfficeServer::install()
 void OfficeServer::launch()
 {
     const QString socket = m_folder.filePath("db.sock");
+    m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); }); // a broken test leaves none behind
     m_process.start(program(QStringLiteral("mariadbd")),
                     {QStringLiteral("--no-defaults"), QStringLiteral("--datadir=") + m_folder.filePath("data"),
                      QStringLiteral("--socket=") + socket, QStringLiteral("--bind-address=127.0.0.1"),
