@@ -1,13 +1,14 @@
 #include "calc/rates.h"
 
+#include "platform/dates.h"
+
 namespace {
 
-constexpr int firstYear = 2006;
 constexpr int lastStatusWithoutTax = 1;
 
 bool surchargeChosen(int year, const QString &surApp)
 {
-    const int position = year - firstYear;
+    const int position = year - firstAssessmentYear;
     return position >= 0 && position < surApp.size() && surApp[position] == u'1';
 }
 

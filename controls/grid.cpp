@@ -44,10 +44,11 @@ Grid::Grid(QWidget *parent)
     : QTableView(parent)
     , m_model(new GridModel(this))
     , m_header(new GridHeader(m_model, this))
+    , m_delegate(new GridDelegate(this))
 {
     setHorizontalHeader(m_header);
     setModel(m_model);
-    setItemDelegate(new GridDelegate(this));
+    setItemDelegate(m_delegate);
     setSelectionMode(SingleSelection);
     setSelectionBehavior(SelectRows);
     setEditTriggers(EditKeyPressed | AnyKeyPressed | DoubleClicked);
@@ -66,7 +67,7 @@ Grid::Grid(QWidget *parent)
 Grid::~Grid()
 {
     m_validate = nullptr; // an editor that is still open goes without asking: who would answer may be gone already
-    delete itemDelegate();
+    delete m_delegate;
 }
 
 // --- cells ---
@@ -383,11 +384,34 @@ int Grid::ColWidth(int col) const
     return columnWidth(col);
 }
 
-void Grid::setStretchCol(int col)
+void Grid::setStretchCol(int col, int least)
 {
+    m_stretchCol = col;
+    m_stretchLeast = least;
     m_header->setSectionResizeMode(QHeaderView::Interactive);
-    if (col >= 0 && col < Cols())
-        m_header->setSectionResizeMode(col, QHeaderView::Stretch);
+    applyStretch();
+}
+
+void Grid::applyStretch()
+{
+    if (m_stretchCol < 0 || m_stretchCol >= Cols() || isColumnHidden(m_stretchCol))
+        return;
+    int others = 0;
+    for (int col = 0; col < Cols(); ++col)
+        others += col == m_stretchCol ? 0 : columnWidth(col); // 0 when it is hidden
+    const bool fits = m_stretchLeast == 0 || viewport()->width() - others >= m_stretchLeast;
+    const QHeaderView::ResizeMode mode = fits ? QHeaderView::Stretch : QHeaderView::Interactive;
+    const bool changes = m_header->sectionResizeMode(m_stretchCol) != mode;
+    if (changes)
+        m_header->setSectionResizeMode(m_stretchCol, mode);
+    if (!fits && (changes || columnWidth(m_stretchCol) < m_stretchLeast))
+        setColumnWidth(m_stretchCol, m_stretchLeast);
+}
+
+void Grid::updateGeometries()
+{
+    applyStretch();
+    QTableView::updateGeometries();
 }
 
 void Grid::fitColumns()
@@ -459,6 +483,11 @@ bool Grid::EditCell()
         return false;
     setFocus();
     return edit(cell, AllEditTriggers, nullptr);
+}
+
+bool Grid::finishEdit()
+{
+    return !isEditing() || m_delegate->takeOpenEditor();
 }
 
 bool Grid::accept(int row, int col, QString &text)

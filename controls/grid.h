@@ -7,6 +7,7 @@
 #include <optional>
 #include <utility>
 
+class GridDelegate;
 class GridHeader;
 
 /// A grid of texts. Rows and columns count from 0; the first `FixedRows` rows (1 at first) are the header. `Row()` is the current
@@ -78,8 +79,9 @@ public:
     [[nodiscard]] bool isCheckCol(int col) const;
     void setColWidth(int col, int pixels); ///< device-independent
     [[nodiscard]] int ColWidth(int col) const;
-    void setStretchCol(int col); ///< takes the room that is left over; -1: none
-    void fitColumns();           ///< widths by captions and the first hundred rows
+    /// The column takes the room that is left over, but `least` pixels at any rate; -1: no column does.
+    void setStretchCol(int col, int least = 0);
+    void fitColumns(); ///< widths by captions and the first hundred rows
     void setColData(int col, const QVariant &value);
     [[nodiscard]] QVariant ColData(int col) const;
     void setRowColor(int row, const QColor &color); ///< of the text; made lighter on a dark background
@@ -94,6 +96,9 @@ public:
     void setValidateEdit(std::function<bool(int row, int col, QString &text)> validate);
     bool EditCell(); ///< edits the current cell; false when it cannot be edited
     [[nodiscard]] bool isEditing() const { return state() == EditingState; }
+    /// Ends an edit as Enter does, wherever the focus is. False when the text was refused: the edit then goes on and has
+    /// the focus. True without an edit.
+    bool finishEdit();
 
     /// Off: changes are not shown and cost little; on again: all at once. Calls nest. The current row is kept.
     void setRedraw(bool on);
@@ -117,6 +122,7 @@ protected:
     void mousePressEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void changeEvent(QEvent *event) override;
+    void updateGeometries() override;
 
 protected slots:
     void closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) override;
@@ -136,10 +142,12 @@ private:
     void noteOrder(int col, Qt::SortOrder order);
     [[nodiscard]] int onlyCheckCol() const;
     void applyRowHeight();
+    void applyStretch();
     [[nodiscard]] QModelIndex indexOf(int row, int col) const;
 
     GridModel *m_model;
     GridHeader *m_header;
+    GridDelegate *m_delegate;
     std::function<bool(int, int, QString &)> m_validate;
     int m_row = 0;
     int m_col = 0;
@@ -148,6 +156,8 @@ private:
     int m_scrollBefore = 0;
     std::pair<int, int> m_rowBefore;
     std::optional<std::pair<int, int>> m_edited; // stored, but not told yet
+    int m_stretchCol = -1;
+    int m_stretchLeast = 0;
     int m_sortCol = -1;
     Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
     bool m_sortByHeader = false;

@@ -2,6 +2,7 @@
 
 #include "controls/ancestry.h"
 #include "controls/grid.h"
+#include "controls/screen.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -114,6 +115,7 @@ QWidget *GridDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem 
     }
     editor->setAutoFillBackground(true);
     editor->setProperty(EditedCell, QVariant::fromValue(QPersistentModelIndex(index)));
+    m_editor = editor;
     return editor;
 }
 
@@ -165,18 +167,26 @@ bool GridDelegate::eventFilter(QObject *watched, QEvent *event)
     const bool stays = reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason;
     if (m_validating || stays || IsPartOf(QApplication::focusWidget(), editor))
         return false;
-    if (refuses(editor))
+    const QPointer<QWidget> alive(editor);
+    if (refuses(editor)) {
+        if (Screen *screen = alive && reason == Qt::MouseFocusReason ? Screen::of(editor) : nullptr)
+            screen->swallowPress();
         return true; // it has the focus back already
+    }
     return QStyledItemDelegate::eventFilter(watched, event);
 }
 
 bool GridDelegate::keyInEditor(QWidget *editor, int key)
 {
-    if (key != Qt::Key_Return && key != Qt::Key_Enter && key != Qt::Key_Tab && key != Qt::Key_Backtab)
+    const bool ends = key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Tab || key == Qt::Key_Backtab;
+    const bool toOtherRow = qobject_cast<QLineEdit *>(editor) && (key == Qt::Key_Up || key == Qt::Key_Down ||
+                                                                  key == Qt::Key_PageUp || key == Qt::Key_PageDown);
+    if (!ends && !toOtherRow)
         return false;
-    if (!refuses(editor))
-        finish(editor);
-    return true;
+    if (refuses(editor))
+        return true;
+    finish(editor);
+    return ends; // the grid moves by the others
 }
 
 bool GridDelegate::refuses(QWidget *editor)
@@ -196,6 +206,16 @@ bool GridDelegate::refuses(QWidget *editor)
     else
         returnTo(editor);
     return !accepted;
+}
+
+bool GridDelegate::takeOpenEditor()
+{
+    // While the validator runs it has the word, and its message is on the screen.
+    if (m_validating || (m_editor && refuses(m_editor)))
+        return false;
+    if (m_editor)
+        finish(m_editor);
+    return true;
 }
 
 void GridDelegate::finish(QWidget *editor)

@@ -18,6 +18,9 @@ public:
     QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
     void setEditorData(QWidget *editor, const QModelIndex &index) const override;
     void setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const override;
+    /// Takes the text of the open editor and closes it; false when the text was refused, and the editor has the focus.
+    bool takeOpenEditor();
+
     bool editorEvent(QEvent *event, QAbstractItemModel *model, const QStyleOptionViewItem &option,
                      const QModelIndex &index) override;
 
@@ -31,5 +34,6 @@ private:
     void finish(QWidget *editor);
 
     Grid *m_grid;
+    mutable QPointer<QWidget> m_editor; // the one created last
     bool m_validating = false;
 };

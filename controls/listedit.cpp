@@ -6,6 +6,8 @@
 
 #include <QAbstractButton>
 
+#include <utility>
+
 ListEdit::ListEdit(Screen *screen, const Controls &controls, const Procedures &procedures)
     : QObject(screen)
     , m_screen(screen)
@@ -112,7 +114,7 @@ void ListEdit::CMDCANCEL_CLICK()
 {
     SETBUTTON(true);
     LOADDATA();
-    focus(m_adding ? m_controls.cmdadd : m_controls.cmdmodify);
+    focus(std::exchange(m_adding, false) ? m_controls.cmdadd : m_controls.cmdmodify);
 }
 
 void ListEdit::CMDBACK_CLICK()
@@ -139,7 +141,7 @@ void ListEdit::saved(const QString &key, int column)
     m_filling = false;
     SETBUTTON(true);
     LOADDATA();
-    focus(m_adding ? static_cast<QWidget *>(m_controls.cmdadd) : vsf);
+    focus(std::exchange(m_adding, false) ? static_cast<QWidget *>(m_controls.cmdadd) : vsf);
 }
 
 void ListEdit::deleted()

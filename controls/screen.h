@@ -89,6 +89,9 @@ public:
     static void setGeometryStore(QSettings *store);
     static QSettings *geometryStore();
 
+    /// For a control that keeps the focus which a press of the mouse took away: the press works on nothing else either.
+    void swallowPress();
+
 signals:
     void unloaded();
     void entered(QWidget *field); ///< a control got the focus (a combo box or grid counts as one control)

@@ -187,6 +187,8 @@ void Screen::focusGained(QWidget *target, const QFocusEvent *event)
     QWidget *field = fieldOf(target);
     if (isCellEditor(target, field)) {
         WatchCapitals(target);
+        if (!m_current)
+            m_current = field; // it refused to be left: the grid is the field in hand again
         return;
     }
     const Qt::FocusReason reason = event->reason();
@@ -245,11 +247,15 @@ bool Screen::mayLeave(QWidget *field)
 /// The press of the mouse that took the focus away must not work on its target either.
 void Screen::keepFocus(QWidget *field, Qt::FocusReason reason)
 {
-    if (reason == Qt::MouseFocusReason) {
-        m_swallowPress = true;
-        QMetaObject::invokeMethod(
-            this, [this] { m_swallowPress = false; }, Qt::QueuedConnection);
-    }
+    if (reason == Qt::MouseFocusReason)
+        swallowPress();
     field->setFocus(Qt::OtherFocusReason);
     selectText(field);
+}
+
+void Screen::swallowPress()
+{
+    m_swallowPress = true;
+    QMetaObject::invokeMethod(
+        this, [this] { m_swallowPress = false; }, Qt::QueuedConnection);
 }

@@ -6,27 +6,20 @@
 #include "platform/dates.h"
 #include "platform/text.h"
 
-namespace {
-
-constexpr int firstYear = 2006;
-constexpr int lastYear = 2010;
-
-} // namespace
-
 QStringList ChoosableYears()
 {
     QStringList years;
-    for (int year = firstYear; year <= lastYear; ++year)
+    for (int year = firstAssessmentYear; year <= lastAssessmentYear; ++year)
         years << LongYearLabel(year);
     return years;
 }
 
 int FirstYearPosition(int tYear)
 {
-    if (tYear >= firstYear && tYear <= lastYear)
-        return tYear - firstYear;
+    if (tYear >= firstAssessmentYear && tYear <= lastAssessmentYear)
+        return tYear - firstAssessmentYear;
     const bool taxStillDue = Today() <= QDate(2010, 3, 31);
-    return lastYear - firstYear - (taxStillDue ? 1 : 0);
+    return lastAssessmentYear - firstAssessmentYear - (taxStillDue ? 1 : 0);
 }
 
 bool TakeClientAndYear(const QString &code, const QString &name, const QString &yearText)

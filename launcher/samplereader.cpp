@@ -12,8 +12,6 @@
 
 namespace {
 
-constexpr int firstYear = 2006;
-constexpr int lastYear = 2010;
 constexpr double largestAmount = 1e15; // a Double holds whole rupees up to here without loss
 
 /// What is wrong with a record. It never leaves this file.
@@ -163,7 +161,8 @@ private:
     {
         once(words);
         const QString &digits = words[1];
-        if (digits.size() != lastYear - firstYear + 1 || digits.count(u'0') + digits.count(u'1') != digits.size())
+        if (digits.size() != lastAssessmentYear - firstAssessmentYear + 1 ||
+            digits.count(u'0') + digits.count(u'1') != digits.size())
             refuse(QStringLiteral("\"%1\" is not five digits 0 or 1").arg(digits));
         m_employer.surchargeYears = digits;
     }
@@ -179,7 +178,8 @@ private:
     void readYear(const QStringList &words)
     {
         SampleYear year;
-        year.year = wholeNumber(words[1], firstYear, lastYear, QStringLiteral("an assessment year"));
+        year.year =
+            wholeNumber(words[1], firstAssessmentYear, lastAssessmentYear, QStringLiteral("an assessment year"));
         if (std::ranges::count(m_employer.years, year.year, &SampleYear::year))
             refuse(QStringLiteral("there is a second year %1").arg(year.year));
         m_seen.insert(words[0]);

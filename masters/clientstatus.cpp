@@ -35,9 +35,6 @@ constexpr std::array<Status, 12> statuses{{
     {"Local Authority", 6, None, Surcharge::Never},
 }};
 
-constexpr int FirstYear = 2006;
-constexpr int LastYear = 2010;
-
 const Status *statusAt(int position)
 {
     const bool inside = position >= 0 && position < static_cast<int>(statuses.size());
@@ -88,10 +85,10 @@ std::vector<SurchargeRow> SurchargeRows(int position, const QString &surApp)
 {
     const Status *status = statusAt(position);
     std::vector<SurchargeRow> rows;
-    for (int year = FirstYear; status != nullptr && year <= LastYear; ++year) {
+    for (int year = firstAssessmentYear; status != nullptr && year <= lastAssessmentYear; ++year) {
         SurchargeRow row = surchargeRow(status->surcharge, year);
-        if (row.hasChoice() && surApp.size() > year - FirstYear)
-            row.applies = surApp.at(year - FirstYear);
+        if (row.hasChoice() && surApp.size() > year - firstAssessmentYear)
+            row.applies = surApp.at(year - firstAssessmentYear);
         rows.push_back(row);
     }
     return rows;

@@ -2,6 +2,7 @@
 
 #include "masters/duedatewindows.h"
 #include "platform/recordset.h"
+#include "platform/write.h"
 
 namespace {
 
@@ -20,11 +21,6 @@ void put(DueDateRows &rows, int place, const DueDateRow &row)
 {
     if (place >= 1 && place <= static_cast<int>(rows.size()))
         rows[static_cast<std::size_t>(place - 1)] = row;
-}
-
-bool write(Connection *cnn, const QString &statement)
-{
-    return cnn->Execute(statement) && cnn->Execute("Flush Tables");
 }
 
 QString valuesOf(const DueDateRow &row)
@@ -73,28 +69,28 @@ InstalmentDates InstalmentDueDates(Connection *cnn, int year)
 
 bool SaveReturnDueDates(Connection *cnn, int year, const DueDateRows &rows)
 {
-    bool good = write(cnn, Sql("Delete from DueDt_Master Where AssYear=", year));
+    bool good = Write(cnn, Sql("Delete from DueDt_Master Where AssYear=", year));
     for (int place = 1; good && place <= static_cast<int>(rows.size()); ++place)
-        good = write(cnn, Sql("Insert into DueDt_Master Values(", year, ",", PlaceOfClass(place),
+        good = Write(cnn, Sql("Insert into DueDt_Master Values(", year, ",", PlaceOfClass(place),
                               valuesOf(rows[static_cast<std::size_t>(place - 1)])));
     return good;
 }
 
 bool SaveQuarterDueDates(Connection *cnn, int year, const DueDateRows &rows)
 {
-    bool good = write(cnn, Sql("Delete from ChallanDt_Master Where AssYear=", year));
+    bool good = Write(cnn, Sql("Delete from ChallanDt_Master Where AssYear=", year));
     for (int quarter = 1; good && quarter <= static_cast<int>(rows.size()); ++quarter)
-        good = write(cnn, Sql("Insert into ChallanDt_Master Values(", year, ",", quarter,
+        good = Write(cnn, Sql("Insert into ChallanDt_Master Values(", year, ",", quarter,
                               valuesOf(rows[static_cast<std::size_t>(quarter - 1)])));
     return good;
 }
 
 bool SaveInstalmentDueDates(Connection *cnn, int year, const InstalmentDates &dates)
 {
-    if (!write(cnn, Sql("Delete from AdvTaxDueDt Where TYear=", year)))
+    if (!Write(cnn, Sql("Delete from AdvTaxDueDt Where TYear=", year)))
         return false;
     if (dates == defaultInstalments(year))
         return true;
-    return write(cnn, Sql("Insert into AdvTaxDueDt Values(", year, ",'", dates[0], "','", dates[1], "','", dates[2],
+    return Write(cnn, Sql("Insert into AdvTaxDueDt Values(", year, ",'", dates[0], "','", dates[1], "','", dates[2],
                           "','", dates[3], "')"));
 }

@@ -1,17 +1,13 @@
 #include "masters/expenselaw.h"
 
+#include "masters/inuse.h"
 #include "platform/nextnumber.h"
 #include "platform/recordset.h"
+#include "platform/write.h"
 
 #include <QHash>
 
 namespace {
-
-void write(Connection *cnn, const QString &statement)
-{
-    cnn->Execute(statement);
-    cnn->Execute("Flush Tables");
-}
 
 void takeRate(ExpenseItem &item, const Recordset &row, const QVector<Nature> &natures)
 {
@@ -37,29 +33,30 @@ std::optional<int> AddExpenseHead(Connection *cnn, int year, const QString &sect
 {
     const auto id = NextNumber(cnn, Sql("Select Max(HeadId) as MaxSr from FBT_ExpHead", year));
     if (id)
-        write(cnn, Sql("Insert into FBT_Head", year, " Values (", *id, ",'", section, "'", ",'", text, "')"));
+        Write(cnn, Sql("Insert into FBT_Head", year, " Values (", *id, ",'", section, "'", ",'", text, "')"));
     return id;
 }
 
 void ChangeExpenseHead(Connection *cnn, int year, const ExpenseHead &head)
 {
-    write(cnn, Sql("Update FBT_Head", year, " Set Section='", head.section, "'", ",HeadDesc='", head.text,
+    Write(cnn, Sql("Update FBT_Head", year, " Set Section='", head.section, "'", ",HeadDesc='", head.text,
                    "' Where HeadId=", head.headId));
 }
 
-bool ExpenseHeadInUse(Connection *cnn, int year, int headId)
+std::optional<bool> ExpenseHeadInUse(Connection *cnn, int year, int headId)
 {
-    return HasRows(cnn, Sql("Select * from FBT_Detail INNER JOIN FBT_ExpHead", year, " ON FBT_Detail.ExpId=FBT_ExpHead",
-                            year, ".SrNo and FBT_Detail.TYear=", year, " Where FBT_ExpHead", year, ".HeadId=", headId));
+    return FindsRow(cnn,
+                    Sql("Select * from FBT_Detail INNER JOIN FBT_ExpHead", year, " ON FBT_Detail.ExpId=FBT_ExpHead",
+                        year, ".SrNo and FBT_Detail.TYear=", year, " Where FBT_ExpHead", year, ".HeadId=", headId));
 }
 
 void DeleteExpenseHead(Connection *cnn, int year, int headId)
 {
-    write(cnn, Sql("Delete from FBT_Head", year, " Where HeadId=", headId));
+    Write(cnn, Sql("Delete from FBT_Head", year, " Where HeadId=", headId));
     // The rates go before the items: the join needs the items.
-    write(cnn, Sql("Delete FBT_ExpRate", year, " from FBT_ExpHead", year, ", FBT_ExpRate", year, " Where FBT_ExpHead",
+    Write(cnn, Sql("Delete FBT_ExpRate", year, " from FBT_ExpHead", year, ", FBT_ExpRate", year, " Where FBT_ExpHead",
                    year, ".HeadId=", headId, " and FBT_ExpHead", year, ".SrNo=FBT_ExpRate", year, ".SrNo"));
-    write(cnn, Sql("Delete from FBT_ExpHead", year, " Where HeadId=", headId));
+    Write(cnn, Sql("Delete from FBT_ExpHead", year, " Where HeadId=", headId));
 }
 
 QVector<ExpenseItem> ExpenseItems(Connection *cnn, int year, int headId, const QVector<Nature> &natures)
@@ -89,21 +86,21 @@ std::optional<int> NextExpenseItemNo(Connection *cnn, int year)
 
 void SaveExpenseItem(Connection *cnn, int year, int headId, const ExpenseItem &item, const QVector<Nature> &natures)
 {
-    write(cnn, Sql("Delete from FBT_ExpHead", year, " Where SrNo=", item.srNo));
-    write(cnn, Sql("Insert into FBT_ExpHead", year, " Values (", item.srNo, ",", headId, ",'", item.text, "')"));
-    write(cnn, Sql("Delete from FBT_ExpRate", year, " Where SrNo=", item.srNo));
+    Write(cnn, Sql("Delete from FBT_ExpHead", year, " Where SrNo=", item.srNo));
+    Write(cnn, Sql("Insert into FBT_ExpHead", year, " Values (", item.srNo, ",", headId, ",'", item.text, "')"));
+    Write(cnn, Sql("Delete from FBT_ExpRate", year, " Where SrNo=", item.srNo));
     for (qsizetype i = 0; i < natures.size(); ++i)
-        write(cnn, Sql("Insert into FBT_ExpRate", year, " Values (", item.srNo, ",", natures[i].srNo, ",",
+        Write(cnn, Sql("Insert into FBT_ExpRate", year, " Values (", item.srNo, ",", natures[i].srNo, ",",
                        Val(item.rates.value(i)), ")"));
 }
 
-bool ExpenseItemInUse(Connection *cnn, int year, int srNo)
+std::optional<bool> ExpenseItemInUse(Connection *cnn, int year, int srNo)
 {
-    return HasRows(cnn, Sql("Select * from FBT_Detail Where TYear=", year, " and ExpId=", srNo));
+    return FindsRow(cnn, Sql("Select * from FBT_Detail Where TYear=", year, " and ExpId=", srNo));
 }
 
 void DeleteExpenseItem(Connection *cnn, int year, int srNo)
 {
-    write(cnn, Sql("Delete from FBT_ExpHead", year, " Where SrNo=", srNo));
-    write(cnn, Sql("Delete from FBT_ExpRate", year, " Where SrNo=", srNo));
+    Write(cnn, Sql("Delete from FBT_ExpHead", year, " Where SrNo=", srNo));
+    Write(cnn, Sql("Delete from FBT_ExpRate", year, " Where SrNo=", srNo));
 }

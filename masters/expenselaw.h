@@ -1,6 +1,7 @@
 #pragma once
 
 #include "masters/naturelist.h"
+#include "platform/dates.h"
 
 #include <QStringList>
 
@@ -26,8 +27,7 @@ struct ExpenseItem
 /// 115WB(1)(d), is not among them.
 constexpr bool IsStatutoryHead(int year, int headId)
 {
-    constexpr int firstYear = 2006;
-    return headId <= (year == firstYear ? 19 : 20);
+    return headId <= (year == firstAssessmentYear ? 19 : 20);
 }
 
 /// Items of the base list, which cannot be deleted.
@@ -46,8 +46,9 @@ std::optional<int> AddExpenseHead(Connection *cnn, int year, const QString &sect
 /// Writes section and text of the head with that number.
 void ChangeExpenseHead(Connection *cnn, int year, const ExpenseHead &head);
 
-/// Whether an expense of the year was entered under an item of the head.
-bool ExpenseHeadInUse(Connection *cnn, int year, int headId);
+/// Whether an expense of the year was entered under an item of the head. Without a value after a fault: the head then
+/// counts as used.
+std::optional<bool> ExpenseHeadInUse(Connection *cnn, int year, int headId);
 
 /// Deletes a head with its items and their rates.
 void DeleteExpenseHead(Connection *cnn, int year, int headId);
@@ -63,8 +64,8 @@ std::optional<int> NextExpenseItemNo(Connection *cnn, int year);
 /// One rate for all natures so becomes one for each, and a nature that is added later has none.
 void SaveExpenseItem(Connection *cnn, int year, int headId, const ExpenseItem &item, const QVector<Nature> &natures);
 
-/// Whether an expense of the year was entered under the item.
-bool ExpenseItemInUse(Connection *cnn, int year, int srNo);
+/// Whether an expense of the year was entered under the item. Without a value after a fault, as for a head.
+std::optional<bool> ExpenseItemInUse(Connection *cnn, int year, int srNo);
 
 /// Deletes an item with its rates.
 void DeleteExpenseItem(Connection *cnn, int year, int srNo);

@@ -13,8 +13,6 @@
 
 namespace {
 
-constexpr int lastYear = 2010;
-
 constexpr int dateColumn = 1; // the original date; in the list of instalments the only one
 constexpr int extendedColumn = 2;
 constexpr int notificationColumn = 3;
@@ -34,6 +32,7 @@ void setUpDates(Grid *grid)
     grid->setCols(notificationColumn + 1);
     grid->setCaptions({QObject::tr("Particular"), QObject::tr("Original Due Date"), QObject::tr("Extended Due Date"),
                        QObject::tr("Notification No.")});
+    grid->setStretchCol(-1);
     grid->setColWidth(0, particularWidth);
     grid->setColWidth(dateColumn, dateWidth);
     grid->setColWidth(extendedColumn, dateWidth);
@@ -80,8 +79,8 @@ frmduedts::frmduedts(QWidget *parent)
     ui->setupUi(this);
     setUpGrid(ui->vsf);
     setUpGrid(ui->vsf1);
-    ui->vsf->setEditable([this](int, int col) { return VSF_BEFOREEDIT(col); });
-    ui->vsf1->setEditable([this](int, int col) { return VSF1_BEFOREEDIT(col); });
+    ui->vsf->setEditable([this](int row, int col) { return VSF_BEFOREEDIT(row, col); });
+    ui->vsf1->setEditable([this](int row, int col) { return VSF1_BEFOREEDIT(row, col); });
     ui->vsf->setValidateEdit([this](int row, int col, QString &text) { return VSF_VALIDATEEDIT(row, col, text); });
     ui->vsf1->setValidateEdit([this](int row, int col, QString &text) { return VSF1_VALIDATEEDIT(row, col, text); });
     setUpDates(ui->vsf);
@@ -97,10 +96,19 @@ void frmduedts::setUpGrid(Grid *grid)
     grid->setFixedCols(1);
     WrapRows(grid);
     grid->setSelectionBehavior(QAbstractItemView::SelectItems);
-    connect(grid, &Grid::enterCell, this, [grid](int row, int col) {
-        if (row > 0 && col > 0 && grid->hasFocus())
-            grid->EditCell();
+    connect(grid, &Grid::enterCell, this, [grid] { editCurrent(grid); });
+    connect(this, &Screen::entered, grid, [grid](const QWidget *field) {
+        // Behind the event that brought the focus: a click goes to the cell that it points at.
+        if (field == grid)
+            QMetaObject::invokeMethod(
+                grid, [grid] { editCurrent(grid); }, Qt::QueuedConnection);
     });
+}
+
+void frmduedts::editCurrent(Grid *grid)
+{
+    if (grid->hasFocus() && !grid->isEditing() && grid->hasDataRow() && grid->Col() > 0)
+        grid->EditCell();
 }
 
 void frmduedts::FORM_LOAD()
@@ -110,7 +118,7 @@ void frmduedts::FORM_LOAD()
     SelYear = 0;
     {
         const QSignalBlocker filling(ui->Combo4);
-        LoadYears(ui->Combo4, lastYear);
+        LoadYears(ui->Combo4, lastAssessmentYear);
     }
     LOADGRID();
 }
@@ -145,6 +153,7 @@ void frmduedts::LOADGRID()
     if (year == SelYear)
         return;
     SelYear = year;
+    m_missingDate = {};
     setParticulars(ui->vsf, {"Company", "Partnership Firm Whose accounts are required to be Audited",
                              "Other than Company and Partnership Firm Whose accounts are required to be Audited",
                              "Any Other Assessee"});
@@ -168,9 +177,8 @@ void frmduedts::setUpInstalments()
 {
     ui->vsf1->setCols(dateColumn + 1);
     ui->vsf1->setCaptions({tr("Installment"), tr("Date")});
-    ui->vsf1->setStretchCol(-1);
+    ui->vsf1->setStretchCol(dateColumn);
     ui->vsf1->setColWidth(0, particularWidth);
-    ui->vsf1->setColWidth(dateColumn, dateWidth);
     setParticulars(ui->vsf1, {"Ist", "IInd", "IIIrd", "IVth"});
     int row = 1;
     for (const QString &date : InstalmentDueDates(Cnn, SelYear))
@@ -179,14 +187,20 @@ void frmduedts::setUpInstalments()
 
 // --- editing ---
 
-bool frmduedts::VSF_BEFOREEDIT(int col) const
+bool frmduedts::VSF_BEFOREEDIT(int row, int col) const
 {
-    return col > dateColumn;
+    return mayEditDates(ui->vsf, row, col);
 }
 
-bool frmduedts::VSF1_BEFOREEDIT(int col) const
+bool frmduedts::VSF1_BEFOREEDIT(int row, int col) const
 {
-    return HasQuarterDates(SelYear) ? col > dateColumn : col > 0;
+    return HasQuarterDates(SelYear) ? mayEditDates(ui->vsf1, row, col) : col > 0;
+}
+
+/// The original date stays as it is, unless it was missing and has been asked for.
+bool frmduedts::mayEditDates(const Grid *grid, int row, int col) const
+{
+    return col > dateColumn || (col == dateColumn && m_missingDate == std::pair(grid, row));
 }
 
 bool frmduedts::VSF_VALIDATEEDIT(int row, int col, QString &text)
@@ -243,11 +257,10 @@ bool frmduedts::SAVEGRID()
     return finishEdit() && checkCells(ui->vsf) && checkCells(ui->vsf1) && save();
 }
 
-/// Takes a text that is still being edited. False when it was refused and the cell stays in edit.
+/// Takes a text that is still being edited. False when it was refused, with its message, and the cell stays in edit.
 bool frmduedts::finishEdit()
 {
-    ui->cmdsave->setFocus();
-    return !ui->vsf->isEditing() && !ui->vsf1->isEditing();
+    return ui->vsf->finishEdit() && ui->vsf1->finishEdit();
 }
 
 bool frmduedts::checkCells(Grid *grid)
@@ -270,10 +283,11 @@ bool frmduedts::checkCell(Grid *grid, int row, int col)
     if (message.isEmpty())
         return true;
     MsgBox(this, message, Buttons::Ok, Icon::Exclamation);
+    if (col == dateColumn && date.isEmpty())
+        m_missingDate = {grid, row};
     grid->setFocus();
     grid->setCell(row, col);
-    if (!grid->isEditing())
-        grid->EditCell();
+    editCurrent(grid);
     return false;
 }
 

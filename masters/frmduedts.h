@@ -3,6 +3,7 @@
 #include "controls/screen.h"
 
 #include <memory>
+#include <utility>
 
 class Grid;
 
@@ -28,12 +29,13 @@ private:
     void LOADGRID();
     bool SAVEGRID();
 
-    [[nodiscard]] bool VSF_BEFOREEDIT(int col) const;
-    [[nodiscard]] bool VSF1_BEFOREEDIT(int col) const;
+    [[nodiscard]] bool VSF_BEFOREEDIT(int row, int col) const;
+    [[nodiscard]] bool VSF1_BEFOREEDIT(int row, int col) const;
     bool VSF_VALIDATEEDIT(int row, int col, QString &text);
     bool VSF1_VALIDATEEDIT(int row, int col, QString &text);
 
     void setUpGrid(Grid *grid);
+    static void editCurrent(Grid *grid);
     void setUpQuarters();
     void setUpInstalments();
     bool maySaveChanges();
@@ -42,10 +44,12 @@ private:
     bool checkCell(Grid *grid, int row, int col);
     bool save();
     bool validate(const Grid *grid, int row, int col, QString &text);
+    [[nodiscard]] bool mayEditDates(const Grid *grid, int row, int col) const;
     [[nodiscard]] bool holdsInstalments(const Grid *grid) const;
     [[nodiscard]] QString withDefault(const Grid *grid, int row, const QString &date) const;
     [[nodiscard]] QString messageFor(const Grid *grid, int row, int col, const QString &date) const;
 
     std::unique_ptr<Ui::frmduedts> ui;
-    int SelYear = 0; // the year loaded
+    int SelYear = 0;                            // the year loaded
+    std::pair<const Grid *, int> m_missingDate; // the row whose original date was asked for
 };

@@ -6,6 +6,7 @@
 #include "frame/context/modbase.h"
 #include "masters/expenselaw.h"
 #include "masters/gridlook.h"
+#include "platform/dates.h"
 #include "platform/text.h"
 #include "suite/yearcombo.h"
 
@@ -18,8 +19,6 @@ namespace {
 
 constexpr QStringView rateFormat = u"###0.00";
 constexpr Qt::Alignment rightAligned = Qt::AlignRight | Qt::AlignVCenter;
-
-constexpr int lastYear = 2010;
 
 constexpr int sectionColumn = 1;
 constexpr int headTextColumn = 2;
@@ -78,7 +77,7 @@ void frmfbtmas::setUpHeads()
                             ui->cmdupdatech,
                             ui->cmdcancelch,
                             ui->cmdback,
-                            {ui->cmdpaydet},
+                            {ui->cmdpaydet, ui->Combo4},
                             {}},
                            {[this] { LOADGRIDCH(); }, [this] { CLEARDATACH(); }, [this](int row) { LOADDATACH(row); },
                             [this] { CMDUPDATECH_CLICK(); }, [this] { CMDDELETECH_CLICK(); }});
@@ -93,23 +92,23 @@ void frmfbtmas::setUpItems()
     ui->vsf2->setColHidden(itemNoColumn, true);
     SetUpNumberColumn(ui->vsf2);
     WrapRows(ui->vsf2);
-    ui->vsf2->setColWidth(itemTextColumn, 320);
+    ui->vsf2->setStretchCol(itemTextColumn, 320);
     ui->vsf2->setSortByHeader(true);
-    m_items =
-        new ListEdit(this,
-                     {ui->vsf2,
-                      ui->Frame4,
-                      ui->txtdedflds_0,
-                      ui->cmdaddded,
-                      ui->cmdmodifyded,
-                      ui->cmddeleteded,
-                      ui->cmdupdateded,
-                      ui->cmdcancelded,
-                      nullptr,
-                      {ui->cmdback},
-                      {}},
-                     {[this] { LOADGRIDDED(); }, [this] { CLEARDATADED(); }, [this](int row) { LOADDATADED(row); },
-                      [this] { CMDUPDATEDED_CLICK(); }, [this] { CMDDELETEDED_CLICK(); }});
+    m_items = new ListEdit(this,
+                           {ui->vsf2,
+                            ui->Frame4,
+                            ui->txtdedflds_0,
+                            ui->cmdaddded,
+                            ui->cmdmodifyded,
+                            ui->cmddeleteded,
+                            ui->cmdupdateded,
+                            ui->cmdcancelded,
+                            nullptr,
+                            {ui->cmdback},
+                            {}},
+                           {[this] { LOADGRIDDED(); }, [this] { CLEARDATADED(); },
+                            [this](int row) { LOADDATADED(row); }, [this] { CMDUPDATEDED_CLICK(); },
+                            [this] { CMDDELETEDED_CLICK(); }, [this] { return m_natures.has_value(); }});
 }
 
 void frmfbtmas::setUpRates()
@@ -141,7 +140,7 @@ void frmfbtmas::FORM_LOAD()
     SelYear = 0;
     {
         const QSignalBlocker filling(ui->Combo4);
-        LoadYears(ui->Combo4, lastYear);
+        LoadYears(ui->Combo4, lastAssessmentYear);
     }
     COMBO4_CLICK();
 }
@@ -191,6 +190,8 @@ void frmfbtmas::showItemsLevel(bool show)
 {
     ui->frame1->setVisible(!show);
     ui->Frame3->setVisible(show);
+    ui->headButtonFrame->setVisible(!show);
+    ui->itemButtonFrame->setVisible(show);
     ui->Combo4->setEnabled(!show); // the items shown belong to a head of this year
 }
 
@@ -256,7 +257,7 @@ void frmfbtmas::CMDDELETECH_CLICK()
 {
     ErrorTail tail(this, "CMDDELETECH_CLICK");
     const int id = currentHead();
-    if (IsStatutoryHead(SelYear, id) || ExpenseHeadInUse(Cnn, SelYear, id))
+    if (IsStatutoryHead(SelYear, id) || ExpenseHeadInUse(Cnn, SelYear, id).value_or(true))
         return;
     if (!askDelete("Do you want to Delete Selected Item? All the Sub Items of this Item will be Deleted."))
         return;
@@ -273,6 +274,8 @@ void frmfbtmas::CMDPAYDET_CLICK()
     ui->lblchcap->setText(ui->vsf->TextMatrix(row, sectionColumn) + QStringLiteral(" - ") +
                           ui->vsf->TextMatrix(row, headTextColumn));
     m_items->FORM_LOAD();
+    if (!m_natures)
+        return;
     selectFirstRate();
     showItemsLevel(true);
     ui->vsf2->setFocus();
@@ -285,11 +288,13 @@ void frmfbtmas::LOADGRIDDED()
     ErrorTail tail(this, "LOADGRIDDED");
     m_natures = Natures(Cnn);
     ui->vsf2->setCols(firstRateColumn);
-    ui->vsf2->setCols(firstRateColumn + static_cast<int>(m_natures.size()));
+    if (!m_natures)
+        return;
+    ui->vsf2->setCols(firstRateColumn + static_cast<int>(m_natures->size()));
     int column = firstRateColumn;
-    for (const Nature &nature : m_natures)
+    for (const Nature &nature : *m_natures)
         setUpRateColumn(ui->vsf2, column++, nature);
-    for (const ExpenseItem &item : ExpenseItems(Cnn, SelYear, currentHead(), m_natures))
+    for (const ExpenseItem &item : ExpenseItems(Cnn, SelYear, currentHead(), *m_natures))
         ui->vsf2->AddItem(QStringList{QString(), item.text, QString::number(item.srNo)} + item.rates);
 }
 
@@ -297,7 +302,7 @@ void frmfbtmas::CLEARDATADED()
 {
     ui->txtdedflds_0->clear();
     ui->vsfr->clearBody();
-    for (const Nature &nature : m_natures)
+    for (const Nature &nature : m_natures.value_or(QVector<Nature>()))
         ui->vsfr->AddItem({nature.text, QString()});
 }
 
@@ -324,14 +329,15 @@ QStringList frmfbtmas::typedRates() const
 void frmfbtmas::CMDUPDATEDED_CLICK()
 {
     ErrorTail tail(this, "CMDUPDATEDED_CLICK");
-    ui->cmdupdateded->setFocus(); // a rate still being edited is taken
+    if (!m_natures || !ui->vsfr->finishEdit())
+        return;
     const QString text = ui->txtdedflds_0->text();
     if (refuseEmpty(text, "Please specify Nature of Expenses.", ui->txtdedflds_0))
         return;
     const auto id = m_items->Adding() ? NextExpenseItemNo(Cnn, SelYear) : std::optional(currentItem());
     if (!id)
         return;
-    SaveExpenseItem(Cnn, SelYear, currentHead(), {*id, text, typedRates()}, m_natures);
+    SaveExpenseItem(Cnn, SelYear, currentHead(), {*id, text, typedRates()}, *m_natures);
     m_items->saved(QString::number(*id), itemNoColumn);
 }
 
@@ -339,7 +345,7 @@ void frmfbtmas::CMDDELETEDED_CLICK()
 {
     ErrorTail tail(this, "CMDDELETEDED_CLICK");
     const int id = currentItem();
-    if (IsSeededItem(id) || ExpenseItemInUse(Cnn, SelYear, id))
+    if (IsSeededItem(id) || ExpenseItemInUse(Cnn, SelYear, id).value_or(true))
         return;
     if (!askDelete("Do you want to Delete Selected Item?"))
         return;

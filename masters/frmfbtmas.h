@@ -4,6 +4,7 @@
 #include "masters/naturelist.h"
 
 #include <memory>
+#include <optional>
 
 class ListEdit;
 
@@ -63,7 +64,7 @@ private:
     std::unique_ptr<Ui::frmfbtmas> ui;
     ListEdit *m_heads;
     ListEdit *m_items;
-    QVector<Nature> m_natures; // of the item level, one rate column each
+    std::optional<QVector<Nature>> m_natures; // of the item level, one rate column each; none after a fault
     int SelYear = 0;
     bool m_rateTyped = false;   // the edit that ends changed the rate
     bool m_enterInRate = false; // it ends by Enter

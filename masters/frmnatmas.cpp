@@ -65,7 +65,8 @@ bool frmnatmas::FORM_KEYPRESS(int asciiKey)
 void frmnatmas::LOADGRID()
 {
     ErrorTail tail(this, "LOADGRID");
-    for (const Nature &nature : Natures(Cnn))
+    const auto natures = Natures(Cnn);
+    for (const Nature &nature : natures.value_or(QVector<Nature>()))
         ui->vsf->AddItem({QString(), nature.text, QString::number(nature.srNo)});
 }
 
@@ -114,7 +115,7 @@ void frmnatmas::CMDDELETE_CLICK()
 {
     ErrorTail tail(this, "CMDDELETE_CLICK");
     const int srNo = currentSrNo();
-    if (IsSeededNature(srNo) || NatureInUse(Cnn, srNo))
+    if (IsSeededNature(srNo) || NatureInUse(Cnn, srNo).value_or(true))
         return;
     if (MsgBox(this, "Do you want to Delete Selected Item?", Buttons::YesNo, Icon::Question, {}, 2) != Reply::Yes)
         return;

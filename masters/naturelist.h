@@ -21,8 +21,9 @@ constexpr bool IsSeededNature(int srNo)
     return srNo <= 7;
 }
 
-/// All natures in the order of their numbers.
-QVector<Nature> Natures(Connection *cnn);
+/// All natures in the order of their numbers. Without a value after a fault: what is kept for each nature, such as the
+/// rates of an expense, can then neither be shown nor saved.
+std::optional<QVector<Nature>> Natures(Connection *cnn);
 
 /// Whether another nature than `srNo` (0: any nature) has the text, as the database compares texts. Without a value when
 /// the question could not be asked: the text then cannot be saved either.
@@ -35,7 +36,8 @@ std::optional<int> NextNatureNo(Connection *cnn);
 void SaveNature(Connection *cnn, const Nature &nature);
 
 /// Whether a client has the nature, a rate of the base list other than 0 belongs to it, or an expense was entered for it.
-bool NatureInUse(Connection *cnn, int srNo);
+/// Without a value after a fault: the nature then counts as used.
+std::optional<bool> NatureInUse(Connection *cnn, int srNo);
 
 /// Deletes a nature with its rates of the base list. The lists of the years keep theirs, which no client can reach.
 void DeleteNature(Connection *cnn, int srNo);

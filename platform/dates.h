@@ -20,6 +20,10 @@ QString DateText(const QDate &date);
 /// one-digit day and month; two-digit years 00-29 are 20xx, 30-99 are 19xx.
 QString ConvertTypedDate(QStringView text);
 
+/// The first and the last assessment year of the module, by their first calendar years.
+constexpr int firstAssessmentYear = 2006;
+constexpr int lastAssessmentYear = 2010;
+
 /// "2006-07" for 2006: an assessment year by its first calendar year.
 QString YearLabel(int year);
 

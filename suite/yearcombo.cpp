@@ -6,9 +6,7 @@
 
 void LoadYears(QComboBox *combo, int year)
 {
-    constexpr int firstYear = 2006;
-    constexpr int lastYear = 2010;
-    for (int each = firstYear; each <= lastYear; ++each)
+    for (int each = firstAssessmentYear; each <= lastAssessmentYear; ++each)
         combo->addItem(YearLabel(each), each);
     const int found = combo->findData(year);
     combo->setCurrentIndex(found >= 0 ? found : combo->count() - 1);

@@ -28,6 +28,8 @@ private slots:
     void headerShowsTheOrder();
     void typedEditIsValidatedAndTold();
     void refusedEditStaysOpen();
+    void finishesAnEditWithoutTheFocus();
+    void stretchesOnlyWhileThereIsRoom();
     void escapeDropsEdit();
     void goesWithAnEditorOpen();
     void listCellStoresId();
@@ -261,6 +263,42 @@ void TestGrid::refusedEditStaysOpen()
     QCOMPARE(m_grid->Row(), 3);
     QCOMPARE(edits.size(), 1);
     QCOMPARE(asked, 3);
+}
+
+void TestGrid::finishesAnEditWithoutTheFocus()
+{
+    QVERIFY(m_grid->finishEdit()); // nothing to finish
+    m_grid->setEditable([](int, int) { return true; });
+    m_grid->setValidateEdit([](int, int, QString &text) { return text != "bad"; });
+    const QSignalSpy edits(m_grid.get(), &Grid::afterEdit);
+    m_grid->setCell(1, 2);
+    QVERIFY(m_grid->EditCell());
+    QTest::keyClicks(editor<QLineEdit>(), "bad");
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+    QVERIFY(!m_grid->finishEdit());
+    QVERIFY(m_grid->isEditing());
+    QCOMPARE(m_grid->window()->focusWidget(), editor<QLineEdit>());
+    QCOMPARE(m_grid->TextMatrix(1, 2), QString("10"));
+    editor<QLineEdit>()->setText("77");
+    QVERIFY(m_grid->finishEdit());
+    QVERIFY(!m_grid->isEditing());
+    QCOMPARE(m_grid->TextMatrix(1, 2), QString("77"));
+    QCOMPARE(edits.size(), 1);
+}
+
+void TestGrid::stretchesOnlyWhileThereIsRoom()
+{
+    m_grid->setStretchCol(1, 150);
+    m_grid->setColWidth(0, 50);
+    m_grid->setColWidth(2, 100);
+    for (const int width : {600, 240, 601}) {
+        m_grid->resize(width, 300);
+        QCoreApplication::processEvents();
+        QCOMPARE(m_grid->ColWidth(1), std::max(150, m_grid->viewport()->width() - 150));
+    }
 }
 
 void TestGrid::escapeDropsEdit()

@@ -117,6 +117,7 @@ private slots:
         QCOMPARE(m_screen->vsf->Row(), 1);
         QVERIFY(browsing());
         QVERIFY(m_screen->add->hasFocus());
+        QVERIFY(!m_screen->list->Adding());
     }
 
     void modifiesAndGoesBackToTheRow()
@@ -146,6 +147,7 @@ private slots:
         m_screen->cancel->click();
         QCOMPARE(m_screen->field->text(), QString("BETA"));
         QVERIFY(begin->hasFocus());
+        QVERIFY(!m_screen->list->Adding());
     }
 
     void escapeAsksInAnEditAndClosesWhileBrowsing()

@@ -144,11 +144,66 @@ private slots:
     {
         m_user->open();
         Grid *vsf = m_user->grid("vsf");
-        vsf->setFocus();
-        QVERIFY(!vsf->isEditing());
+        m_user->find<QComboBox>("Combo4")->setFocus();
+        m_user->key(Qt::Key_Tab);
+        QTRY_VERIFY(vsf->isEditing());
         m_user->key(Qt::Key_Down);
-        QVERIFY(vsf->isEditing());
+        QTRY_VERIFY(vsf->isEditing());
         QCOMPARE(vsf->Row(), 2);
+        m_user->key(Qt::Key_Return); // the cell is done with, and stays so
+        QCoreApplication::processEvents();
+        QVERIFY(!vsf->isEditing());
+        Grid *vsf1 = m_user->grid("vsf1");
+        QTest::mouseClick(vsf1->viewport(), Qt::LeftButton, {}, vsf1->visualRect(vsf1->currentIndex()).center());
+        QTRY_VERIFY(vsf1->isEditing());
+    }
+
+    void anArrowDoesNotLeaveABadDate()
+    {
+        openYear("2008-09");
+        Grid *vsf = m_user->grid("vsf");
+        vsf->setFocus();
+        QTRY_VERIFY(vsf->isEditing());
+        QTest::keyClicks(QApplication::focusWidget(), "01/01/2001");
+        m_user->key(Qt::Key_Down);
+        QCOMPARE(m_user->said(), QStringList("Date should be between 01/04/2008 and 31/03/2009"));
+        QVERIFY(vsf->isEditing());
+        QCOMPARE(vsf->Row(), 1);
+    }
+
+    void aClickDoesNotLeaveABadDate()
+    {
+        openYear("2008-09");
+        Grid *vsf = m_user->grid("vsf");
+        vsf->setFocus();
+        QTRY_VERIFY(vsf->isEditing());
+        QTest::keyClicks(QApplication::focusWidget(), "01/01/2001");
+        m_user->statements.clear();
+        m_user->click("cmdsave");
+        QCOMPARE(m_user->said(), QStringList("Date should be between 01/04/2008 and 31/03/2009")); // once
+        QVERIFY(vsf->isEditing());
+        QCOMPARE(m_user->statements, QStringList());
+        QTest::keyClicks(QApplication::focusWidget(), "01/10/2008");
+        m_user->key(Qt::Key_Return);
+        QCoreApplication::processEvents();
+        QVERIFY(!vsf->isEditing());
+        QCOMPARE(vsf->TextMatrix(1, 2), QString("01/10/2008"));
+    }
+
+    void aMissingDateIsAskedFor()
+    {
+        QVERIFY(Cnn->Execute("Update DueDt_Master Set DueDt='' Where AssYear=2008 and StatC=4"));
+        openYear("2008-09");
+        QCOMPARE(editableColumns("vsf", 3), QList<int>({2, 3}));
+        m_user->click("cmdsave");
+        QCOMPARE(m_user->said(), QStringList("Please Specify Due Date."));
+        QVERIFY(m_user->grid("vsf")->isEditing());
+        QTest::keyClicks(QApplication::focusWidget(), "30/09/2008");
+        m_user->key(Qt::Key_Return);
+        m_user->click("cmdsave");
+        QCOMPARE(m_user->said(), QStringList());
+        QCOMPARE(m_user->module.rows("Select DueDt from DueDt_Master Where AssYear=2008 and StatC=4"),
+                 QStringList("30/09/2008"));
     }
 
     void savesWhatItShows_data()
@@ -274,6 +329,21 @@ private slots:
         m_user->find<QAbstractButton>("cmdsave")->click();
         QCOMPARE(m_user->said(), QStringList("Date should be between 01/04/2008 and 31/03/2009"));
         QVERIFY(vsf->isEditing());
+
+        // Behind another window, where no control gets or loses the focus.
+        QWidget other;
+        other.show();
+        other.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&other));
+        m_user->find<QAbstractButton>("cmdsave")->click();
+        QCOMPARE(m_user->said(), QStringList("Date should be between 01/04/2008 and 31/03/2009"));
+        QVERIFY(vsf->isEditing());
+        vsf->viewport()->findChild<QLineEdit *>()->setText("01/01/2009");
+        m_user->find<QAbstractButton>("cmdsave")->click();
+        QVERIFY(!vsf->isEditing());
+        QCOMPARE(m_user->focus(), QString("vsf"));
+        QCOMPARE(m_user->module.rows("Select RevDueDt from DueDt_Master Where AssYear=2008 and StatC=2"),
+                 QStringList("01/01/2009"));
     }
 
     void anApostropheLosesTheYear()
@@ -335,11 +405,11 @@ private:
         qobject_cast<QLineEdit *>(QApplication::focusWidget())->setText(text);
         m_user->key(Qt::Key_Return);
     }
-    QList<int> editableColumns(const QString &grid) const
+    QList<int> editableColumns(const QString &grid, int row = 1) const
     {
         QList<int> columns;
         for (int col = 0; col < m_user->grid(grid)->Cols(); ++col) {
-            if (m_user->grid(grid)->gridModel()->isEditable(1, col))
+            if (m_user->grid(grid)->gridModel()->isEditable(row, col))
                 columns << col;
         }
         return columns;

@@ -344,6 +344,86 @@ private slots:
         QVERIFY(m_user->enabled("cmdaddded"));
     }
 
+    void ratesStayWithoutTheNatures_data()
+    {
+        QTest::addColumn<bool>("opened"); // the items are on the screen before the list cannot be read
+        QTest::newRow("before the items are shown") << false;
+        QTest::newRow("behind a save") << true;
+    }
+    void ratesStayWithoutTheNatures()
+    {
+        QFETCH(bool, opened);
+        const QStringList rates = m_user->module.rows("Select * from FBT_ExpRate2008 Where SrNo=18");
+        openYear("2008-09");
+        selectHead(5);
+        if (opened) {
+            m_user->click("cmdpaydet");
+            selectItem(18);
+            m_user->click("cmdmodifyded");
+        }
+        QVERIFY(Cnn->Execute("Rename Table FBT_Nature to Away"));
+        m_user->click(opened ? "cmdupdateded" : "cmdpaydet");
+        for (const QString button : {"cmdaddded", "cmdmodifyded"})
+            m_user->click(button);
+        QVERIFY(Cnn->Execute("Rename Table Away to FBT_Nature"));
+        QVERIFY(!m_user->enabled("Frame4"));
+        QCOMPARE(m_user->find<QWidget>("Frame3")->isVisible(), opened);
+        QCOMPARE(m_user->module.rows("Select * from FBT_ExpRate2008 Where SrNo=18"), rates);
+        QCOMPARE(m_user->module.logLines().size(), 1);
+    }
+
+    void whatCannotBeAskedCountsAsUsed()
+    {
+        openYear("2008-09");
+        selectHead(21);
+        QVERIFY(Cnn->Execute("Rename Table FBT_Detail to Away"));
+        m_user->user.answer(Reply::Yes);
+        m_user->click("cmddeletech");
+        m_user->click("cmdpaydet");
+        m_user->click("cmddeleteded");
+        QVERIFY(Cnn->Execute("Rename Table Away to FBT_Detail"));
+        QCOMPARE(m_user->said(), QStringList());
+        QCOMPARE(m_user->module.rows("Select HeadId from FBT_Head2008 Where HeadId=21").size(), 1);
+        QCOMPARE(m_user->module.rows("Select SrNo from FBT_ExpHead2008 Where SrNo=135").size(), 1);
+        QCOMPARE(m_user->module.logLines().size(), 2);
+    }
+
+    void theYearStaysDuringAnEdit()
+    {
+        openYear("2008-09");
+        m_user->click("cmdaddch");
+        QVERIFY(!m_user->enabled("Combo4"));
+        m_user->click("cmdcancelch");
+        QVERIFY(m_user->enabled("Combo4"));
+    }
+
+    void noTwoMnemonicsAreTheSame_data()
+    {
+        QTest::addColumn<bool>("items");
+        QTest::newRow("heads") << false;
+        QTest::newRow("items") << true;
+    }
+    void noTwoMnemonicsAreTheSame()
+    {
+        QFETCH(bool, items);
+        openYear("2008-09");
+        if (items)
+            m_user->click("cmdpaydet");
+        QStringList texts;
+        for (const auto *button : m_user->screen->findChildren<QAbstractButton *>())
+            texts << (button->isVisible() ? button->text() : QString());
+        for (const auto *label : m_user->screen->findChildren<QLabel *>())
+            texts << (label->isVisible() && label->buddy() ? label->text() : QString());
+        QStringList keys;
+        for (const QString &text : texts) {
+            if (!text.isEmpty())
+                keys << QKeySequence::mnemonic(text).toString();
+        }
+        QCOMPARE(keys.size(), items ? 8 : 10);
+        QVERIFY(!keys.contains(QString()));
+        QCOMPARE(keys.removeDuplicates(), 0);
+    }
+
     void escapeGoesBackLevelByLevel()
     {
         openItems("2008-09", 5);

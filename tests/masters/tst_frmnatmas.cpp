@@ -163,6 +163,25 @@ private slots:
         QCOMPARE(m_user->module.rows("Select * from FBT_ExpRate2008"), yearly);
     }
 
+    void whatCannotBeAskedCountsAsUsed_data()
+    {
+        QTest::addColumn<QString>("table");
+        for (const char *table : {"FBT_Info", "FBT_ExpRate", "FBT_Detail"})
+            QTest::newRow(table) << table;
+    }
+    void whatCannotBeAskedCountsAsUsed()
+    {
+        QFETCH(QString, table);
+        Cnn->Execute("Insert into FBT_Nature Values (8,'Shipping')");
+        m_user->open();
+        QVERIFY(Cnn->Execute("Rename Table " + table + " to Away"));
+        deleteRow(8);
+        QVERIFY(Cnn->Execute("Rename Table Away to " + table));
+        QCOMPARE(m_user->said(), QStringList());
+        QCOMPARE(natures("SrNo>7").size(), 1);
+        QCOMPARE(m_user->module.logLines().size(), 1);
+    }
+
     void aSortKeepsTheRecord()
     {
         m_user->open();
