@@ -592,7 +592,8 @@ int Grid::onlyCheckCol() const
 
 void Grid::mousePressEvent(QMouseEvent *event)
 {
-    if (isEditing()) // its text was refused, so it keeps the focus
+    // An open editor whose text was refused keeps the focus; a click beside the rows would unmark the current one.
+    if (isEditing() || !indexAt(event->position().toPoint()).isValid())
         event->accept();
     else
         QTableView::mousePressEvent(event);

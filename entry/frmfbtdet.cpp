@@ -89,7 +89,8 @@ void frmfbtdet::setUpGrid()
     const int widths[] = {50, 210, 300, 60, 120, 130};
     for (int col = 0; col < srNoColumn; ++col)
         vsf2->setColWidth(col, widths[col]);
-    vsf2->setStretchCol(expenseColumn);
+    constexpr int leastExpenseWidth = 160;
+    vsf2->setStretchCol(expenseColumn, leastExpenseWidth);
 }
 
 void frmfbtdet::connectButtons()
