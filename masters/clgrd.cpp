@@ -181,6 +181,13 @@ void ClGrd::placeBoxes()
     }
 }
 
+// The grid's parts still signal while they go, behind this part of the object.
+ClGrd::~ClGrd()
+{
+    for (const QWidget *part : findChildren<QWidget *>())
+        part->disconnect(this);
+}
+
 QString ClGrd::TextMatrix(int row, int col) const
 {
     ErrorTail tail(controlName(), QStringLiteral("GET TEXTMATRIX"));

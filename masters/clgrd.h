@@ -20,6 +20,7 @@ class ClGrd : public QWidget
 
 public:
     explicit ClGrd(QWidget *parent = nullptr);
+    ~ClGrd() override;
 
     /// The text of a cell; row 0 holds the captions. Outside the grid a logged fault and the empty text.
     [[nodiscard]] QString TextMatrix(int row, int col) const;

@@ -58,7 +58,12 @@ RowPanel::RowPanel(std::vector<FieldGroup> groups, int columns, PanelRules rules
     wireEnabling();
 }
 
-RowPanel::~RowPanel() = default;
+// A control that loses the focus as it goes must not ask its field, which is gone before it.
+RowPanel::~RowPanel()
+{
+    for (const QWidget *control : findChildren<QWidget *>())
+        control->disconnect();
+}
 
 QWidget *RowPanel::makeGroup(const FieldGroup &group)
 {

@@ -223,13 +223,15 @@ private slots:
                      "seq_1_to_80000"); // 24 MB
         QTemporaryDir folder;
         QString file;
-        const long start = peakMemory();
+        [[maybe_unused]] const long start = peakMemory();
         QCOMPARE(BackUpToFolder(Cnn, folder.path(), file, silent), Trouble());
         QFile backup(file);
         QVERIFY(backup.open(QIODevice::ReadOnly));
         QCOMPARE(RestoreBackup(Cnn, backup, silent), Trouble());
         QCOMPARE(suite.module.rows("Select Count(*) from FBT_Info"), QStringList({"80000"}));
+#ifndef __SANITIZE_ADDRESS__ // which holds back what is freed, so that the peak tells nothing
         QVERIFY2(peakMemory() - start < 12 * 1024, qPrintable(QString::number(peakMemory() - start)));
+#endif
     }
 
     void userBacksUpAndRestores()
