@@ -61,7 +61,7 @@ void ScreenStack::push(Screen *screen)
 
 void ScreenStack::remove(Screen *screen)
 {
-    QScrollArea *page = pageOf(screen);
+    QScrollArea *page = screen ? pageOf(screen) : nullptr;
     if (!page)
         return;
     const bool wasTop = screen == top();
