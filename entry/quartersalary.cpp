@@ -2,6 +2,7 @@
 
 #include "frame/context/modbase.h"
 #include "platform/recordset.h"
+#include "platform/write.h"
 
 #include <algorithm>
 #include <cmath>
@@ -26,9 +27,8 @@ void setSalary(QuarterSalary &salary, const std::vector<Nature> &natures, int na
 
 void insertSalary(const ClientYear &client, int quarter, int natId, double amount)
 {
-    Cnn->Execute(Sql("Insert into FBT_SalDet Values ('", client.code, "',", client.year, ",", quarter, ",", natId, ",",
-                     amount, ")"));
-    Cnn->Execute(QStringLiteral("Flush Tables"));
+    Write(Cnn, Sql("Insert into FBT_SalDet Values ('", client.code, "',", client.year, ",", quarter, ",", natId, ",",
+                   amount, ")"));
 }
 
 } // namespace
@@ -57,8 +57,7 @@ QuarterSalary ReadSalary(const ClientYear &client, int quarter, const std::vecto
 
 void SaveSalary(const ClientYear &client, int quarter, const std::vector<Nature> &natures, const QuarterSalary &salary)
 {
-    Cnn->Execute(Sql("Delete from FBT_SalDet Where ", salaryCondition(client, quarter)));
-    Cnn->Execute(QStringLiteral("Flush Tables"));
+    Write(Cnn, Sql("Delete from FBT_SalDet Where ", salaryCondition(client, quarter)));
     for (std::size_t i = 0; i < natures.size(); ++i)
         insertSalary(client, quarter, natures[i].srNo, salary.ofNatures[i]);
     insertSalary(client, quarter, consolidatedNature, salary.total);

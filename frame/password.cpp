@@ -3,6 +3,7 @@
 #include "frame/context/errortail.h"
 #include "frame/context/modbase.h"
 #include "platform/recordset.h"
+#include "platform/write.h"
 
 #include <algorithm>
 
@@ -63,8 +64,6 @@ void StorePassword(const QString &plain)
 {
     const QString scrambled = ScramblePassword(plain);
     AdminPassword = plain;
-    Cnn->Execute("Delete from TableMP");
-    Cnn->Execute("Flush Tables");
-    Cnn->Execute(Sql("Insert into TableMP Values('", scrambled, "')"));
-    Cnn->Execute("Flush Tables");
+    Write(Cnn, "Delete from TableMP");
+    Write(Cnn, Sql("Insert into TableMP Values('", scrambled, "')"));
 }
