@@ -2,7 +2,7 @@
 
 #include "calc/employees.h"
 #include "calc/modfbtcalc.h"
-#include "frame/context/modbase.h"
+#include "context/modbase.h"
 #include "platform/recordset.h"
 
 void TakeClientYear(const QString &code, int year)

@@ -2,8 +2,8 @@
 
 #include "calc/expenserows.h"
 #include "calc/sharing.h"
-#include "frame/context/errortail.h"
-#include "frame/context/modbase.h"
+#include "context/errortail.h"
+#include "context/modbase.h"
 #include "platform/recordset.h"
 #include "platform/text.h"
 

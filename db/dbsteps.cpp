@@ -1,6 +1,6 @@
 #include "db/dbsteps.h"
 
-#include "frame/context/errortail.h"
+#include "context/errortail.h"
 #include "platform/connection.h"
 #include "platform/recordset.h"
 

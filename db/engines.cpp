@@ -1,9 +1,9 @@
 #include "db/engines.h"
 
+#include "context/errortail.h"
 #include "db/dbsteps.h"
 #include "db/schema.h"
 #include "db/yearlymasters.h"
-#include "frame/context/errortail.h"
 #include "platform/recordset.h"
 
 #include <QStringList>

@@ -1,8 +1,8 @@
 #include "db/frmupdatedb.h"
 
+#include "context/errortail.h"
+#include "context/modbase.h"
 #include "db/updater.h"
-#include "frame/context/errortail.h"
-#include "frame/context/modbase.h"
 #include "ui_frmupdatedb.h"
 
 #include <QCoreApplication>

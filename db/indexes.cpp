@@ -1,8 +1,8 @@
 #include "db/indexes.h"
 
+#include "context/errortail.h"
 #include "db/dbsteps.h"
 #include "db/yearlymasters.h"
-#include "frame/context/errortail.h"
 #include "platform/connection.h"
 #include "platform/recordset.h"
 

@@ -1,5 +1,6 @@
 #include "db/updater.h"
 
+#include "context/errortail.h"
 #include "db/clientsteps.h"
 #include "db/dbsteps.h"
 #include "db/engines.h"
@@ -7,9 +8,8 @@
 #include "db/schema.h"
 #include "db/seed.h"
 #include "db/yearlymasters.h"
-#include "frame/context/errortail.h"
 #include "platform/connection.h"
-#include "suite/updatemark.h"
+#include "records/updatemark.h"
 
 #include <algorithm>
 

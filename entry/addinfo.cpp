@@ -2,9 +2,9 @@
 
 #include "calc/employees.h"
 #include "calc/modfbtcalc.h"
+#include "context/errortail.h"
+#include "context/modbase.h"
 #include "entry/detailrows.h"
-#include "frame/context/errortail.h"
-#include "frame/context/modbase.h"
 #include "platform/recordset.h"
 
 #include <QStringList>

@@ -1,7 +1,7 @@
 #include "entry/consolidated.h"
 
 #include "calc/sharing.h"
-#include "frame/context/modbase.h"
+#include "context/modbase.h"
 #include "platform/recordset.h"
 
 #include <QHash>

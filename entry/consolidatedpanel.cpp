@@ -2,9 +2,9 @@
 #include "ui_consolidatedpanel.h"
 
 #include "calc/modfbtcalc.h"
+#include "context/errortail.h"
+#include "context/modbase.h"
 #include "controls/msgbox.h"
-#include "frame/context/errortail.h"
-#include "frame/context/modbase.h"
 #include "platform/text.h"
 
 #include <QSignalBlocker>

@@ -1,6 +1,6 @@
 #include "entry/detailrows.h"
 
-#include "frame/context/modbase.h"
+#include "context/modbase.h"
 #include "platform/nextnumber.h"
 #include "platform/recordset.h"
 

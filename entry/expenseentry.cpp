@@ -1,9 +1,9 @@
 #include "entry/expenseentry.h"
 
+#include "context/errortail.h"
+#include "context/modbase.h"
 #include "controls/screen.h"
 #include "entry/expenselists.h"
-#include "frame/context/errortail.h"
-#include "frame/context/modbase.h"
 
 #include <QPalette>
 

@@ -1,7 +1,7 @@
 #include "entry/expenselists.h"
 
+#include "context/modbase.h"
 #include "controls/grid.h"
-#include "frame/context/modbase.h"
 #include "platform/recordset.h"
 
 #include <algorithm>

@@ -1,6 +1,8 @@
 #include "entry/frmannualfbt.h"
 #include "ui_frmannualfbt.h"
 
+#include "context/errortail.h"
+#include "context/modbase.h"
 #include "controls/listedit.h"
 #include "controls/matchlist.h"
 #include "controls/uiarray.h"
@@ -8,8 +10,6 @@
 #include "entry/expenseentry.h"
 #include "entry/expenselists.h"
 #include "entry/figures.h"
-#include "frame/context/errortail.h"
-#include "frame/context/modbase.h"
 #include "platform/text.h"
 
 #include <algorithm>

@@ -2,6 +2,8 @@
 #include "ui_frmfbtdet.h"
 
 #include "calc/modfbtcalc.h"
+#include "context/errortail.h"
+#include "context/modbase.h"
 #include "controls/listedit.h"
 #include "controls/matchlist.h"
 #include "controls/uiarray.h"
@@ -11,8 +13,6 @@
 #include "entry/expenseentry.h"
 #include "entry/expenselists.h"
 #include "entry/frmannualfbt.h"
-#include "frame/context/errortail.h"
-#include "frame/context/modbase.h"
 #include "platform/text.h"
 
 #include <QSignalBlocker>

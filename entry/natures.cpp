@@ -1,7 +1,7 @@
 #include "entry/natures.h"
 
+#include "context/modbase.h"
 #include "controls/screen.h"
-#include "frame/context/modbase.h"
 #include "platform/recordset.h"
 
 #include <QComboBox>

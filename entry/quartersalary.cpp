@@ -1,6 +1,6 @@
 #include "entry/quartersalary.h"
 
-#include "frame/context/modbase.h"
+#include "context/modbase.h"
 #include "platform/recordset.h"
 #include "platform/write.h"
 

@@ -1,7 +1,7 @@
 #include "frame/clsmain.h"
 
+#include "context/errortail.h"
 #include "controls/msgbox.h"
-#include "frame/context/errortail.h"
 #include "frame/frmmain.h"
 #include "platform/connection.h"
 

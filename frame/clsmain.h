@@ -1,6 +1,6 @@
 #pragma once
 
-#include "frame/context/modbase.h"
+#include "context/modbase.h"
 
 #include <QPointer>
 #include <QString>

@@ -1,7 +1,7 @@
 #include "frame/frmLogin.h"
 
-#include "frame/context/errortail.h"
-#include "frame/context/modbase.h"
+#include "context/errortail.h"
+#include "context/modbase.h"
 #include "ui_frmLogin.h"
 
 frmLogin::frmLogin(QWidget *parent)

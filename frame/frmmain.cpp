@@ -1,20 +1,20 @@
 #include "frame/frmmain.h"
 
+#include "context/errortail.h"
+#include "context/modbase.h"
 #include "controls/pelkbtn.h"
 #include "db/frmupdatedb.h"
-#include "frame/context/errortail.h"
-#include "frame/context/modbase.h"
 #include "frame/frmLogin.h"
 #include "frame/frmsbase.h"
 #include "frame/frmsettings.h"
 #include "frame/password.h"
+#include "host/siblings.h"
 #include "masters/frmclinfo.h"
 #include "masters/frmduedts.h"
 #include "masters/frmfbtmas.h"
 #include "masters/frmnatmas.h"
 #include "platform/clock.h"
 #include "platform/connection.h"
-#include "suite/siblings.h"
 #include "ui_frmmain.h"
 
 #include <QLocale>

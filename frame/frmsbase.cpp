@@ -1,8 +1,8 @@
 #include "frame/frmsbase.h"
 
+#include "context/errortail.h"
+#include "context/modbase.h"
 #include "entry/frmfbtdet.h"
-#include "frame/context/errortail.h"
-#include "frame/context/modbase.h"
 #include "frame/selection.h"
 #include "ui_frmsbase.h"
 

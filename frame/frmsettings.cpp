@@ -1,7 +1,7 @@
 #include "frame/frmsettings.h"
 
-#include "frame/context/errortail.h"
-#include "frame/context/modbase.h"
+#include "context/errortail.h"
+#include "context/modbase.h"
 #include "frame/password.h"
 #include "platform/text.h"
 #include "ui_frmsettings.h"

@@ -1,7 +1,7 @@
 #include "frame/password.h"
 
-#include "frame/context/errortail.h"
-#include "frame/context/modbase.h"
+#include "context/errortail.h"
+#include "context/modbase.h"
 #include "platform/recordset.h"
 #include "platform/write.h"
 

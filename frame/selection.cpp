@@ -1,7 +1,7 @@
 #include "frame/selection.h"
 
 #include "calc/clientyear.h"
-#include "frame/context/modbase.h"
+#include "context/modbase.h"
 #include "platform/clock.h"
 #include "platform/dates.h"
 #include "platform/text.h"

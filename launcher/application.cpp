@@ -1,7 +1,7 @@
 #include "launcher/application.h"
 
-#include "frame/context/errortail.h"
-#include "frame/context/modbase.h"
+#include "context/errortail.h"
+#include "context/modbase.h"
 
 #include <QSocketNotifier>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "launcher/privateserver.h"
 #include "launcher/settings.h"
 #include "platform/connection.h"
+#include "server/privateserver.h"
 
 #include <memory>
 

@@ -1,10 +1,11 @@
 #include "launcher/launch.h"
+#include "suite/registersuite.h"
 
 #include "controls/screen.h"
+#include "host/baseobject.h"
 #include "launcher/application.h"
 #include "launcher/program.h"
 #include "launcher/samplerun.h"
-#include "suite/baseobject.h"
 
 #include <QDir>
 #include <QSettings>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "suite/objecttable.h"
+#include "host/objecttable.h"
 
 #include <QLibrary>
 #include <QString>

@@ -1,11 +1,12 @@
 #include "launcher/program.h"
+#include "suite/registersuite.h"
 
 #include "controls/screen.h"
 #include "frame/clsmain.h"
+#include "host/mainobject.h"
 #include "launcher/delivered.h"
 #include "launcher/returnfigures.h"
 #include "masters/clientstatus.h"
-#include "suite/mainobject.h"
 
 #include <QDir>
 

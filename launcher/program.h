@@ -1,10 +1,10 @@
 #pragma once
 
+#include "host/suitecontext.h"
 #include "launcher/database.h"
 #include "launcher/mainwindow.h"
 #include "launcher/modulelibrary.h"
 #include "launcher/settings.h"
-#include "suite/suitecontext.h"
 
 #include <memory>
 

@@ -2,7 +2,7 @@
 
 #include "calc/clientyear.h"
 #include "calc/modfbtcalc.h"
-#include "frame/context/modbase.h"
+#include "context/modbase.h"
 #include "platform/recordset.h"
 
 ReturnFigures FiguresOfReturn(const QString &code, int year)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "suite/suitecontext.h"
+#include "host/suitecontext.h"
 
 /// Computes a client's year for the return register. The client and year in hand stay as they are.
 /// The balance is the tax with surcharge and cesses less what was paid of them; interest and penalties do not count.

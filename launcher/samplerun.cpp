@@ -2,9 +2,9 @@
 
 #include "calc/clientyear.h"
 #include "calc/modfbtcalc.h"
+#include "context/errortail.h"
+#include "context/modbase.h"
 #include "db/updater.h"
-#include "frame/context/errortail.h"
-#include "frame/context/modbase.h"
 #include "launcher/sampleloader.h"
 #include "launcher/samplereader.h"
 #include "launcher/samplereport.h"

@@ -1,6 +1,6 @@
 #include "launcher/settings.h"
 
-#include "suite/settingsfile.h"
+#include "platform/settingsfile.h"
 
 #include <QFileInfo>
 #include <QRegularExpression>

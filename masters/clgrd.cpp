@@ -1,8 +1,8 @@
 #include "masters/clgrd.h"
 
+#include "context/errortail.h"
+#include "context/modbase.h"
 #include "controls/grid.h"
-#include "frame/context/errortail.h"
-#include "frame/context/modbase.h"
 #include "masters/clientrecord.h"
 #include "masters/clientstatus.h"
 #include "platform/recordset.h"

@@ -1,10 +1,10 @@
 #include "masters/frmclinfo.h"
 
+#include "context/errortail.h"
+#include "context/modbase.h"
 #include "controls/incremental.h"
 #include "controls/matchlist.h"
 #include "controls/uiarray.h"
-#include "frame/context/errortail.h"
-#include "frame/context/modbase.h"
 #include "masters/clientimport.h"
 #include "masters/clientstatus.h"
 #include "platform/recordset.h"

@@ -1,13 +1,13 @@
 #include "masters/frmduedts.h"
 #include "ui_frmduedts.h"
 
-#include "frame/context/errortail.h"
-#include "frame/context/modbase.h"
+#include "context/errortail.h"
+#include "context/modbase.h"
+#include "controls/yearcombo.h"
 #include "masters/duedatestore.h"
 #include "masters/duedatewindows.h"
 #include "masters/gridlook.h"
 #include "platform/dates.h"
-#include "suite/yearcombo.h"
 
 #include <QSignalBlocker>
 

@@ -1,14 +1,14 @@
 #include "masters/frmfbtmas.h"
 #include "ui_frmfbtmas.h"
 
+#include "context/errortail.h"
+#include "context/modbase.h"
 #include "controls/listedit.h"
-#include "frame/context/errortail.h"
-#include "frame/context/modbase.h"
+#include "controls/yearcombo.h"
 #include "masters/expenselaw.h"
 #include "masters/gridlook.h"
 #include "platform/dates.h"
 #include "platform/text.h"
-#include "suite/yearcombo.h"
 
 #include <QSignalBlocker>
 

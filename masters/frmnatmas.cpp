@@ -1,9 +1,9 @@
 #include "masters/frmnatmas.h"
 #include "ui_frmnatmas.h"
 
+#include "context/errortail.h"
+#include "context/modbase.h"
 #include "controls/listedit.h"
-#include "frame/context/errortail.h"
-#include "frame/context/modbase.h"
 #include "masters/gridlook.h"
 #include "masters/naturelist.h"
 #include "platform/text.h"

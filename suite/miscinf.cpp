@@ -1,6 +1,6 @@
 #include "suite/miscinf.h"
 
-#include "suite/frmmiscinf.h"
+#include "suite/clientinfo/frmmiscinf.h"
 
 #include <QApplication>
 

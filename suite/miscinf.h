@@ -1,7 +1,7 @@
 #pragma once
 
-#include "suite/siblings.h"
-#include "suite/suitecontext.h"
+#include "host/siblings.h"
+#include "host/suitecontext.h"
 #include "suite/wexabase.h"
 
 /// Miscellaneous information of a client and year. It has a base object of its own, since it is made and used apart

@@ -1,7 +1,9 @@
+#include "suite/registersuite.h"
+
+#include "host/objecttable.h"
+#include "host/suitecontext.h"
 #include "suite/miscinf.h"
-#include "suite/objecttable.h"
-#include "suite/repview.h"
-#include "suite/suitecontext.h"
+#include "suite/report/repview.h"
 #include "suite/wexabase.h"
 #include "suite/wexamain.h"
 

@@ -2,13 +2,13 @@
 
 #include "platform/dates.h"
 #include "platform/text.h"
-#include "suite/clientcode.h"
-#include "suite/datacare.h"
-#include "suite/frmaddinfo.h"
-#include "suite/frmbankmas.h"
-#include "suite/frmretreg.h"
+#include "records/clientcode.h"
+#include "suite/clientinfo/frmaddinfo.h"
+#include "suite/clientinfo/frmbankmas.h"
+#include "suite/clientinfo/frmretreg.h"
+#include "suite/clientinfo/suitereports.h"
+#include "suite/datacare/datacare.h"
 #include "suite/statelist.h"
-#include "suite/suitereports.h"
 
 #include <QApplication>
 #include <QComboBox>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "suite/baseobject.h"
-#include "suite/repview.h"
-#include "suite/settingsfile.h"
-#include "suite/suitecontext.h"
+#include "host/baseobject.h"
+#include "host/suitecontext.h"
+#include "platform/settingsfile.h"
+#include "suite/report/repview.h"
 
 /// The suite's base object.
 class WexaBase : public BaseObject

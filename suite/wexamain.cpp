@@ -3,8 +3,8 @@
 #include "controls/msgbox.h"
 #include "platform/connection.h"
 #include "platform/recordset.h"
-#include "suite/clientcode.h"
-#include "suite/updatemark.h"
+#include "records/clientcode.h"
+#include "records/updatemark.h"
 #include "suite/version.h"
 
 #include <QApplication>

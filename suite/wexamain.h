@@ -1,7 +1,7 @@
 #pragma once
 
-#include "suite/mainobject.h"
-#include "suite/suitecontext.h"
+#include "host/mainobject.h"
+#include "host/suitecontext.h"
 
 #include <QLockFile>
 

@@ -1,4 +1,4 @@
-#include "frame/context/errortail.h"
+#include "context/errortail.h"
 #include "tests/support/testmodule.h"
 
 #include <QDir>

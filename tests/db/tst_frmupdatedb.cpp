@@ -1,5 +1,5 @@
+#include "context/modbase.h"
 #include "db/frmupdatedb.h"
-#include "frame/context/modbase.h"
 #include "tests/support/testmodule.h"
 
 #include <QLabel>

@@ -1,11 +1,11 @@
 #include "player.h"
 
-#include "frame/context/modbase.h"
+#include "context/modbase.h"
 #include "launcher/application.h"
 #include "launcher/modulelibrary.h"
 #include "launcher/options.h"
 #include "launcher/program.h"
-#include "suite/repview.h"
+#include "suite/report/repview.h"
 
 #include <QCommandLineParser>
 #include <QFile>

@@ -1,11 +1,11 @@
 #include "player.h"
 
 #include "calc/modfbtcalc.h"
+#include "context/errortail.h"
+#include "context/modbase.h"
 #include "controls.h"
 #include "controls/grid.h"
 #include "controls/screen.h"
-#include "frame/context/errortail.h"
-#include "frame/context/modbase.h"
 #include "platform/clock.h"
 #include "platform/dates.h"
 #include "platform/recordset.h"

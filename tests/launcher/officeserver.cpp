@@ -1,7 +1,7 @@
 #include "officeserver.h"
 
-#include "launcher/privateserver.h"
 #include "platform/recordset.h"
+#include "server/privateserver.h"
 
 #include <QDeadlineTimer>
 #include <QStandardPaths>

@@ -1,5 +1,5 @@
-#include "launcher/privateserver.h"
 #include "platform/recordset.h"
+#include "server/privateserver.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "db/schema.h"
-#include "suite/clientcode.h"
+#include "records/clientcode.h"
 #include "tests/support/employer.h"
 #include "tests/support/testmodule.h"
 

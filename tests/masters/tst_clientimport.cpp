@@ -1,6 +1,6 @@
+#include "context/errortail.h"
 #include "controls/grid.h"
 #include "controls/msgbox.h"
-#include "frame/context/errortail.h"
 #include "masters/clientimport.h"
 #include "masters/frmclinfo.h"
 #include "tests/masters/clientfixture.h"

@@ -1,8 +1,8 @@
-#include "suite/backup.h"
-#include "suite/datacare.h"
-#include "suite/repair.h"
-#include "suite/scratchtables.h"
-#include "suite/updatemark.h"
+#include "records/updatemark.h"
+#include "suite/datacare/backup.h"
+#include "suite/datacare/datacare.h"
+#include "suite/datacare/repair.h"
+#include "suite/datacare/scratchtables.h"
 #include "tests/suite/suitefixture.h"
 
 #include <QBuffer>

@@ -1,8 +1,8 @@
-#include "suite/pageview.h"
-#include "suite/reporthtml.h"
-#include "suite/reportlayout.h"
-#include "suite/reportoutput.h"
-#include "suite/repview.h"
+#include "suite/report/pageview.h"
+#include "suite/report/reporthtml.h"
+#include "suite/report/reportlayout.h"
+#include "suite/report/reportoutput.h"
+#include "suite/report/repview.h"
 
 #include <QFile>
 #include <QImage>

@@ -1,5 +1,5 @@
 #include "controls/msgbox.h"
-#include "suite/updatemark.h"
+#include "records/updatemark.h"
 #include "suite/version.h"
 #include "suite/wexamain.h"
 #include "tests/support/testmodule.h"

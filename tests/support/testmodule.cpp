@@ -1,6 +1,6 @@
 #include "tests/support/testmodule.h"
 
-#include "frame/context/errortail.h"
+#include "context/errortail.h"
 #include "platform/dates.h"
 #include "platform/recordset.h"
 

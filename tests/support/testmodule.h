@@ -1,6 +1,6 @@
 #pragma once
 
-#include "frame/context/modbase.h"
+#include "context/modbase.h"
 #include "tests/support/testserver.h"
 
 /// A base object whose screens only note that they were called; its rules are the real ones.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "launcher/privateserver.h"
+#include "server/privateserver.h"
 
 #include <QTemporaryDir>
 

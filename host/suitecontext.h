@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+class Connection;
+
+/// Computed figures of a client's return, in rupees.
+struct ReturnFigures
+{
+    double tax = 0;     ///< tax with surcharge and cesses
+    double balance = 0; ///< tax less what was paid of it; below 0 a refund
+};
+
+/// What the suite's objects work with. The connections and what the callback captures outlive the objects.
+struct SuiteContext
+{
+    Connection *cnn = nullptr;      ///< the module's database, open
+    Connection *suiteCnn = nullptr; ///< the suite's own database; null when there is none
+    QString appPath;                ///< application folder, without a slash at the end
+    QString tmpPath;                ///< temporary folder
+    QString settingsFile;           ///< the user's settings file
+    QString version;                ///< the program's version, such as "2.10.1"
+    /// The figures of a client's return, for the return register; without it their columns stay empty. The computation
+    /// lies in a room above this one, so it is handed in.
+    std::function<ReturnFigures(const QString &clientCode, int year)> returnFigures;
+    /// The name of a stored `ClStatus`, for the client list; likewise.
+    std::function<QString(int clStatus)> statusName;
+};

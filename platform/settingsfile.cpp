@@ -1,0 +1,15 @@
+#include "platform/settingsfile.h"
+
+#include <QStringList>
+
+QString SettingsFile::value(const QString &section, const QString &key, const QString &defaultValue) const
+{
+    const QVariant found = m_file.value(section + u'/' + key, defaultValue);
+    return found.typeId() == QMetaType::QStringList ? found.toStringList().join(u',') : found.toString();
+}
+
+void SettingsFile::save(const QString &section, const QString &key, const QString &value)
+{
+    m_file.setValue(section + u'/' + key, value);
+    m_file.sync();
+}

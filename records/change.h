@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/connection.h"
+
+#include <functional>
+#include <optional>
+
+/// Statements that change tables and belong together: all of them stay or none. Begun by `ChangeTogether`.
+///
+/// `Flush Tables` would end the transaction, so the flush that follows each write goes out behind the commit.
+class Change
+{
+public:
+    /// Carries out one statement. False after a fault: the whole change is then given up.
+    bool write(const QString &statement);
+
+    /// The number of a new row: the maximum that `query` finds (`Null` counts as 0) plus `step`. Without a value, and the
+    /// change given up, when the query faulted: number 1 would then replace the row that has it.
+    std::optional<int> nextNumber(const QString &query, int step = 1);
+
+    [[nodiscard]] Connection *connection() const { return m_connection; }
+
+private:
+    friend bool ChangeTogether(Connection *, const std::function<bool(Change &)> &);
+    explicit Change(Connection *connection)
+        : m_connection(connection)
+    {
+    }
+    Change(const Change &) = delete;
+    Change &operator=(const Change &) = delete;
+
+    Connection *m_connection;
+    int m_writes = 0;
+    bool m_given = true; // nothing has failed yet
+};
+
+/// Carries out `part` in one transaction. True when all of it was committed. False when a statement faulted, `part`
+/// returned false or the commit failed: then the tables are as before.
+bool ChangeTogether(Connection *connection, const std::function<bool(Change &)> &part);
+
+/// One statement and its flush. True when the statement was carried out.
+bool WriteOne(Connection *connection, const QString &statement);

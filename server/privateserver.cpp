@@ -1,0 +1,344 @@
+#include "server/privateserver.h"
+
+#include "platform/recordset.h"
+
+#include <QCryptographicHash>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QLockFile>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QStorageInfo>
+#include <QTemporaryFile>
+#include <QThread>
+
+#include <csignal>
+#include <pwd.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int patienceMs = 60'000; // a server that recovers after a power cut takes its time
+constexpr int pollMs = 20;
+
+QString userName()
+{
+    const passwd *entry = getpwuid(geteuid());
+    return entry == nullptr ? QString::number(geteuid()) : QString::fromLocal8Bit(entry->pw_name);
+}
+
+bool processLives(qint64 pid)
+{
+    if (pid <= 0 || ::kill(static_cast<pid_t>(pid), 0) != 0)
+        return false;
+    QFile stat(QStringLiteral("/proc/%1/stat").arg(pid));
+    if (!stat.open(QIODevice::ReadOnly))
+        return true; // no such listing on this system: the signal's word counts
+    const QByteArray line = stat.readAll();
+    const qsizetype name = line.lastIndexOf(')');
+    return name < 0 || line.mid(name + 2, 1) != "Z";
+}
+
+template<typename Condition>
+bool waitUntil(Condition condition, int milliseconds = patienceMs)
+{
+    QDeadlineTimer deadline(milliseconds);
+    while (!condition()) {
+        if (deadline.hasExpired())
+            return false;
+        QThread::msleep(pollMs);
+    }
+    return true;
+}
+
+QString lastErrorLine(const QString &path)
+{
+    QFile file(path);
+    QString last;
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        return last;
+    while (!file.atEnd()) {
+        const QString line = QString::fromUtf8(file.readLine()).trimmed();
+        if (line.contains(u"[ERROR]") && !line.contains(u"Aborting"))
+            last = line.mid(line.indexOf(u"[ERROR]") + 8);
+    }
+    return last;
+}
+
+} // namespace
+
+QStringList PrivateServer::defaultProgramFolders()
+{
+    return {QStringLiteral("/usr/sbin"), QStringLiteral("/usr/bin"), QStringLiteral("/usr/libexec"),
+            QStringLiteral("/usr/local/sbin"), QStringLiteral("/usr/local/bin")};
+}
+
+PrivateServer::PrivateServer(const QString &folder, Durability durability, QStringList programFolders)
+    : m_folder(QDir::cleanPath(QFileInfo(folder).absoluteFilePath()))
+    , m_durability(durability)
+    , m_programFolders(std::move(programFolders))
+{
+    // A socket's path may hold about a hundred characters, so it cannot lie in the data folder itself.
+    const QByteArray mark = QCryptographicHash::hash(m_folder.toUtf8(), QCryptographicHash::Sha1).toHex().left(12);
+    m_socketFolder =
+        QStringLiteral("%1/pelkfbt-%2-%3").arg(QDir::tempPath()).arg(geteuid()).arg(QString::fromLatin1(mark));
+}
+
+PrivateServer::~PrivateServer()
+{
+    stop();
+}
+
+QString PrivateServer::dataFolder() const
+{
+    return m_folder + QStringLiteral("/data");
+}
+
+QString PrivateServer::pidFile() const
+{
+    return m_folder + QStringLiteral("/server.pid");
+}
+
+QString PrivateServer::logFile() const
+{
+    return m_folder + QStringLiteral("/server.log");
+}
+
+ServerAddress PrivateServer::address() const
+{
+    ServerAddress address;
+    address.socket = m_socketFolder + QStringLiteral("/db.sock");
+    address.user = userName();
+    return address;
+}
+
+bool PrivateServer::start(QString *why)
+{
+    if (!prepareFolder(why) || !prepareSocketFolder(why))
+        return false;
+    if (!m_lock && !takeLock(why))
+        return why->isEmpty() && join(why);
+    dropOrphan();
+    m_running = answers() || (createData(why) && launch(why));
+    if (!m_running)
+        m_lock.reset();
+    return m_running;
+}
+
+/// A server whose data folder was removed under it still answers, but holds nothing that would stay.
+void PrivateServer::dropOrphan()
+{
+    if (QFileInfo::exists(dataFolder()) || !answers())
+        return;
+    Connection last;
+    if (last.open(address()))
+        last.Execute(QStringLiteral("SHUTDOWN"));
+    last.close();
+    waitUntil([this] { return !answers(); });
+}
+
+bool PrivateServer::prepareFolder(QString *why)
+{
+    why->clear();
+    const QFileInfo info(m_folder);
+    if (info.exists() && !info.isDir())
+        *why = QStringLiteral("The data folder %1 is a file.").arg(m_folder);
+    else if (!QDir().mkpath(m_folder))
+        *why = QStringLiteral("The data folder %1 cannot be made.").arg(m_folder);
+    else if (!QFileInfo(m_folder).isWritable())
+        *why = QStringLiteral("The data folder %1 cannot be written.").arg(m_folder);
+    return why->isEmpty();
+}
+
+bool PrivateServer::prepareSocketFolder(QString *why)
+{
+    constexpr auto mine = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
+    const bool made = QDir().mkdir(m_socketFolder, mine);
+    const QFileInfo info(m_socketFolder);
+    // Another user may have made a folder of that name first: then its owner could listen in our place.
+    const bool ours = info.isDir() && !info.isSymLink() && info.ownerId() == geteuid();
+    if ((!made && !ours) || !QFile::setPermissions(m_socketFolder, mine))
+        *why = QStringLiteral("The folder %1 for the database socket cannot be used.").arg(m_socketFolder);
+    return why->isEmpty();
+}
+
+bool PrivateServer::takeLock(QString *why)
+{
+    auto lock = std::make_unique<QLockFile>(m_folder + QStringLiteral("/pelkfbt.lock"));
+    lock->setStaleLockTime(0);
+    if (lock->tryLock(0)) {
+        m_lock = std::move(lock);
+        return true;
+    }
+    if (lock->error() == QLockFile::PermissionError)
+        *why = QStringLiteral("The data folder %1 cannot be written.").arg(m_folder);
+    else if (lock->error() != QLockFile::LockFailedError)
+        *why = failureReason(QStringLiteral("locked"));
+    return false;
+}
+
+bool PrivateServer::join(QString *why)
+{
+    constexpr int joinPatienceMs = 10'000; // the other program may just be starting its server
+    m_running = waitUntil([this] { return answers(); }, joinPatienceMs);
+    if (!m_running)
+        *why = QStringLiteral("The data folder %1 is in use by another program.").arg(m_folder);
+    return m_running;
+}
+
+QString PrivateServer::program(const QString &name) const
+{
+    return QStandardPaths::findExecutable(name, m_programFolders);
+}
+
+bool PrivateServer::createData(QString *why)
+{
+    if (QFileInfo::exists(dataFolder()))
+        return true;
+    const QString installer = program(QStringLiteral("mariadb-install-db"));
+    if (installer.isEmpty()) {
+        *why = QStringLiteral(
+            "The program mariadb-install-db was not found. Please install the package mariadb-server-core.");
+        return false;
+    }
+    // Made under another name and renamed when it is whole: a start that was cut short leaves nothing behind.
+    const QString target = dataFolder() + QStringLiteral(".new");
+    QDir(target).removeRecursively();
+    if (!runInstaller(installer, target, why)) {
+        QDir(target).removeRecursively();
+        return false;
+    }
+    if (!QDir().rename(target, dataFolder()))
+        *why = failureReason(QStringLiteral("made"));
+    return why->isEmpty();
+}
+
+bool PrivateServer::runInstaller(const QString &installer, const QString &target, QString *why)
+{
+    QTemporaryFile accounts(m_socketFolder + QStringLiteral("/accounts-XXXXXX.sql"));
+    const bool ready =
+        accounts.open() &&
+        accounts.write(QStringLiteral("DELETE FROM mysql.global_priv WHERE User NOT IN ('%1','mariadb.sys');\n")
+                           .arg(userName())
+                           .toUtf8()) > 0 &&
+        accounts.flush();
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start(installer,
+                  {QStringLiteral("--no-defaults"), QStringLiteral("--datadir=") + target,
+                   QStringLiteral("--auth-root-authentication-method=socket"),
+                   QStringLiteral("--auth-root-socket-user=") + userName(), QStringLiteral("--user=") + userName(),
+                   QStringLiteral("--skip-test-db"), QStringLiteral("--skip-name-resolve"), QStringLiteral("--force"),
+                   QStringLiteral("--lower-case-table-names=1"), QStringLiteral("--innodb-log-file-size=16M"),
+                   QStringLiteral("--tmpdir=") + m_socketFolder,
+                   QStringLiteral("--extra-file=") + accounts.fileName()});
+    if (!ready || !process.waitForFinished(patienceMs) || process.exitCode() != 0)
+        *why = failureReason(QStringLiteral("made"));
+    return why->isEmpty();
+}
+
+bool PrivateServer::launch(QString *why)
+{
+    const QString server = program(QStringLiteral("mariadbd"));
+    if (server.isEmpty()) {
+        *why = QStringLiteral("The program mariadbd was not found. Please install the package mariadb-server-core.");
+        return false;
+    }
+    // A killed program's server may still be on its way down; two servers must not meet on one folder.
+    waitUntil([this] { return !processLives(serverPid()) || answers(); });
+    if (answers())
+        return true;
+    QFile::remove(logFile());
+    QStringList arguments{
+        QStringLiteral("--no-defaults"), QStringLiteral("--datadir=") + dataFolder(),
+        QStringLiteral("--socket=") + address().socket, QStringLiteral("--pid-file=") + pidFile(),
+        QStringLiteral("--log-error=") + logFile(), QStringLiteral("--user=") + userName(),
+        // Temporary tables of servers that start at the same moment bear the same names.
+        QStringLiteral("--tmpdir=") + m_socketFolder, QStringLiteral("--skip-networking"),
+        QStringLiteral("--lower-case-table-names=1"), QStringLiteral("--character-set-server=utf8mb4"),
+        QStringLiteral("--collation-server=utf8mb4_general_ci"), QStringLiteral("--innodb-log-file-size=16M"),
+        QStringLiteral("--innodb-buffer-pool-size=64M")};
+    if (m_durability == Durability::Full)
+        arguments << QStringLiteral("--innodb-flush-log-at-trx-commit=1");
+    else
+        arguments << QStringLiteral("--innodb-flush-log-at-trx-commit=0")
+                  << QStringLiteral("--skip-innodb-doublewrite");
+    qint64 pid = 0;
+    QProcess process;
+    process.setProgram(server);
+    process.setArguments(arguments);
+    process.setStandardOutputFile(QProcess::nullDevice());
+    process.setStandardErrorFile(QProcess::nullDevice());
+    if (!process.startDetached(&pid)) {
+        *why = QStringLiteral("The program %1 could not be started.").arg(server);
+        return false;
+    }
+    const bool up = waitUntil([this, pid] { return answers() || !processLives(pid); }) && answers();
+    if (!up)
+        *why = failureReason(QStringLiteral("opened"));
+    return up;
+}
+
+QString PrivateServer::failureReason(const QString &action) const
+{
+    constexpr qint64 needed = 64LL * 1024 * 1024;
+    const QStorageInfo disk(m_folder);
+    if (disk.isValid() && disk.bytesAvailable() < needed)
+        return QStringLiteral("The disk that holds the data folder %1 is full.").arg(m_folder);
+    const QString detail = lastErrorLine(logFile());
+    const QString sentence = QStringLiteral("The database in %1 could not be %2").arg(m_folder, action);
+    return detail.isEmpty() ? sentence + u'.' : sentence + QStringLiteral(": ") + detail;
+}
+
+bool PrivateServer::answers() const
+{
+    if (!QFileInfo::exists(address().socket))
+        return false;
+    Connection probe;
+    return probe.open(address());
+}
+
+bool PrivateServer::othersConnected(Connection &own) const
+{
+    constexpr int farewellMs = 500; // a connection closed just now is listed for a moment longer
+    const QString others = QStringLiteral("Select count(*) from information_schema.PROCESSLIST "
+                                          "Where Id<>connection_id() and User='%1'")
+                               .arg(userName());
+    return !waitUntil([&] { return FirstField(&own, others).num() == 0; }, farewellMs);
+}
+
+qint64 PrivateServer::serverPid() const
+{
+    QFile file(pidFile());
+    return file.open(QIODevice::ReadOnly) ? file.readAll().trimmed().toLongLong() : 0;
+}
+
+void PrivateServer::stop()
+{
+    if (!m_running)
+        return;
+    m_running = false;
+    // One that only joined becomes the last one when the owner has left before it.
+    QString why;
+    if (m_lock || takeLock(&why)) {
+        const qint64 pid = serverPid();
+        Connection last;
+        if (last.open(address()) && !othersConnected(last)) {
+            last.Execute(QStringLiteral("SHUTDOWN"));
+            last.close();
+            waitUntil([pid] { return !processLives(pid); });
+            QDir(m_socketFolder).removeRecursively();
+        }
+    }
+    m_lock.reset();
+}
+
+void PrivateServer::kill()
+{
+    const qint64 pid = serverPid();
+    if (pid > 0)
+        ::kill(static_cast<pid_t>(pid), SIGKILL);
+    waitUntil([pid] { return !processLives(pid); });
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "suite/clientinfo/rowpanel.h"
+#include "suite/clientinfo/rowstore.h"
+
+/// The forms of the return that the additional information serves.
+enum class ReturnForm {
+    Form3B, ///< assessment year 2006-07
+    Itr8,   ///< from assessment year 2007-08 on
+};
+
+/// The columns of `FBT_AddInfo` that a form needs, in groups.
+std::vector<FieldGroup> AddInfoGroups(ReturnForm form);
+
+/// What a new row of `FBT_AddInfo` holds in all its columns behind client and year.
+ColumnValues AddInfoDefaults();
+
+/// The columns of `FBT_MiscInf`, all of them, in groups.
+std::vector<FieldGroup> MiscInfGroups();
+
+constexpr ClientTable addInfoTable{"FBT_AddInfo", "Code_No", "Tyear"};
+constexpr ClientTable miscInfTable{"FBT_MiscInf", "Code_No", "TYear"};

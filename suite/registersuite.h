@@ -1,0 +1,9 @@
+#pragma once
+
+#include "host/suitecontext.h"
+
+class ObjectTable;
+
+/// Registers the suite's own objects: the base object, the main object, the report viewer and the miscellaneous
+/// information.
+void RegisterSuiteObjects(ObjectTable &table, const SuiteContext &context);
