@@ -54,6 +54,7 @@ void Screen::Load()
     if (m_loaded)
         return;
     m_loaded = true;
+    readingWell();
     FORM_LOAD();
 }
 

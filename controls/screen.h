@@ -14,6 +14,7 @@
 
 class QFocusEvent;
 class QKeyEvent;
+class QLabel;
 class QLineEdit;
 class QSettings;
 class ScreenFrame;
@@ -66,6 +67,15 @@ public:
     /// Whether the screen is deleted after it was unloaded. `openChild` turns it on.
     void setDeleteOnUnload(bool on) { m_deleteOnUnload = on; }
 
+    /// Notes that something the screen shows could not be read: its caption and a strip at its top say so until
+    /// `readingWell`. A procedure that writes asks `couldRead` first and leaves alone what it does not know.
+    /// @param what in the plural and small letters, such as "salaries"
+    void readingFailed(const QString &what);
+    /// `what` was read; the empty text stands for all that had failed.
+    void readingWell(const QString &what = {});
+    [[nodiscard]] bool couldRead() const { return m_unread.isEmpty(); } ///< nothing that failed is outstanding
+    [[nodiscard]] bool couldRead(const QString &what) const { return !m_unread.contains(what); }
+
     /// Asks "Do you want to exit ?"; true for Yes. For use in FORM_UNLOAD.
     bool askExit(Icon icon = Icon::None);
 
@@ -101,6 +111,7 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
     bool focusNextPrevChild(bool next) override;
     void closeEvent(QCloseEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
     [[nodiscard]] bool concerns(const QWidget *target, QEvent::Type type) const;
@@ -113,6 +124,8 @@ private:
     void keepFocus(QWidget *field, Qt::FocusReason reason);
     void openFrame(QWidget *owner, Qt::WindowModality modality);
     void leaveView();
+    void showUnread();
+    void captionUnread();
     [[nodiscard]] bool mayTakeFocus(const QWidget &field) const;
     [[nodiscard]] bool hasFocusInside() const;
     [[nodiscard]] bool reallyShown(const QWidget *widget) const;
@@ -125,7 +138,9 @@ private:
     QPointer<QEventLoop> m_modalLoop;
     QPointer<ScreenStack> m_stack;
     QPointer<ScreenFrame> m_frame;
-    int m_loopLevel = 0; // of the event loop that the modal screen was opened from
+    QPointer<QLabel> m_unreadStrip;
+    QStringList m_unread; // what could not be read
+    int m_loopLevel = 0;  // of the event loop that the modal screen was opened from
     bool m_loaded = false;
     bool m_unloading = false;
     bool m_escaping = false;

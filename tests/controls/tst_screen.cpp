@@ -8,6 +8,7 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QPlainTextEdit>
@@ -115,6 +116,7 @@ private slots:
     void unloadWhileActivating();
     void sizeIsKeptAndFitsTheDisplay();
     void ownWindowWithoutStack();
+    void saysWhatCouldNotBeRead();
 
 private:
     std::unique_ptr<QMainWindow> m_host;
@@ -485,6 +487,22 @@ void TestScreen::ownWindowWithoutStack()
     m_script.answer(Reply::Yes);
     window->close();
     QTRY_VERIFY(!window);
+}
+
+void TestScreen::saysWhatCouldNotBeRead()
+{
+    m_form->setWindowTitle("Due Dates");
+    m_form->readingFailed("salaries");
+    m_form->readingFailed("natures");
+    m_form->setWindowTitle("Due Dates of Acme"); // the caption can be set after the reading
+    QCOMPARE(m_form->windowTitle(), QString("Due Dates of Acme - could not be read"));
+    const auto *strip = m_form->findChild<QLabel *>("unreadStrip");
+    QVERIFY(strip->isVisible() && strip->text().contains("salaries, natures"));
+    m_form->readingWell("natures");
+    QVERIFY(!m_form->couldRead() && !m_form->couldRead("salaries") && m_form->couldRead("natures"));
+    m_form->readingWell();
+    QVERIFY(m_form->couldRead() && strip->isHidden());
+    QCOMPARE(m_form->windowTitle(), QString("Due Dates of Acme"));
 }
 
 QTEST_MAIN(TestScreen)
