@@ -1,56 +1,54 @@
 #include "records/clientcode.h"
 
-#include "platform/connection.h"
-#include "platform/recordset.h"
-#include "records/clienttables.h"
+#include "records/change.h"
+#include "records/readrows.h"
 
-QSet<QString> TableNames(Connection *cnn)
+#include <algorithm>
+
+Reading<QSet<QString>> TableNames(Connection *cnn)
 {
-    QSet<QString> names;
-    Recordset tables;
-    tables.Open(QStringLiteral("Select TABLE_NAME from information_schema.TABLES Where TABLE_SCHEMA=Database()"
-                               " and TABLE_TYPE='BASE TABLE'"),
-                cnn);
-    for (; !tables.Eof(); tables.MoveNext())
-        names.insert(tables.Fields(0).text().toLower());
-    return names;
+    const auto tables =
+        ReadRows(cnn,
+                 QStringLiteral("Select TABLE_NAME from information_schema.TABLES Where TABLE_SCHEMA=Database()"
+                                " and TABLE_TYPE='BASE TABLE'"),
+                 [](const Recordset &row) { return row.Fields(0).text().toLower(); });
+    if (tables.failed())
+        return Reading<QSet<QString>>::failure();
+    return QSet<QString>(tables->begin(), tables->end());
 }
 
-namespace {
-
-/// Whether a table is there, going by names in lower case.
-bool has(const QSet<QString> &existing, const ClientTable &table)
+std::vector<ClientTable> TablesOfClients(Connection *cnn)
 {
-    return existing.contains(QString::fromLatin1(table.name).toLower());
+    const Reading<QSet<QString>> existing = TableNames(cnn);
+    std::vector<ClientTable> tables;
+    std::copy_if(clientTables.begin(), clientTables.end(), std::back_inserter(tables), [&](const ClientTable &table) {
+        return !table.comesLater || existing->contains(QString::fromLatin1(table.name).toLower());
+    });
+    return tables;
 }
 
-void removeRows(Connection *cnn, const ClientTable &table, const QString &clientCode)
+bool MoveClientRows(Change &change, const std::vector<ClientTable> &tables, const QString &oldCode,
+                    const QString &newCode)
 {
-    cnn->Execute(Sql("Delete from ", table.name, " Where ", table.codeColumn, "=", Quoted(clientCode)));
-    cnn->Execute(QStringLiteral("Flush Tables"));
+    return std::all_of(tables.begin(), tables.end(), [&](const ClientTable &table) {
+        return change.write(Sql("Update ", table.name, " Set ", table.codeColumn, "=", Quoted(newCode), " Where ",
+                                table.codeColumn, "=", Quoted(oldCode)));
+    });
 }
 
-} // namespace
-
-void ChangeClientCode(Connection *cnn, const QString &oldCode, const QString &newCode)
+bool ChangeClientCode(Connection *cnn, const QString &oldCode, const QString &newCode)
 {
-    const QSet<QString> existing = TableNames(cnn);
-    for (const ClientTable &table : clientTables) {
-        if (!has(existing, table))
-            continue;
-        cnn->Execute(Sql("Update ", table.name, " Set ", table.codeColumn, "=", Quoted(newCode), " Where ",
-                         table.codeColumn, "=", Quoted(oldCode)));
-        cnn->Execute(QStringLiteral("Flush Tables"));
-    }
+    const auto tables = TablesOfClients(cnn);
+    return ChangeTogether(cnn, [&](Change &change) { return MoveClientRows(change, tables, oldCode, newCode); });
 }
 
-void DeleteClientRows(Connection *cnn, const QString &clientCode)
+bool DeleteClientRows(Connection *cnn, const QString &clientCode)
 {
-    const QSet<QString> existing = TableNames(cnn);
-    for (const ClientTable &table : clientTables) {
-        if (has(existing, table))
-            removeRows(cnn, table, clientCode);
-    }
-    if (has(existing, clientMaster))
-        removeRows(cnn, clientMaster, clientCode);
+    auto tables = TablesOfClients(cnn);
+    tables.push_back(clientMaster);
+    return ChangeTogether(cnn, [&](Change &change) {
+        return std::all_of(tables.begin(), tables.end(), [&](const ClientTable &table) {
+            return change.write(Sql("Delete from ", table.name, " Where ", table.codeColumn, "=", Quoted(clientCode)));
+        });
+    });
 }

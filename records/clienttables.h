@@ -6,8 +6,9 @@
 struct ClientTable
 {
     const char *name;
-    const char *codeColumn; ///< the client's code
-    const char *yearColumn; ///< the assessment year; null in a table without one
+    const char *codeColumn;  ///< the client's code
+    const char *yearColumn;  ///< the assessment year; null in a table without one
+    bool comesLater = false; ///< not made by the updater
 };
 
 /// The client master: one row a client.
@@ -23,5 +24,5 @@ constexpr std::array<ClientTable, 9> clientTables{{
     {"FBT_BankDet", "Code_No", "Yr"},
     {"FBT_RetDet", "Code_No", "Tyear"},
     {"FBT_MiscInf", "Code_No", "TYear"},
-    {"TmpSchFBT", "Code_No", "AsYr"},
+    {"TmpSchFBT", "Code_No", "AsYr", true},
 }};

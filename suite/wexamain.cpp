@@ -18,7 +18,7 @@ WexaMain::WexaMain(const SuiteContext &context)
     SuiteCnn = context.suiteCnn;
     AppPath = context.appPath;
     TmpPath = context.tmpPath;
-    if (!TableNames(Cnn).contains(QStringLiteral("verinfo"))) {
+    if (!TableNames(Cnn)->contains(QStringLiteral("verinfo"))) {
         Cnn->Execute(QStringLiteral("Create Table If Not Exists VerInfo (VerNo Varchar(50))"));
         Cnn->Execute(QStringLiteral("Flush Tables"));
     }
@@ -34,7 +34,7 @@ bool WexaMain::CreateDbFlag() const
 
 bool WexaMain::UpdateDbFlag() const
 {
-    if (TableNames(Cnn).contains(QString::fromLatin1(updateMark).toLower()))
+    if (TableNames(Cnn)->contains(QString::fromLatin1(updateMark).toLower()))
         return true;
     const Field stored = FirstField(Cnn, QStringLiteral("Select * from VerInfo"));
     return !stored.isNull() && CompareVersions(stored.text(), m_version) < 0;

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "records/clientyear.h"
+#include "records/reading.h"
+
+#include <optional>
+
+class Connection;
+
+/// A bank account of a client and year for refunds, one row of `FBT_BankDet`.
+struct BankAccount
+{
+    int number = 0; ///< `SrNo`; 0 for one that is not stored yet
+    QString bank;
+    QString address;
+    QString micr;
+    QString type;
+    QString account;
+    bool ecs = false;
+    bool isDefault = false; ///< one of a client and year; the first when none is marked
+};
+
+/// In the order of their numbers.
+RowsRead<BankAccount> BankAccounts(Connection *cnn, const ClientYear &client);
+
+/// Stores an account, a new one under the next number. A default account takes that mark from all others. Gives its
+/// number; without a value, and nothing changed, after a fault.
+std::optional<int> SaveBankAccount(Connection *cnn, const ClientYear &client, const BankAccount &account);
+
+/// Removes an account. When it was the default one, the first of the others becomes it. False, and nothing changed, after
+/// a fault.
+bool DeleteBankAccount(Connection *cnn, const ClientYear &client, int number);

@@ -1,0 +1,51 @@
+#include "records/banks.h"
+
+#include "records/change.h"
+#include "records/readrows.h"
+
+namespace {
+
+QString insertText(int number, const Bank &bank)
+{
+    return Sql("Insert into bank_master Values (", number, ",", Quoted(bank.name), ",", Quoted(bank.branch), ",",
+               Quoted(bank.branchCode), ")");
+}
+
+QString updateText(const Bank &bank)
+{
+    return Sql("Update bank_master Set bank_name=", Quoted(bank.name), ",branch=", Quoted(bank.branch),
+               ",branch_code=", Quoted(bank.branchCode), " Where bank_code_no=", bank.number);
+}
+
+} // namespace
+
+RowsRead<Bank> Banks(Connection *cnn)
+{
+    return ReadRows(cnn, QStringLiteral("Select * from bank_master order by bank_name,branch"),
+                    [](const Recordset &row) {
+                        return Bank{row.Fields(u"bank_code_no").whole(), row.Fields(u"bank_name").text(),
+                                    row.Fields(u"branch").text(), row.Fields(u"branch_code").text()};
+                    });
+}
+
+std::optional<int> SaveBank(Connection *cnn, const Bank &bank)
+{
+    int number = bank.number;
+    const bool saved = ChangeTogether(cnn, [&](Change &change) {
+        if (number != 0)
+            return change.write(updateText(bank));
+        number = change.nextNumber(QStringLiteral("Select Max(bank_code_no) as MaxSr from bank_master")).value_or(0);
+        return number != 0 && change.write(insertText(number, bank));
+    });
+    return saved ? std::optional(number) : std::nullopt;
+}
+
+bool DeleteBank(Connection *cnn, int number)
+{
+    return WriteOne(cnn, Sql("Delete from bank_master Where bank_code_no=", number));
+}
+
+std::optional<bool> BankInUse(Connection *cnn, int number)
+{
+    return FindsRow(cnn, Sql("Select * from FBT_Challan Where BSRCode=", number, " Limit 1"));
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "records/reading.h"
+
+#include <QString>
+
+#include <optional>
+
+class Connection;
+
+/// A bank of the user's list, one row of `bank_master`, which payments refer to.
+struct Bank
+{
+    int number = 0; ///< `bank_code_no`; 0 for one that is not stored yet
+    QString name;
+    QString branch;
+    QString branchCode; ///< the BSR code that forms print
+};
+
+/// In the order of name and branch.
+RowsRead<Bank> Banks(Connection *cnn);
+
+/// Stores a bank, a new one under the next number. Gives its number; without a value, and nothing stored, after a fault.
+std::optional<int> SaveBank(Connection *cnn, const Bank &bank);
+bool DeleteBank(Connection *cnn, int number);
+
+/// Whether a payment refers to the bank. Without a value after a fault: it then counts as used.
+std::optional<bool> BankInUse(Connection *cnn, int number);

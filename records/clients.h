@@ -1,0 +1,71 @@
+#pragma once
+
+#include "records/reading.h"
+
+#include <QString>
+
+#include <array>
+#include <optional>
+
+class Connection;
+
+/// One row of the client master `FBT_Info`, as the texts of its columns.
+struct ClientRecord
+{
+    /// Places of columns that are more than a text box.
+    enum Position {
+        Code = 0,
+        Name = 1,
+        Pan = 2,
+        Flat = 3,
+        State = 8,
+        Pin = 9,
+        Std = 10,
+        Telephone = 11,
+        Status = 12,   ///< `ClStatus` as text; empty when there is none
+        Audit = 13,    ///< "1" covered under audit, "0" not
+        Natures = 14,  ///< `FBT_Nature.SrNo` values joined by commas
+        SignName = 15, ///< kept by the return's signatory now, written empty
+        SignPost = 16, ///< likewise
+        Born = 17,     ///< date of incorporation, formation or birth, `dd/mm/yyyy`
+        Email = 18,
+        Resident = 19, ///< "0" resident, "1" non-resident, "2" not ordinarily resident
+        Count = 20
+    };
+
+    std::array<QString, Count> values;
+    QString surApp; ///< a character "0" or "1" for each assessment year from 2006-07 on
+
+    QString &operator[](int position) { return values.at(static_cast<std::size_t>(position)); }
+    const QString &operator[](int position) const { return values.at(static_cast<std::size_t>(position)); }
+};
+
+Reading<ClientRecord> ReadClient(Connection *cnn, const QString &code);
+
+/// Adds a client: all 23 columns in their order. False when the database did not take it.
+bool AddClient(Connection *cnn, const ClientRecord &client);
+
+/// Changes the client stored under `editCode`. The columns of the former signatory are emptied, `SexM` and `FName` stay.
+/// With another code all that the client tables hold of him moves with it, or nothing is changed at all.
+bool UpdateClient(Connection *cnn, const ClientRecord &client, const QString &editCode);
+
+/// All codes that a new client must not take, each kind in its order: those of the client master, then those of the
+/// billing parties.
+RowsRead<QString> ExistingCodes(Connection *cnn);
+
+struct ClientName
+{
+    QString code;
+    QString name;
+};
+
+/// All clients in the order of their names.
+RowsRead<ClientName> ClientNames(Connection *cnn);
+
+/// Whether an expense or a salary of any year was entered for a nature of the client. Without a value after a fault.
+std::optional<bool> HasNatureDetails(Connection *cnn, const QString &code, int natId);
+bool DeleteNatureDetails(Connection *cnn, const QString &code, int natId);
+
+/// The same for the expenses that were entered for all natures together.
+std::optional<bool> HasConsolidatedExpenses(Connection *cnn, const QString &code);
+bool DeleteConsolidatedExpenses(Connection *cnn, const QString &code);

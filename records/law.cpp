@@ -1,0 +1,141 @@
+#include "records/law.h"
+
+#include "platform/text.h"
+#include "records/change.h"
+#include "records/readrows.h"
+
+#include <algorithm>
+
+namespace {
+
+ExpenseItem itemOf(const Recordset &row)
+{
+    // By place: after the join with the rates the name stands there twice, and without a rate the second is `Null`.
+    return {row.Fields(0).whole(), row.Fields(u"ExpDesc").text()};
+}
+
+QString maximumItem(int year)
+{
+    return Sql("Select Max(SrNo) as MaxSr from FBT_ExpHead", year);
+}
+
+bool writeRates(Change &change, int year, int srNo, const std::vector<NatureRate> &rates)
+{
+    return std::all_of(rates.begin(), rates.end(), [&](const NatureRate &rate) {
+        return change.write(
+            Sql("Insert into FBT_ExpRate", year, " Values (", srNo, ",", rate.natId, ",", Val(rate.percent), ")"));
+    });
+}
+
+bool writeItem(Change &change, int year, int headId, const ExpenseItem &item)
+{
+    return change.write(Sql("Delete from FBT_ExpHead", year, " Where SrNo=", item.srNo)) &&
+           change.write(
+               Sql("Insert into FBT_ExpHead", year, " Values (", item.srNo, ",", headId, ",'", item.text, "')")) &&
+           change.write(Sql("Delete from FBT_ExpRate", year, " Where SrNo=", item.srNo));
+}
+
+} // namespace
+
+RowsRead<ExpenseHead> ExpenseHeads(Connection *cnn, int year)
+{
+    return ReadRows(cnn, Sql("select * from FBT_Head", year, " order by Section"), [](const Recordset &row) {
+        return ExpenseHead{row.Fields(u"HeadId").whole(), row.Fields(u"Section").text(),
+                           row.Fields(u"HeadDesc").text()};
+    });
+}
+
+std::optional<int> AddExpenseHead(Connection *cnn, int year, const QString &section, const QString &text)
+{
+    std::optional<int> id;
+    const bool added = ChangeTogether(cnn, [&](Change &change) {
+        id = change.nextNumber(Sql("Select Max(HeadId) as MaxSr from FBT_ExpHead", year));
+        return id &&
+               change.write(Sql("Insert into FBT_Head", year, " Values (", *id, ",'", section, "'", ",'", text, "')"));
+    });
+    return added ? id : std::nullopt;
+}
+
+bool ChangeExpenseHead(Connection *cnn, int year, const ExpenseHead &head)
+{
+    return WriteOne(cnn, Sql("Update FBT_Head", year, " Set Section='", head.section, "'", ",HeadDesc='", head.text,
+                             "' Where HeadId=", head.headId));
+}
+
+std::optional<bool> ExpenseHeadInUse(Connection *cnn, int year, int headId)
+{
+    return FindsRow(cnn,
+                    Sql("Select * from FBT_Detail INNER JOIN FBT_ExpHead", year, " ON FBT_Detail.ExpId=FBT_ExpHead",
+                        year, ".SrNo and FBT_Detail.TYear=", year, " Where FBT_ExpHead", year, ".HeadId=", headId));
+}
+
+bool DeleteExpenseHead(Connection *cnn, int year, int headId)
+{
+    return ChangeTogether(cnn, [&](Change &change) {
+        // The rates go before the items: the join needs the items.
+        return change.write(Sql("Delete from FBT_Head", year, " Where HeadId=", headId)) &&
+               change.write(Sql("Delete FBT_ExpRate", year, " from FBT_ExpHead", year, ", FBT_ExpRate", year,
+                                " Where FBT_ExpHead", year, ".HeadId=", headId, " and FBT_ExpHead", year,
+                                ".SrNo=FBT_ExpRate", year, ".SrNo")) &&
+               change.write(Sql("Delete from FBT_ExpHead", year, " Where HeadId=", headId));
+    });
+}
+
+RowsRead<ExpenseItem> ExpenseItems(Connection *cnn, int year)
+{
+    return ReadRows(cnn, Sql("Select * from FBT_ExpHead", year), itemOf);
+}
+
+RowsRead<ExpenseItem> ExpenseItems(Connection *cnn, int year, int headId)
+{
+    return ReadRows(cnn, Sql("Select * from FBT_ExpHead", year, " Where HeadId=", headId), itemOf);
+}
+
+RowsRead<RatedItem> RatedItems(Connection *cnn, int year, int headId)
+{
+    const auto joined = ReadRows(cnn,
+                                 Sql("select * from FBT_ExpHead", year, " Left Join FBT_ExpRate", year,
+                                     " on FBT_ExpHead", year, ".SrNo=FBT_ExpRate", year, " .SrNo Where FBT_ExpHead",
+                                     year, ".HeadId=", headId, " order by FBT_ExpHead", year, ".SrNo"),
+                                 [](const Recordset &row) {
+                                     const Field nature = row.Fields(u"NatId");
+                                     RatedItem one{itemOf(row), {}};
+                                     if (!nature.isNull())
+                                         one.rates.push_back({nature.whole(), row.Fields(u"IntRt").text()});
+                                     return one;
+                                 });
+    if (joined.failed())
+        return joined;
+    std::vector<RatedItem> items;
+    for (const RatedItem &one : *joined) {
+        if (items.empty() || items.back().item.srNo != one.item.srNo)
+            items.push_back(one);
+        else
+            items.back().rates.insert(items.back().rates.end(), one.rates.begin(), one.rates.end());
+    }
+    return items;
+}
+
+std::optional<int> SaveRatedItem(Connection *cnn, int year, int headId, const RatedItem &item)
+{
+    ExpenseItem row = item.item;
+    const bool saved = ChangeTogether(cnn, [&](Change &change) {
+        if (row.srNo == 0)
+            row.srNo = change.nextNumber(maximumItem(year)).value_or(0);
+        return row.srNo != 0 && writeItem(change, year, headId, row) && writeRates(change, year, row.srNo, item.rates);
+    });
+    return saved ? std::optional(row.srNo) : std::nullopt;
+}
+
+std::optional<bool> ExpenseItemInUse(Connection *cnn, int year, int srNo)
+{
+    return FindsRow(cnn, Sql("Select * from FBT_Detail Where TYear=", year, " and ExpId=", srNo));
+}
+
+bool DeleteExpenseItem(Connection *cnn, int year, int srNo)
+{
+    return ChangeTogether(cnn, [&](Change &change) {
+        return change.write(Sql("Delete from FBT_ExpHead", year, " Where SrNo=", srNo)) &&
+               change.write(Sql("Delete from FBT_ExpRate", year, " Where SrNo=", srNo));
+    });
+}
