@@ -46,9 +46,12 @@ double Field::num() const
 int Field::whole() const
 {
     const double value = Round(num());
-    if (value < std::numeric_limits<int>::min() || value > std::numeric_limits<int>::max())
-        throw FaultError(FaultNumber::Overflow, QStringLiteral("Overflow: %1").arg(NumberText(value)));
-    return static_cast<int>(value);
+    if (value >= std::numeric_limits<int>::min() && value <= std::numeric_limits<int>::max())
+        return static_cast<int>(value);
+    if (m_connection != nullptr)
+        m_connection->report(
+            {FaultNumber::Overflow, QStringLiteral("Overflow: %1").arg(NumberText(value)), QStringLiteral("FBT")});
+    return 0;
 }
 
 Recordset::Recordset() = default;
@@ -115,7 +118,7 @@ Field Recordset::Fields(int index) const
         return refuse(FaultNumber::NoCurrentRow, QStringLiteral("There is no current row."));
     if (index < 0 || index >= m_names.size())
         return refuse(FaultNumber::NoSuchField, QStringLiteral("There is no field %1.").arg(index));
-    return Field(m_query->value(index));
+    return Field(m_query->value(index), m_connection);
 }
 
 Field Recordset::refuse(int number, const QString &description) const

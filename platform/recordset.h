@@ -13,8 +13,10 @@ class QSqlQuery;
 class Field
 {
 public:
-    explicit Field(QVariant value = {})
+    /// @param connection receives the fault of a value that cannot be read as asked
+    explicit Field(QVariant value = {}, const Connection *connection = nullptr)
         : m_value(std::move(value))
+        , m_connection(connection)
     {
     }
 
@@ -23,11 +25,12 @@ public:
     [[nodiscard]] QString text() const;
     /// The value as a number, read through its text: its leading number, 0 when there is none.
     [[nodiscard]] double num() const;
-    /// `num()` as a whole number, ties to the even one; beyond the range of `int` it is a fault (FaultError).
+    /// `num()` as a whole number, ties to the even one; beyond the range of `int` it is a reported fault and 0.
     [[nodiscard]] int whole() const;
 
 private:
     QVariant m_value;
+    const Connection *m_connection;
 };
 
 /// The rows of a query, from the first to the last. Never throws: a fault goes to the connection's handler, and a
