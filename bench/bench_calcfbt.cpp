@@ -138,7 +138,7 @@ double secondsOf(Work work)
 double secondsOfComputation(Database &database)
 {
     database.use();
-    return secondsOf(CALCFBT);
+    return secondsOf([] { CALCFBT(); });
 }
 
 /// Time of a computation for one client among many. Beside it, in turns so that all see the same load of the machine, the

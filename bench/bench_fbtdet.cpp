@@ -2,6 +2,7 @@
 #include "controls/msgbox.h"
 #include "db/updater.h"
 #include "entry/frmfbtdet.h"
+#include "records/change.h"
 #include "tests/support/employer.h"
 #include "tests/support/testmodule.h"
 
@@ -54,13 +55,19 @@ public:
 private:
     void addMeasured()
     {
-        Employer client = employer(m_module.connection, QStringLiteral("A1")).natures({1, 3, 7});
-        constexpr int natures[] = {1, 3, 7, -1};
-        Cnn->Execute(QStringLiteral("Start Transaction"));
-        for (int i = 0; i < rowsOfQuarter; ++i)
-            client.expense(year, 1, natures[i % 4], 1 + i % itemCount, 1000 + i * 37);
-        client.salary(year, 1, 1, 300).salary(year, 1, 3, 500).salary(year, 1, 7, 200).salary(year, 1, -1, 1000);
-        Cnn->Execute(QStringLiteral("Commit"));
+        const ClientYear client{QStringLiteral("A1"), year};
+        employer(m_module.connection, client.code)
+            .natures({1, 3, 7})
+            .salary(year, 1, 1, 300)
+            .salary(year, 1, 3, 500)
+            .salary(year, 1, 7, 200)
+            .salary(year, 1, -1, 1000);
+        ChangeTogether(Cnn, [&client](Change &change) {
+            constexpr int natures[] = {1, 3, 7, consolidatedNature};
+            for (int i = 0; i < rowsOfQuarter; ++i)
+                InsertExpense(change, client, {1, natures[i % 4], 0, 1 + i % itemCount, 0, 1000.0 + i * 37, i + 1});
+            return true;
+        });
     }
     void addOthers(int count)
     {

@@ -2,33 +2,44 @@
 
 #include "calc/rates.h"
 #include "calc/taxchain.h"
+#include "records/clientyear.h"
 
 #include <QString>
 
 /// Takes a client and assessment year for the computation: `Base->code`, `TYear`, `status` (0 without a client's row, -1
 /// when it is `Null`) and `FBTRate`; the employee figures are cleared.
 /// @param year first calendar year of the assessment year
-void TakeClientYear(const QString &code, int year);
+/// @return false when the client could not be read; it then counts as without a row
+bool TakeClientYear(const QString &code, int year);
 
-/// Takes the employee figures of the client and year in hand from its additional information, if there is any.
-void TakeEmployeesOfYear();
+/// Takes the employee figures of the client and year in hand from its additional information, if there is any. False
+/// when it could not be read.
+bool TakeEmployeesOfYear();
+
+/// A client and year with what the computation is told of them, to be put back in hand later.
+struct InHand
+{
+    ClientYear client;
+    int status = 0;
+    FBTRates rates{};
+    Employees employees;
+    QString caption; ///< what the titles of its screens end in
+
+    /// What is in hand now.
+    static InHand now();
+    /// Takes it in hand again.
+    void putBack() const;
+};
 
 /// Keeps the client and year in hand with their rates and employees, and puts them back when it goes.
 class ClientYearKeeper
 {
 public:
-    ClientYearKeeper();
-    ~ClientYearKeeper();
+    ClientYearKeeper() = default;
+    ~ClientYearKeeper() { m_kept.putBack(); }
     ClientYearKeeper(const ClientYearKeeper &) = delete;
     ClientYearKeeper &operator=(const ClientYearKeeper &) = delete;
 
 private:
-    QString m_code;
-    int m_year;
-    int m_status;
-    FBTRates m_rates;
-    bool m_empBoth;
-    bool m_sepBooks;
-    int m_indiaEmp;
-    int m_totalEmp;
+    InHand m_kept = InHand::now();
 };

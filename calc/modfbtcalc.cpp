@@ -1,13 +1,9 @@
 #include "calc/modfbtcalc.h"
 
-#include "calc/expenserows.h"
 #include "calc/sharing.h"
+#include "calc/source.h"
 #include "context/errortail.h"
 #include "context/modbase.h"
-#include "platform/recordset.h"
-#include "platform/text.h"
-
-#include <QStringList>
 
 #include <numeric>
 
@@ -39,71 +35,41 @@ void clearFigures()
     ShipNatId = 0;
 }
 
-void findShipNature(ErrorTail &tail)
+void addExpensesOfNatures(ComputationSource &rows)
 {
-    Recordset rs;
-    rs.Open(QStringLiteral("Select * from FBT_Nature Where NatDesc='Carry of Passengers/ Goods by Ship'"), Cnn);
-    if (!rs.Eof())
-        tail([&] { ShipNatId = rs.Fields(u"SrNo").whole(); });
+    const RowsRead<Expense> expenses = rows.expensesOfNatures();
+    for (const Expense &expense : *expenses)
+        SETFBTVARS(expense.headId, expense.amount, BENEFITVALUE(expense.rate, expense.amount), expense.quarter,
+                   expense.natId);
 }
 
-void addExpensesOfNatures(ErrorTail &tail)
+Salaries salariesOf(const std::vector<int> &natures, ComputationSource &rows, ErrorTail &tail)
 {
-    ExpenseRows rows(ExpensesOfNatures(Base->TYear, Base->code), Cnn);
-    const int natId = rows.column(u"NatId");
-    for (; !rows.Eof(); rows.MoveNext()) {
-        tail([&] {
-            const double amount = rows.amount();
-            SETFBTVARS(rows.headId(), amount, BENEFITVALUE(rows.rate(), amount), rows.quarter(),
-                       rows.Fields(natId).whole());
-        });
-    }
-}
-
-/// The client's natures of business as texts, none without a client or without natures.
-QStringList naturesOfClient()
-{
-    Recordset rs;
-    rs.Open(Sql("select * from FBT_Info Where Code_No='", Base->code, "'"), Cnn);
-    const QString busnat = rs.Eof() ? QString() : rs.Fields(u"busnat").text();
-    return busnat.isEmpty() ? QStringList() : busnat.split(u',');
-}
-
-Salaries readSalaries(const QStringList &natures, ErrorTail &tail)
-{
-    std::vector<double> numbers;
-    for (const QString &nature : natures)
-        numbers.push_back(Val(nature));
-    Salaries salaries(std::move(numbers));
-    Recordset rs;
-    rs.Open(Sql("Select * from FBT_SalDet Where Code_No='", Base->code, "' and Tyear=", Base->TYear), Cnn);
-    for (; !rs.Eof(); rs.MoveNext()) {
-        tail([&] { salaries.set(rs.Fields(u"NatId").num(), rs.Fields(u"Quarter").whole(), rs.Fields(u"Amt").num()); });
-    }
+    Salaries salaries(natures);
+    const RowsRead<Salary> read = rows.salaries();
+    for (const Salary &salary : *read)
+        tail([&] { salaries.set(salary.natId, salary.quarter, salary.amount); });
     return salaries;
 }
 
 /// A quarter without a place among the salaries is a fault; the amount then falls on the last nature.
-std::vector<double> sharesOf(const ExpenseRows &rows, const Salaries &salaries, ErrorTail &tail)
+std::vector<double> sharesOf(const Expense &expense, const Salaries &salaries, ErrorTail &tail)
 {
     std::vector<double> shares;
-    if (!tail([&] { shares = salaries.shares(rows.amount(), rows.quarter()); }))
-        shares = salaries.sharesWithoutSalary(rows.amount());
+    if (!tail([&] { shares = salaries.shares(expense.amount, expense.quarter); }))
+        shares = salaries.sharesWithoutSalary(expense.amount);
     return shares;
 }
 
 /// Each nature visits all consolidated expenses, with the rates that hold for it, and takes its own share.
-void addConsolidatedExpenses(const QStringList &natures, int v, const Salaries &salaries, ErrorTail &tail)
+void addConsolidatedExpenses(ComputationSource &rows, const std::vector<int> &natures, std::size_t v,
+                             const Salaries &salaries, ErrorTail &tail)
 {
-    const Field nature(natures[v]);
-    ExpenseRows rows(ConsolidatedExpenses(Base->TYear, Base->code, nature.num()), Cnn);
-    for (; !rows.Eof(); rows.MoveNext()) {
-        const double share = sharesOf(rows, salaries, tail)[v];
-        if (share == 0)
-            continue;
-        tail([&] {
-            SETFBTVARS(rows.headId(), share, BENEFITVALUE(rows.rate(), share), rows.quarter(), nature.whole());
-        });
+    const RowsRead<Expense> expenses = rows.consolidatedExpenses(natures[v]);
+    for (const Expense &expense : *expenses) {
+        const double share = sharesOf(expense, salaries, tail)[v];
+        if (share != 0)
+            SETFBTVARS(expense.headId, share, BENEFITVALUE(expense.rate, share), expense.quarter, natures[v]);
     }
 }
 
@@ -130,18 +96,24 @@ void setTax(const TaxParts &parts)
 
 void CALCFBT()
 {
+    TableSource rows(Cnn, {Base->code, Base->TYear});
+    CALCFBT(rows);
+}
+
+void CALCFBT(ComputationSource &rows)
+{
     ErrorTail tail(QStringLiteral("MODFBTCALC"), QStringLiteral("CALCFBT"));
     clearFigures();
-    findShipNature(tail);
-    addExpensesOfNatures(tail);
-    const QStringList natures = naturesOfClient();
-    if (natures.isEmpty())
+    ShipNatId = rows.shipNature().valueOr(0);
+    addExpensesOfNatures(rows);
+    const RowsRead<int> natures = rows.natures();
+    if (natures->empty())
         return;
-    const Salaries salaries = readSalaries(natures, tail);
-    for (int v = 0; v < static_cast<int>(natures.size()); ++v)
-        addConsolidatedExpenses(natures, v, salaries, tail);
+    const Salaries salaries = salariesOf(*natures, rows, tail);
+    for (std::size_t v = 0; v < natures->size(); ++v)
+        addConsolidatedExpenses(rows, *natures, v, salaries, tail);
     FBTTotalValue = std::accumulate(FBTQtrValue.begin() + 1, FBTQtrValue.end(), 0.0);
-    FBTTaxableValue = EmployeesInHand().taxable(FBTTotalValue);
+    FBTTaxableValue = TaxableValue(EmployeesInHand(), FBTTotalValue);
     setTax(taxOfYear());
 }
 
@@ -162,9 +134,17 @@ Employees EmployeesInHand()
     return {EmpBoth, SepBooks, IndiaEmp, TotalEmp};
 }
 
+void TakeEmployees(const Employees &employees)
+{
+    EmpBoth = employees.EmpBoth;
+    SepBooks = employees.SepBooks;
+    IndiaEmp = employees.IndiaEmp;
+    TotalEmp = employees.TotalEmp;
+}
+
 TaxParts TaxOfQuarter(int quarter)
 {
-    return TaxOn(EmployeesInHand().taxable(FBTQtrValue[quarter]), FBTRate);
+    return TaxOn(TaxableValue(EmployeesInHand(), FBTQtrValue[quarter]), FBTRate);
 }
 
 void ResetCalculation()
@@ -172,6 +152,5 @@ void ResetCalculation()
     clearFigures();
     setTax({});
     FBTRate = {};
-    EmpBoth = SepBooks = false;
-    IndiaEmp = TotalEmp = 0;
+    TakeEmployees({});
 }

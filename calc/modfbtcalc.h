@@ -6,6 +6,8 @@
 
 #include <array>
 
+class ComputationSource;
+
 /// The figures of the client and year in hand. Every reader calls `CALCFBT` first: the next call overwrites them, and
 /// nothing stores a computed figure. All are rupees; all but `FBTExpAmt` are whole.
 
@@ -33,9 +35,12 @@ extern int TotalEmp;
 ///
 /// Consolidated expenses are shared over the client's natures by salary. Up to the assessment year 2008-09 the tax is
 /// worked out and rounded for each quarter and added up; from 2009-10 on once for the year. A client without natures
-/// ends the computation behind the expenses of natures: the totals are 0 and the four tax figures stay as they were.
+/// ends the computation after the expenses of natures: the totals are 0 and the four tax figures stay as they were.
 /// A fault is logged as MODFBTCALC, CALCFBT and costs its statement only.
 void CALCFBT();
+
+/// The same from rows that `rows` hands out, for `Base->TYear`.
+void CALCFBT(ComputationSource &rows);
 
 /// Adds one expense to its computation line and to its quarter.
 /// @param HeadId a head without a line counts in the quarter all the same
@@ -47,6 +52,7 @@ void SETFBTVARS(int HeadId, double Amt, double Value, int Quarter, int NatId);
 
 /// The employee figures in one piece.
 Employees EmployeesInHand();
+void TakeEmployees(const Employees &employees);
 
 /// The tax on the value of one quarter, its India share taken first where that applies.
 /// @param quarter 1 to 4

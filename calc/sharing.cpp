@@ -2,6 +2,7 @@
 
 #include "platform/fault.h"
 #include "platform/text.h"
+#include "records/natures.h"
 
 #include <algorithm>
 
@@ -17,7 +18,7 @@ std::vector<double> ShareBySalary(double amount, const std::vector<double> &sala
     return shares;
 }
 
-Salaries::Salaries(std::vector<double> natures)
+Salaries::Salaries(std::vector<int> natures)
     : m_natures(std::move(natures))
 {
     for (Quarter &quarter : m_quarters)
@@ -31,9 +32,9 @@ int Salaries::inBounds(int quarter)
     return quarter;
 }
 
-void Salaries::set(double natId, int quarter, double amount)
+void Salaries::set(int natId, int quarter, double amount)
 {
-    if (natId == -1) {
+    if (natId == consolidatedNature) {
         m_quarters[inBounds(quarter)].total = amount;
         return;
     }

@@ -19,12 +19,12 @@ class Salaries
 {
 public:
     /// @param natures the client's natures by number, in the client's order; not empty
-    explicit Salaries(std::vector<double> natures);
+    explicit Salaries(std::vector<int> natures);
 
-    /// Notes the salary of a nature, or with `natId` -1 the salary of all natures together. A later amount replaces an
+    /// Notes the salary of a nature, or with `consolidatedNature` the salary of all natures together. A later amount replaces an
     /// earlier one; a nature that is not the client's is passed over.
     /// @param quarter 0 to 4; beyond it the bound is broken (FaultError)
-    void set(double natId, int quarter, double amount);
+    void set(int natId, int quarter, double amount);
 
     /// The shares of a consolidated amount in a quarter, as `ShareBySalary` makes them. One nature takes the whole
     /// without a look at its salary; else a quarter outside 0 to 4 breaks the bound (FaultError).
@@ -43,6 +43,6 @@ private:
 
     static int inBounds(int quarter);
 
-    std::vector<double> m_natures;
+    std::vector<int> m_natures;
     std::array<Quarter, quarterCount> m_quarters;
 };

@@ -7,11 +7,16 @@ double BENEFITVALUE(double rate, double amount)
     return Round(rate / 100 * amount);
 }
 
-double Employees::taxable(double value) const
+bool ProportionApplies(const Employees &employees)
 {
-    if (!proportionApplies())
+    return employees.EmpBoth && !employees.SepBooks && employees.IndiaEmp != 0 && employees.TotalEmp != 0;
+}
+
+double TaxableValue(const Employees &employees, double value)
+{
+    if (!ProportionApplies(employees))
         return value;
-    return Round(static_cast<double>(IndiaEmp) / TotalEmp * value);
+    return Round(static_cast<double>(employees.IndiaEmp) / employees.TotalEmp * value);
 }
 
 TaxParts &TaxParts::operator+=(const TaxParts &other)

@@ -1,28 +1,18 @@
 #pragma once
 
 #include "calc/rates.h"
+#include "records/addinfo.h"
 
 /// The value of a fringe benefit: Round(rate / 100 * amount), ties to the even number.
 /// @param rate percentage of the expense that counts (section 115WC)
 /// @param amount expense in rupees
 double BENEFITVALUE(double rate, double amount);
 
-/// The employees of a client and year, as its additional information states them.
-struct Employees
-{
-    bool EmpBoth = false;  ///< employees both in and outside India
-    bool SepBooks = false; ///< separate books are kept for the Indian part
-    int IndiaEmp = 0;      ///< employees based in India
-    int TotalEmp = 0;      ///< all employees; fewer than those in India is not checked
+/// Whether only the India share of a value is taxed: there are employees in and outside India, without separate books.
+bool ProportionApplies(const Employees &employees);
 
-    /// Whether only the India share of the value is taxed.
-    [[nodiscard]] bool proportionApplies() const { return EmpBoth && !SepBooks && IndiaEmp != 0 && TotalEmp != 0; }
-
-    /// The taxed part of a value: Round(`IndiaEmp` / `TotalEmp` * value) when the proportion applies, else the value.
-    [[nodiscard]] double taxable(double value) const;
-
-    bool operator==(const Employees &other) const = default;
-};
+/// The taxed part of a value: Round(`IndiaEmp` / `TotalEmp` * value) when the proportion applies, else the value.
+double TaxableValue(const Employees &employees, double value);
 
 /// Tax with what is laid on it, in whole rupees.
 struct TaxParts

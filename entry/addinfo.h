@@ -1,11 +1,13 @@
 #pragma once
 
-/// Additional information of the client and year in hand, as far as the entry of expenses needs it.
+#include "records/clientyear.h"
 
-/// Reads the employee figures (`EmpBoth`, `SepBooks`, `IndiaEmp`, `TotalEmp`). A year without a row gets one: what
-/// changes slowly is copied from the year before, the rest is empty and interest is set to be computed; without a year
-/// before, the default row. The bank accounts follow by `LOADBANKDATA`.
-void LOADADDINFO();
+/// Additional information of a client and year, as far as the entry of expenses needs it.
+
+/// Takes the employee figures (`EmpBoth`, `SepBooks`, `IndiaEmp`, `TotalEmp`) of the client and year in hand. A year
+/// without a row gets one, from the year before where there is one. The bank accounts follow by `LOADBANKDATA`.
+/// @return false when the figures could not be read; they are then cleared
+bool LOADADDINFO(const ClientYear &client);
 
 /// Copies the bank accounts of the year before when the year has none.
-void LOADBANKDATA();
+void LOADBANKDATA(const ClientYear &client);

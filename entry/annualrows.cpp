@@ -1,11 +1,13 @@
 #include "entry/annualrows.h"
 
 #include "calc/taxchain.h"
+#include "records/change.h"
 
 #include <QHash>
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 namespace {
 
@@ -18,31 +20,42 @@ struct ItemLines
     std::array<std::size_t, quarterCount> filled{};
 };
 
+using Cell = std::optional<AnnualRow::Cell>;
+
+/// Whether a quarter holds a row that can be told from others. One without number and amount is left alone: its number
+/// would take all rows without one along.
+bool holdsRow(const Cell &cell)
+{
+    return cell && (cell->srNo != 0 || cell->amount != 0);
+}
+
+bool deleteQuarter(Change &change, const ClientYear &client, int quarter, const Cell &cell)
+{
+    return !holdsRow(cell) || DeleteExpense(change, client, quarter, cell->srNo);
+}
+
 /// The number under which a quarter is written; none when no number could be had.
-std::optional<int> numberFor(const ClientYear &client, int quarter, const std::optional<AnnualRow::Cell> &before)
+std::optional<int> numberFor(Change &change, const ClientYear &client, int quarter, const Cell &before)
 {
     if (before && before->srNo != 0)
         return before->srNo;
-    if (before) // a row without a number gets one
-        DeleteDetail(client, quarter, 0);
-    return NextSrNo(client, quarter);
+    if (!deleteQuarter(change, client, quarter, before)) // a row without a number gets one
+        return std::nullopt;
+    return NextExpenseNo(change, client, quarter);
 }
 
-/// Writes one quarter of a line, and gives what it holds afterwards.
-std::optional<AnnualRow::Cell> saveQuarter(const ClientYear &client, int quarter, int natId, int expId, double amount,
-                                           const std::optional<AnnualRow::Cell> &before)
+/// Writes one quarter of a line; `cell` is what it held before, and afterwards what it holds now.
+bool saveQuarter(Change &change, const ClientYear &client, Expense expense, Cell &cell)
 {
-    if (amount == 0) {
-        // A row without number and amount is left alone: its number would take all rows without one along.
-        if (before && (before->srNo != 0 || before->amount != 0))
-            DeleteDetail(client, quarter, before->srNo);
-        return std::nullopt;
-    }
-    const std::optional<int> srNo = numberFor(client, quarter, before);
+    const Cell before = std::exchange(cell, std::nullopt);
+    if (expense.amount == 0)
+        return deleteQuarter(change, client, expense.quarter, before);
+    const std::optional<int> srNo = numberFor(change, client, expense.quarter, before);
     if (!srNo)
-        return std::nullopt;
-    ReplaceDetail(client, quarter, natId, *srNo, expId, amount);
-    return AnnualRow::Cell{amount, 0, *srNo};
+        return false;
+    expense.srNo = *srNo;
+    cell = AnnualRow::Cell{expense.amount, 0, expense.srNo};
+    return ReplaceExpense(change, client, expense);
 }
 
 template<typename Member>
@@ -74,11 +87,11 @@ double AnnualRow::value() const
     return sumOf(*this, &Cell::value);
 }
 
-std::vector<AnnualRow> LineUp(const std::vector<DetailRow> &rows)
+std::vector<AnnualRow> LineUp(const std::vector<Expense> &rows)
 {
     std::vector<AnnualRow> lines;
     QHash<int, ItemLines> items;
-    for (const DetailRow &row : rows) {
+    for (const Expense &row : rows) {
         if (row.quarter < 1 || row.quarter > quarterCount)
             continue;
         ItemLines &item = items[row.expId];
@@ -96,24 +109,35 @@ std::vector<AnnualRow> LineUp(const std::vector<DetailRow> &rows)
     return lines;
 }
 
-AnnualRow SaveAnnual(const ClientYear &client, int natId, int expId, const QuarterAmounts &amounts,
-                     const std::optional<AnnualRow> &before)
+std::optional<AnnualRow> SaveAnnual(Connection *cnn, const ClientYear &client, int natId, int expId,
+                                    const QuarterAmounts &amounts, const std::optional<AnnualRow> &before)
 {
-    AnnualRow written;
+    AnnualRow written = before.value_or(AnnualRow());
     written.expId = expId;
-    for (int i = 0; i < quarterCount; ++i) {
-        const std::optional<AnnualRow::Cell> cell = before ? before->quarters[i] : std::nullopt;
-        written.quarters[i] = saveQuarter(client, i + 1, natId, expId, amounts[i], cell);
-    }
-    return written;
+    const bool saved = ChangeTogether(cnn, [&](Change &change) {
+        for (int i = 0; i < quarterCount; ++i) {
+            Expense expense;
+            expense.quarter = i + 1;
+            expense.natId = natId;
+            expense.expId = expId;
+            expense.amount = amounts[i];
+            if (!saveQuarter(change, client, expense, written.quarters[i]))
+                return false;
+        }
+        return true;
+    });
+    return saved ? std::optional(written) : std::nullopt;
 }
 
-void DeleteAnnual(const ClientYear &client, const AnnualRow &line)
+bool DeleteAnnual(Connection *cnn, const ClientYear &client, const AnnualRow &line)
 {
-    for (int i = 0; i < quarterCount; ++i) {
-        if (line.quarters[i])
-            DeleteDetail(client, i + 1, line.quarters[i]->srNo);
-    }
+    return ChangeTogether(cnn, [&](Change &change) {
+        for (int i = 0; i < quarterCount; ++i) {
+            if (!deleteQuarter(change, client, i + 1, line.quarters[i]))
+                return false;
+        }
+        return true;
+    });
 }
 
 int FindLine(const std::vector<AnnualRow> &lines, const AnnualRow &written)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "entry/detailrows.h"
+#include "records/expenses.h"
 
 #include <array>
 #include <optional>
@@ -17,7 +17,7 @@ struct AnnualRow
         int srNo = 0;
     };
 
-    QString headId;
+    int headId = 0;
     int expId = 0;
     double rate = 0;                             ///< percent
     std::array<std::optional<Cell>, 4> quarters; ///< index 0 is the first quarter
@@ -28,20 +28,21 @@ struct AnnualRow
 
 /// Lines expenses up by item: the nth of a kind in each quarter stand on one line, in the order in which lines are first
 /// needed. A row outside quarters 1 to 4 has no place and is left out.
-std::vector<AnnualRow> LineUp(const std::vector<DetailRow> &rows);
+std::vector<AnnualRow> LineUp(const std::vector<Expense> &rows);
 
 /// Amounts of the four quarters in rupees.
 using QuarterAmounts = std::array<double, 4>;
 
-/// Saves an expense of the year: a row for each quarter with an amount. Where a quarter of `before` had a row it keeps
-/// its number, and without an amount it is deleted; all others get a new number.
+/// Saves an expense of the year, all of it or nothing: a row for each quarter with an amount. Where a quarter of `before`
+/// had a row it keeps its number, and without an amount it is deleted; all others get a new number.
 /// @param before the line as it stands in the table; none for a new expense
-/// @return the line as it was written: its quarters and numbers
-AnnualRow SaveAnnual(const ClientYear &client, int natId, int expId, const QuarterAmounts &amounts,
-                     const std::optional<AnnualRow> &before);
+/// @return the line as it was written: its quarters and numbers; none when the table is as before
+std::optional<AnnualRow> SaveAnnual(Connection *cnn, const ClientYear &client, int natId, int expId,
+                                    const QuarterAmounts &amounts, const std::optional<AnnualRow> &before);
 
-/// Deletes the rows of a line in all its quarters.
-void DeleteAnnual(const ClientYear &client, const AnnualRow &line);
+/// Deletes the rows of a line in all its quarters, all or none. A quarter without number and amount stays: other rows
+/// without a number would go with it.
+bool DeleteAnnual(Connection *cnn, const ClientYear &client, const AnnualRow &line);
 
 /// The position of a written line among others: the one with the same item and number in a quarter that was written;
 /// -1 when there is none.

@@ -2,7 +2,6 @@
 
 #include "calc/sharing.h"
 #include "context/modbase.h"
-#include "platform/recordset.h"
 
 #include <QHash>
 
@@ -19,12 +18,8 @@ SharedFigures &SharedFigures::operator+=(const SharedFigures &other)
 std::vector<double> RatesOfItem(int year, int expId, const std::vector<Nature> &natures)
 {
     std::vector<double> percent;
-    for (const Nature &nature : natures) {
-        Recordset rs;
-        rs.Open(Sql("Select * from FBT_ExpRate", year, " Where (NatId=", nature.srNo, " or NatId=0) and SrNo=", expId),
-                Cnn);
-        percent.push_back(rs.Eof() ? 0 : rs.Fields(u"IntRt").num());
-    }
+    for (const Nature &nature : natures)
+        percent.push_back(RateOfItem(Cnn, year, expId, nature.srNo).valueOr(0));
     return percent;
 }
 
@@ -41,13 +36,13 @@ SharedFigures ShareExpense(double amount, const std::vector<double> &percent, co
     return shared;
 }
 
-SharedFigures ShareAll(const std::vector<DetailRow> &expenses, int year, const std::vector<Nature> &natures,
+SharedFigures ShareAll(const std::vector<Expense> &expenses, int year, const std::vector<Nature> &natures,
                        const QuarterSalary &salary, const Employees &employees, const FBTRates &rates)
 {
     SharedFigures sum;
     sum.ofNatures.resize(natures.size());
     QHash<int, std::vector<double>> percentOf; // thousands of rows share a few dozen items
-    for (const DetailRow &expense : expenses) {
+    for (const Expense &expense : expenses) {
         if (!percentOf.contains(expense.expId))
             percentOf.insert(expense.expId, RatesOfItem(year, expense.expId, natures));
         sum += ShareExpense(expense.amount, percentOf[expense.expId], salary, employees, rates);
@@ -55,10 +50,10 @@ SharedFigures ShareAll(const std::vector<DetailRow> &expenses, int year, const s
     return sum;
 }
 
-std::vector<DetailRow> SharesOf(const std::vector<DetailRow> &expenses, std::size_t nature, const QuarterSalary &salary)
+std::vector<Expense> SharesOf(const std::vector<Expense> &expenses, std::size_t nature, const QuarterSalary &salary)
 {
-    std::vector<DetailRow> rows;
-    for (DetailRow row : expenses) {
+    std::vector<Expense> rows;
+    for (Expense row : expenses) {
         row.amount = ShareBySalary(row.amount, salary.ofNatures, salary.total)[nature];
         row.srNo = shareSrNo;
         if (row.amount != 0)

@@ -2,11 +2,15 @@
 
 #include "entry/figures.h"
 #include "entry/quartersalary.h"
+#include "records/expenses.h"
 
 #include <vector>
 
 /// Consolidated expenses shared over the natures by salary: what the consolidated panel shows and the figures of the
 /// quarter are made of.
+
+/// `srNo` of a row that is a share, and no row of the table.
+constexpr int shareSrNo = -1;
 
 /// A consolidated expense, or the sum of several, by nature.
 struct SharedFigures
@@ -28,12 +32,11 @@ SharedFigures ShareExpense(double amount, const std::vector<double> &percent, co
                            const Employees &employees, const FBTRates &rates);
 
 /// The figures of all consolidated expenses of a quarter: those of the single expenses added up.
-SharedFigures ShareAll(const std::vector<DetailRow> &expenses, int year, const std::vector<Nature> &natures,
+SharedFigures ShareAll(const std::vector<Expense> &expenses, int year, const std::vector<Nature> &natures,
                        const QuarterSalary &salary, const Employees &employees, const FBTRates &rates);
 
-/// What one nature takes of consolidated expenses: their rows with the share as amount. A row without a share is left
+/// What one nature takes of consolidated expenses: their rows with the share as amount and `shareSrNo` as number. A row without a share is left
 /// out; the last nature takes what the others leave.
 /// @param expenses with the percentages of that nature
 /// @param nature its position among the natures
-std::vector<DetailRow> SharesOf(const std::vector<DetailRow> &expenses, std::size_t nature,
-                                const QuarterSalary &salary);
+std::vector<Expense> SharesOf(const std::vector<Expense> &expenses, std::size_t nature, const QuarterSalary &salary);

@@ -46,7 +46,7 @@ ConsolidatedPanel::ConsolidatedPanel(QWidget *parent)
 {
     ui->setupUi(this);
     ui->vsfs->setSelectionBehavior(QAbstractItemView::SelectItems);
-    ui->vsfs->setEditable([](int row, int col) { return row == salaryRow && col > 0; });
+    ui->vsfs->setEditable([this](int row, int col) { return m_salaryRead && row == salaryRow && col > 0; });
     ui->vsfs->setValidateEdit([this](int, int, QString &text) { return acceptSalary(text); });
     connect(ui->vsfs, &Grid::afterEdit, this, [this](int, int col) { VSFS_AFTEREDIT(col); });
     connect(ui->cboexp, &QComboBox::currentIndexChanged, this, &ConsolidatedPanel::LOADEXPDET);
@@ -54,14 +54,15 @@ ConsolidatedPanel::ConsolidatedPanel(QWidget *parent)
 
 ConsolidatedPanel::~ConsolidatedPanel() = default;
 
-void ConsolidatedPanel::setNatures(const std::vector<Nature> &natures)
+void ConsolidatedPanel::setNatures(const ClientYear &client, const std::vector<Nature> &natures)
 {
+    m_client = client;
     m_natures = natures;
     setUpGrid(ui->vsfs, {QStringLiteral("Salary and Wages")});
     ui->vsfs->setTextMatrix(0, static_cast<int>(natures.size()) + 1, QStringLiteral("Total Salary and Wages"));
     for (Grid *grid : {ui->vsfe, ui->vsfr}) {
         setUpGrid(grid, figureCaptions());
-        grid->setRowHidden(secondCessRow, Base->TYear < firstYearWithSecondCess);
+        grid->setRowHidden(secondCessRow, m_client.year < firstYearWithSecondCess);
     }
     ui->vsfr->setRowHidden(rateRow, true); // a sum has no rate
 }
@@ -85,18 +86,21 @@ void ConsolidatedPanel::setUpGrid(Grid *grid, const QStringList &rowCaptions)
         grid->setColWidth(col, col == 0 ? captionWidth : amountWidth);
 }
 
-void ConsolidatedPanel::LOADSALDET(int quarter)
+bool ConsolidatedPanel::LOADSALDET(int quarter)
 {
     ErrorTail tail(formName, QStringLiteral("LOADSALDET"));
     m_quarter = quarter;
-    const QuarterSalary salary = ReadSalary(InHand(), quarter, m_natures);
+    const RowsRead<Salary> read = SalariesOfQuarter(Cnn, m_client, quarter);
+    m_salaryRead = !read.failed();
+    const QuarterSalary salary = SalaryByNature(*read, m_natures);
     const int totalCol = static_cast<int>(m_natures.size()) + 1;
     for (int col = 1; col < totalCol; ++col)
         ui->vsfs->setTextMatrix(salaryRow, col, Money(salary.ofNatures[col - 1]));
     ui->vsfs->setTextMatrix(salaryRow, totalCol, Money(salary.total));
+    return m_salaryRead;
 }
 
-void ConsolidatedPanel::setExpenses(const std::vector<DetailRow> &expenses, const QStringList &descriptions)
+void ConsolidatedPanel::setExpenses(const std::vector<Expense> &expenses, const QStringList &descriptions)
 {
     m_expenses = expenses;
     m_descriptions = descriptions;
@@ -158,8 +162,8 @@ void ConsolidatedPanel::LOADEXPDET()
     std::vector<double> percent(m_natures.size(), 0.0);
     figures.ofNatures.resize(m_natures.size());
     if (index >= 0) {
-        const DetailRow &expense = m_expenses[static_cast<std::size_t>(index)];
-        percent = RatesOfItem(Base->TYear, expense.expId, m_natures);
+        const Expense &expense = m_expenses[static_cast<std::size_t>(index)];
+        percent = RatesOfItem(m_client.year, expense.expId, m_natures);
         figures = ShareExpense(expense.amount, percent, salary(), EmployeesInHand(), FBTRate);
     }
     for (std::size_t i = 0; i < percent.size(); ++i)
@@ -171,7 +175,7 @@ void ConsolidatedPanel::LOADEXPDET()
 void ConsolidatedPanel::LOADALLEXPDET()
 {
     ErrorTail tail(formName, QStringLiteral("LOADALLEXPDET"));
-    m_all = ShareAll(m_expenses, Base->TYear, m_natures, salary(), EmployeesInHand(), FBTRate);
+    m_all = ShareAll(m_expenses, m_client.year, m_natures, salary(), EmployeesInHand(), FBTRate);
     showFigures(ui->vsfr, m_all);
 }
 
@@ -201,11 +205,14 @@ void ConsolidatedPanel::tellTotalTooSmall()
 bool ConsolidatedPanel::SAVESALDATA()
 {
     ErrorTail tail(formName, QStringLiteral("SAVESALDATA"));
+    if (!m_salaryRead)
+        return true;
+    if (!ui->vsfs->finishEdit())
+        return false;
     const QuarterSalary now = salary();
     if (now.totalTooSmall()) {
         tellTotalTooSmall();
         return false;
     }
-    SaveSalary(InHand(), m_quarter, m_natures, now);
-    return true;
+    return SaveSalaries(Cnn, m_client, m_quarter, SalaryRows(now, m_quarter, m_natures));
 }

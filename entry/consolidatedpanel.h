@@ -24,21 +24,24 @@ public:
     ~ConsolidatedPanel() override;
 
     /// The client's natures, a column each. Called once the percentages of the year are set.
-    void setNatures(const std::vector<Nature> &natures);
+    void setNatures(const ClientYear &client, const std::vector<Nature> &natures);
 
-    /// Reads the salaries of a quarter.
-    void LOADSALDET(int quarter);
+    /// Reads the salaries of a quarter. False when they could not be read: none are shown then, and none can be typed.
+    bool LOADSALDET(int quarter);
 
     /// Takes the consolidated expenses of the quarter with their descriptions, and sums them up.
-    void setExpenses(const std::vector<DetailRow> &expenses, const QStringList &descriptions);
+    void setExpenses(const std::vector<Expense> &expenses, const QStringList &descriptions);
 
     /// Lists the expenses anew and goes to the first one.
     void begin();
 
+    [[nodiscard]] bool salaryRead() const { return m_salaryRead; }
     [[nodiscard]] QuarterSalary salary() const;
     [[nodiscard]] const Figures &total() const { return m_all.total; } ///< of all expenses and natures
 
-    /// Writes the salaries. False, with a message, when the total is below the sum of the natures.
+    /// Writes the salaries, the cell being edited too. False, with a message, when that cell holds no number or the total
+    /// is below the sum of the natures; false too when they could not be written. Salaries that could not be read stay
+    /// as they are.
     bool SAVESALDATA();
 
 private:
@@ -52,8 +55,10 @@ private:
 
     std::unique_ptr<Ui::ConsolidatedPanel> ui;
     std::vector<Nature> m_natures;
-    std::vector<DetailRow> m_expenses;
+    std::vector<Expense> m_expenses;
     QStringList m_descriptions;
     SharedFigures m_all;
+    ClientYear m_client;
     int m_quarter = 0;
+    bool m_salaryRead = false;
 };

@@ -1,7 +1,6 @@
 #include "entry/expenseentry.h"
 
 #include "context/errortail.h"
-#include "context/modbase.h"
 #include "controls/screen.h"
 #include "entry/expenselists.h"
 
@@ -95,14 +94,14 @@ void ExpenseEntry::LOADHEADS()
 {
     ErrorTail tail(parent(), QStringLiteral("LOADHEADS"));
     m_list->setHeader(QStringLiteral("Head of Expenses"));
-    m_list->setItems(listItems(HeadChoices(Base->TYear)));
+    m_list->setItems(listItems(HeadChoices(m_year)));
 }
 
 void ExpenseEntry::LOADEXPHEADS()
 {
     ErrorTail tail(parent(), QStringLiteral("LOADEXPHEADS"));
     m_list->setHeader(QStringLiteral("Nature of Expenses"));
-    m_list->setItems(listItems(ItemChoices(Base->TYear, m_head.id)));
+    m_list->setItems(listItems(ItemChoices(m_year, m_head.id)));
 }
 
 ExpenseEntry::Picked *ExpenseEntry::pickedAt(const QWidget *widget)

@@ -25,6 +25,9 @@ public:
 
     ExpenseEntry(Screen *screen, const Controls &controls);
 
+    /// The assessment year whose heads and items are listed, by its first calendar year.
+    void setYear(int year) { m_year = year; }
+
     /// Shows nothing, as before an addition.
     void clear();
 
@@ -63,5 +66,6 @@ private:
     QLineEdit *m_next;
     Picked m_head;
     Picked m_item;
+    int m_year = 0;
     Picked *m_open = nullptr; // the field whose list is shown
 };

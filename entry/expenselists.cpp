@@ -1,39 +1,44 @@
 #include "entry/expenselists.h"
 
+#include "context/errortail.h"
 #include "context/modbase.h"
 #include "controls/grid.h"
-#include "platform/recordset.h"
+#include "entry/readingnote.h"
+#include "platform/sqltext.h"
+#include "records/law.h"
 
 #include <algorithm>
 
 namespace {
 
-std::vector<ExpenseChoice> readChoices(const QString &query, QStringView id, QStringView text)
+std::vector<ExpenseChoice> sorted(std::vector<ExpenseChoice> list)
 {
-    std::vector<ExpenseChoice> choices;
-    Recordset rs;
-    for (rs.Open(query, Cnn); !rs.Eof(); rs.MoveNext())
-        choices.push_back({rs.Fields(id).whole(), rs.Fields(text).text()});
-    return choices;
-}
-
-std::vector<ExpenseChoice> sorted(std::vector<ExpenseChoice> choices)
-{
-    std::stable_sort(choices.begin(), choices.end(), [](const ExpenseChoice &a, const ExpenseChoice &b) {
+    std::stable_sort(list.begin(), list.end(), [](const ExpenseChoice &a, const ExpenseChoice &b) {
         return a.text.compare(b.text, Qt::CaseInsensitive) < 0;
     });
-    return choices;
+    return list;
 }
 
-std::vector<ExpenseChoice> heads(int year)
+std::vector<ExpenseChoice> choices(const RowsRead<ExpenseHead> &heads)
 {
-    return readChoices(Sql("Select * from FBT_Head", year), u"HeadId", u"HeadDesc");
+    std::vector<ExpenseChoice> list;
+    for (const ExpenseHead &head : *heads)
+        list.push_back({head.headId, head.text});
+    return list;
 }
 
-QString displayList(const std::vector<ExpenseChoice> &choices)
+std::vector<ExpenseChoice> choices(const RowsRead<ExpenseItem> &items)
+{
+    std::vector<ExpenseChoice> list;
+    for (const ExpenseItem &item : *items)
+        list.push_back({item.srNo, item.text});
+    return list;
+}
+
+QString displayList(const std::vector<ExpenseChoice> &list)
 {
     QStringList entries;
-    for (const ExpenseChoice &choice : choices)
+    for (const ExpenseChoice &choice : list)
         entries << Sql("#", choice.id, ";", choice.text);
     return entries.join(u'|');
 }
@@ -42,16 +47,25 @@ QString displayList(const std::vector<ExpenseChoice> &choices)
 
 std::vector<ExpenseChoice> HeadChoices(int year)
 {
-    return sorted(heads(year));
+    return sorted(choices(ExpenseHeads(Cnn, year)));
 }
 
 std::vector<ExpenseChoice> ItemChoices(int year, int headId)
 {
-    return sorted(readChoices(Sql("Select * from FBT_ExpHead", year, " Where HeadId=", headId), u"SrNo", u"expdesc"));
+    return sorted(choices(ExpenseItems(Cnn, year, headId)));
+}
+
+QString HeadText(int headId)
+{
+    return headId == 0 ? QString() : QString::number(headId);
 }
 
 void GETITEMS(Grid *grid, int year)
 {
-    grid->setColComboList(1, displayList(heads(year)));
-    grid->setColComboList(2, displayList(readChoices(Sql("Select * from FBT_ExpHead", year), u"SrNo", u"expdesc")));
+    ErrorTail tail(Screen::of(grid), QStringLiteral("GETITEMS"));
+    const RowsRead<ExpenseHead> heads = ExpenseHeads(Cnn, year);
+    const RowsRead<ExpenseItem> items = ExpenseItems(Cnn, year);
+    grid->setColComboList(1, displayList(choices(heads)));
+    grid->setColComboList(2, displayList(choices(items)));
+    NoteReading(Screen::of(grid), QStringLiteral("descriptions of heads and items"), heads.failed() || items.failed());
 }

@@ -19,5 +19,8 @@ std::vector<ExpenseChoice> HeadChoices(int year);
 /// The items under a head of the year, sorted by description.
 std::vector<ExpenseChoice> ItemChoices(int year, int headId);
 
+/// A head as the lists of expenses hold it: empty for an item that is not among the year's items.
+QString HeadText(int headId);
+
 /// Lets columns 1 (`HeadId`) and 2 (`FBT_ExpHead.SrNo`) of a list of expenses show descriptions.
 void GETITEMS(Grid *grid, int year);

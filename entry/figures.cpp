@@ -15,13 +15,13 @@ Figures &Figures::operator+=(const Figures &other)
 
 Figures FiguresOn(double amount, double value, const Employees &employees, const FBTRates &rates)
 {
-    const double taxable = employees.taxable(value);
+    const double taxable = TaxableValue(employees, value);
     return {amount, value, taxable, TaxOn(taxable, rates)};
 }
 
 QString ProportionText(const Employees &employees, double value)
 {
-    if (!employees.proportionApplies())
+    if (!ProportionApplies(employees))
         return {};
     return QStringLiteral("(%1[Employees in India] \u00f7%2[Total Employees]) X %3[Value of Fringe Benefit]")
         .arg(QString::number(employees.IndiaEmp), QString::number(employees.TotalEmp), Money(value));

@@ -10,6 +10,8 @@
 #include "entry/expenseentry.h"
 #include "entry/expenselists.h"
 #include "entry/figures.h"
+#include "entry/natures.h"
+#include "entry/readingnote.h"
 #include "platform/text.h"
 
 #include <algorithm>
@@ -25,7 +27,7 @@ constexpr int columnCount = 18;
 constexpr int firstAmountField = 2;
 constexpr int quarterCount = 4;
 
-/// The three columns of a quarter (1 to 4): its amount, and behind it value and number.
+/// The three columns of a quarter (1 to 4): its amount, followed by value and number.
 constexpr int amountColumn(int quarter)
 {
     return quarter * 3 + 1;
@@ -51,9 +53,10 @@ void setCaptions(Grid *grid)
 
 } // namespace
 
-frmannualfbt::frmannualfbt(QWidget *parent)
+frmannualfbt::frmannualfbt(const ClientYear &client, QWidget *parent)
     : Screen(QStringLiteral("frmannualfbt"), parent)
     , ui(std::make_unique<Ui::frmannualfbt>())
+    , m_client(client)
 {
     ui->setupUi(this);
     txtdedflds = ControlArray<QLineEdit>(this, QStringLiteral("txtdedflds"));
@@ -108,13 +111,16 @@ void frmannualfbt::FORM_LOAD()
     ErrorTail tail(this, QStringLiteral("FORM_LOAD"));
     Base->Resize_For_Resolution(this);
     setWindowTitle(QStringLiteral("Annual FBT Details") + Base->Cap);
-    GETITEMS(ui->vsf2, Base->TYear);
+    GETITEMS(ui->vsf2, m_client.year);
+    m_entry->setYear(m_client.year);
 }
 
 void frmannualfbt::INITDATA(int nature)
 {
     ErrorTail tail(this, QStringLiteral("INITDATA"));
-    tail([&] { FillNatures(ui->cbonature, ClientNatures(Base->code), nature); });
+    const RowsRead<Nature> natures = ClientNatures(Cnn, m_client.code);
+    NoteReading(this, QStringLiteral("natures of business"), natures.failed());
+    FillNatures(ui->cbonature, *natures, nature);
     connect(ui->cbonature, &QComboBox::currentIndexChanged, this, &frmannualfbt::CBONATURE_CLICK);
     CBONATURE_CLICK();
 }
@@ -143,14 +149,16 @@ void frmannualfbt::LOADGRIDDED()
 
 void frmannualfbt::fillRows()
 {
-    m_lines = LineUp(ReadDetails(DetailQuery(InHand(), 0, m_nature, m_nature)));
+    const RowsRead<Expense> expenses = ExpensesOfYear(Cnn, m_client, m_nature);
+    NoteReading(this, QStringLiteral("expenses"), expenses.failed());
+    m_lines = LineUp(*expenses);
     for (const AnnualRow &line : m_lines)
         addRow(line);
 }
 
 void frmannualfbt::addRow(const AnnualRow &line)
 {
-    QStringList texts{QString(), line.headId, QString::number(line.expId), NumberText(line.rate)};
+    QStringList texts{QString(), HeadText(line.headId), QString::number(line.expId), NumberText(line.rate)};
     for (const auto &cell : line.quarters) {
         if (cell)
             texts << NumberText(cell->amount) << NumberText(cell->value) << QString::number(cell->srNo);
@@ -181,7 +189,7 @@ void frmannualfbt::clearFields()
 void frmannualfbt::showRow(int row)
 {
     const AnnualRow &line = *currentLine();
-    m_entry->show(static_cast<int>(Val(line.headId)), ui->vsf2->shownText(row, headColumn), line.expId,
+    m_entry->show(line.headId, ui->vsf2->shownText(row, headColumn), line.expId,
                   ui->vsf2->shownText(row, expenseColumn));
     for (int i = 0; i < quarterCount; ++i) {
         if (line.quarters[i])
@@ -230,9 +238,11 @@ void frmannualfbt::CMDUPDATEDED_CLICK()
 void frmannualfbt::saveLine(const QuarterAmounts &amounts)
 {
     const std::optional<AnnualRow> before = m_list->Adding() ? std::nullopt : std::optional(*currentLine());
-    const AnnualRow written = SaveAnnual(InHand(), m_nature, m_entry->expId(), amounts, before);
+    const auto written = SaveAnnual(Cnn, m_client, m_nature, m_entry->expId(), amounts, before);
+    if (!written)
+        return; // what was typed stays
     LOADGRIDDED();
-    const int line = FindLine(m_lines, written);
+    const int line = FindLine(m_lines, *written);
     if (line >= 0)
         ui->vsf2->setRow(ui->vsf2->FixedRows() + line);
     m_list->SETBUTTON(true);
@@ -247,7 +257,7 @@ void frmannualfbt::CMDDELETEDED_CLICK()
     if (line == nullptr || MsgBox(this, QStringLiteral("Do you want to Delete Selected Item?"), Buttons::YesNo,
                                   Icon::Question, {}, 2) != Reply::Yes)
         return;
-    DeleteAnnual(InHand(), *line);
+    DeleteAnnual(Cnn, m_client, *line);
     LOADGRIDDED();
     if (!ui->vsf2->hasDataRow())
         ui->cmdaddded->setFocus(Qt::OtherFocusReason);

@@ -22,10 +22,11 @@ class frmannualfbt : public Screen
     Q_OBJECT
 
 public:
-    explicit frmannualfbt(QWidget *parent = nullptr);
+    /// @param client whose expenses are entered
+    explicit frmannualfbt(const ClientYear &client, QWidget *parent = nullptr);
     ~frmannualfbt() override;
 
-    /// Fills the selector of natures and goes to one. Called once, behind `Load` and before the screen is shown.
+    /// Fills the selector of natures and goes to one. Called once, after `Load` and before the screen is shown.
     void INITDATA(int nature);
 
     void FORM_LOAD() override;
@@ -54,5 +55,6 @@ private:
     ListEdit *m_list;
     ExpenseEntry *m_entry;
     std::vector<AnnualRow> m_lines; // those of vsf2, in its order
+    const ClientYear m_client;
     int m_nature = 0;
 };

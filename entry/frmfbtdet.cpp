@@ -13,7 +13,10 @@
 #include "entry/expenseentry.h"
 #include "entry/expenselists.h"
 #include "entry/frmannualfbt.h"
+#include "entry/natures.h"
+#include "entry/readingnote.h"
 #include "platform/text.h"
+#include "records/change.h"
 
 #include <QSignalBlocker>
 
@@ -28,7 +31,7 @@ constexpr int amountColumn = 4;
 constexpr int valueColumn = 5;
 constexpr int srNoColumn = 6;
 
-double valueOf(const DetailRow &row)
+double valueOf(const Expense &row)
 {
     return BENEFITVALUE(row.rate, row.amount);
 }
@@ -86,10 +89,10 @@ void frmfbtdet::setUpGrid()
     for (const int col : {amountColumn, valueColumn})
         vsf2->setColFormat(col, QStringLiteral("###0.00"));
     vsf2->setColHidden(srNoColumn, true);
-    const int widths[] = {50, 210, 300, 60, 120, 130};
+    const int widths[] = {44, 150, 300, 50, 100, 110}; // beside the figures on a screen 1024 wide
     for (int col = 0; col < srNoColumn; ++col)
         vsf2->setColWidth(col, widths[col]);
-    constexpr int leastExpenseWidth = 160;
+    constexpr int leastExpenseWidth = 120;
     vsf2->setStretchCol(expenseColumn, leastExpenseWidth);
 }
 
@@ -117,14 +120,28 @@ void frmfbtdet::FORM_LOAD()
     ErrorTail tail(this, QStringLiteral("FORM_LOAD"));
     Base->Resize_For_Resolution(this);
     setWindowTitle(QStringLiteral("FBT Details") + Base->Cap);
+    m_inHand = InHand::now();
+    m_entry->setYear(client().year);
     showRates();
-    LOADADDINFO();
+    takeAddInfo();
     LOADNATURES();
-    GETITEMS(ui->vsf2, Base->TYear);
+    GETITEMS(ui->vsf2, client().year);
     ui->cmdconexp->setEnabled(false);
     // The first of them gets selected, which fills the list.
     ui->cboquarter->addItems({QStringLiteral("Ist   - April - June"), QStringLiteral("IInd - July - September"),
                               QStringLiteral("IIIrd - October - December"), QStringLiteral("IVth - January - March")});
+}
+
+void frmfbtdet::FORM_ACTIVATE()
+{
+    m_inHand.putBack();
+}
+
+/// The employees belong to what is in hand from here on.
+void frmfbtdet::takeAddInfo()
+{
+    NoteReading(this, QStringLiteral("additional information"), !LOADADDINFO(client()));
+    m_inHand = InHand::now();
 }
 
 void frmfbtdet::showRates()
@@ -133,7 +150,7 @@ void frmfbtdet::showRates()
     ui->lblsur->setText(WithRate(QStringLiteral("Surcharge"), FBTRate[2]));
     ui->lbleduc->setText(WithRate(QStringLiteral("Education Cess"), FBTRate[3]));
     ui->lblhec->setText(WithRate(QStringLiteral("Sec. && Higher E.C."), FBTRate[4]));
-    const bool secondCess = Base->TYear >= firstYearWithSecondCess;
+    const bool secondCess = client().year >= firstYearWithSecondCess;
     for (QWidget *widget : {static_cast<QWidget *>(ui->lblhec), static_cast<QWidget *>(ui->txtcalcn_6)}) {
         widget->setVisible(secondCess);
         widget->setEnabled(secondCess);
@@ -143,12 +160,19 @@ void frmfbtdet::showRates()
 void frmfbtdet::LOADNATURES()
 {
     ErrorTail tail(this, QStringLiteral("LOADNATURES"));
-    tail([this] { m_natures = ClientNatures(Base->code); });
+    const RowsRead<Nature> natures = ClientNatures(Cnn, client().code);
+    NoteReading(this, QStringLiteral("natures of business"), natures.failed());
+    m_natures = *natures;
     // The list follows once a quarter is selected.
     const QSignalBlocker blocker(ui->cbonature);
     FillNatures(ui->cbonature, m_natures);
     m_nature = ui->cbonature->currentData().toInt();
-    ui->famcon->setNatures(m_natures);
+    ui->famcon->setNatures(client(), m_natures);
+}
+
+void frmfbtdet::LOADSALDET()
+{
+    NoteReading(this, QStringLiteral("salaries"), !ui->famcon->LOADSALDET(m_quarter));
 }
 
 bool frmfbtdet::sharesExpenses() const
@@ -166,7 +190,7 @@ void frmfbtdet::CBOQUARTER_CLICK()
         return;
     m_quarter = quarter;
     if (sharesExpenses())
-        ui->famcon->LOADSALDET(quarter);
+        LOADSALDET();
     LOADGRIDDED();
     SETBUTTONDED(true);
     LOADDATADED();
@@ -205,26 +229,29 @@ void frmfbtdet::LOADGRIDDED()
 
 void frmfbtdet::fillRows()
 {
-    m_rows = ReadDetails(DetailQuery(InHand(), m_quarter, m_nature, m_nature));
+    const RowsRead<Expense> expenses = ExpensesOfQuarter(Cnn, client(), m_quarter, m_nature, m_nature);
+    NoteReading(this, QStringLiteral("expenses"), expenses.failed());
+    m_rows = *expenses;
     if (sharesExpenses() && m_nature != consolidatedNature)
         GETCONSITEMS();
-    for (const DetailRow &row : m_rows)
+    for (const Expense &row : m_rows)
         addRow(row);
 }
 
 void frmfbtdet::GETCONSITEMS()
 {
     ErrorTail tail(this, QStringLiteral("GETCONSITEMS"));
-    const auto expenses = ReadDetails(DetailQuery(InHand(), m_quarter, consolidatedNature, m_nature));
-    const auto shares = SharesOf(expenses, positionOf(m_nature, m_natures), ui->famcon->salary());
+    const RowsRead<Expense> expenses = ExpensesOfQuarter(Cnn, client(), m_quarter, consolidatedNature, m_nature);
+    NoteReading(this, QStringLiteral("consolidated expenses"), expenses.failed());
+    const auto shares = SharesOf(*expenses, positionOf(m_nature, m_natures), ui->famcon->salary());
     m_rows.insert(m_rows.end(), shares.begin(), shares.end());
 }
 
-void frmfbtdet::addRow(const DetailRow &row)
+void frmfbtdet::addRow(const Expense &row)
 {
     const bool ofConsolidated = m_nature == consolidatedNature;
     const int at = ui->vsf2->AddItem(
-        {QString(), row.headId, QString::number(row.expId), ofConsolidated ? QString() : NumberText(row.rate),
+        {QString(), HeadText(row.headId), QString::number(row.expId), ofConsolidated ? QString() : NumberText(row.rate),
          NumberText(row.amount), ofConsolidated ? QString() : NumberText(valueOf(row)), QString::number(row.srNo)});
     if (row.srNo == shareSrNo)
         ui->vsf2->setRowColor(at, Qt::blue);
@@ -247,7 +274,7 @@ void frmfbtdet::showFigures()
 {
     double amount = 0;
     double value = 0;
-    for (const DetailRow &row : m_rows) {
+    for (const Expense &row : m_rows) {
         amount += row.amount;
         value += valueOf(row);
     }
@@ -268,7 +295,7 @@ void frmfbtdet::GETCONSFIGS()
     showTax(ui->famcon->total());
 }
 
-/// The fields behind the first one, which the expenses themselves fill.
+/// The fields after the first one, which the expenses themselves fill.
 void frmfbtdet::showTax(const Figures &figures)
 {
     const TaxParts &tax = figures.Tax;
@@ -288,7 +315,7 @@ QStringList frmfbtdet::expenseTexts() const
 
 // --- the fields ---
 
-const DetailRow *frmfbtdet::currentRow() const
+const Expense *frmfbtdet::currentRow() const
 {
     const Grid *vsf2 = ui->vsf2;
     return vsf2->hasDataRow() ? &m_rows[static_cast<std::size_t>(vsf2->Row() - vsf2->FixedRows())] : nullptr;
@@ -310,8 +337,8 @@ void frmfbtdet::clearFields()
 
 void frmfbtdet::showRow(int row)
 {
-    const DetailRow &shown = *currentRow();
-    m_entry->show(static_cast<int>(Val(shown.headId)), ui->vsf2->shownText(row, headColumn), shown.expId,
+    const Expense &shown = *currentRow();
+    m_entry->show(shown.headId, ui->vsf2->shownText(row, headColumn), shown.expId,
                   ui->vsf2->shownText(row, expenseColumn));
     ShowAmount(ui->txtdedflds_2, shown.amount);
 }
@@ -337,7 +364,7 @@ void frmfbtdet::tellConsolidated()
 void frmfbtdet::CMDDELETEDED_CLICK()
 {
     ErrorTail tail(this, QStringLiteral("CMDDELETEDED_CLICK"));
-    const DetailRow *row = currentRow();
+    const Expense *row = currentRow();
     if (row == nullptr)
         return;
     if (row->srNo == shareSrNo) {
@@ -347,7 +374,7 @@ void frmfbtdet::CMDDELETEDED_CLICK()
     if (MsgBox(this, QStringLiteral("Do you want to Delete Selected Item?"), Buttons::YesNo, Icon::Question, {}, 2) !=
         Reply::Yes)
         return;
-    DeleteDetail(InHand(), m_quarter, row->srNo);
+    ChangeTogether(Cnn, [&](Change &change) { return DeleteExpense(change, client(), m_quarter, row->srNo); });
     LOADGRIDDED();
     if (!ui->vsf2->hasDataRow())
         ui->cmdaddded->setFocus(Qt::OtherFocusReason);
@@ -362,18 +389,27 @@ void frmfbtdet::CMDUPDATEDED_CLICK()
         return;
     if (!m_entry->itemChosen())
         return;
-    const auto srNo = m_list->Adding() ? NextSrNo(InHand(), m_quarter) : std::optional(currentRow()->srNo);
-    if (srNo)
-        saveRow(*srNo);
-}
-
-void frmfbtdet::saveRow(int srNo)
-{
-    ReplaceDetail(InHand(), m_quarter, m_nature, srNo, m_entry->expId(), AmountIn(ui->txtdedflds_2));
+    if (!saveRow())
+        return; // what was typed stays
     LOADGRIDDED();
     SETBUTTONDED(true);
     LOADDATADED();
     (m_list->Adding() ? static_cast<QWidget *>(ui->cmdaddded) : ui->vsf2)->setFocus(Qt::OtherFocusReason);
+}
+
+bool frmfbtdet::saveRow()
+{
+    Expense expense;
+    expense.quarter = m_quarter;
+    expense.natId = m_nature;
+    expense.expId = m_entry->expId();
+    expense.amount = AmountIn(ui->txtdedflds_2);
+    return ChangeTogether(Cnn, [&](Change &change) {
+        const auto srNo =
+            m_list->Adding() ? NextExpenseNo(change, client(), m_quarter) : std::optional(currentRow()->srNo);
+        expense.srNo = srNo.value_or(0);
+        return srNo && ReplaceExpense(change, client(), expense);
+    });
 }
 
 // --- other buttons ---
@@ -382,7 +418,7 @@ void frmfbtdet::CMDIMP_CLICK()
 {
     ErrorTail tail(this, QStringLiteral("CMDIMP_CLICK"));
     if (m_quarter == 1) {
-        frmannualfbt annual(this);
+        frmannualfbt annual(client(), this);
         annual.Load();
         annual.INITDATA(m_nature);
         annual.showModal();
@@ -398,7 +434,7 @@ bool frmfbtdet::importFromLastQuarter()
     if (MsgBox(this, QStringLiteral("Do you want to Import Details from Last Quarter?"), Buttons::YesNo,
                Icon::Question) != Reply::Yes)
         return false;
-    ImportLastQuarter(InHand(), m_quarter);
+    ImportLastQuarter(Cnn, client(), m_quarter);
     return true;
 }
 
@@ -407,11 +443,11 @@ void frmfbtdet::CMDADDINFO_CLICK()
     ErrorTail tail(this, QStringLiteral("CMDADDINFO_CLICK"));
     constexpr int lastYearOfFirstForm = 2006;
     const Employees before = EmployeesInHand();
-    if (Base->TYear <= lastYearOfFirstForm)
+    if (client().year <= lastYearOfFirstForm)
         Base->ShowAddInfo();
     else
         Base->ShowAddInfo1();
-    LOADADDINFO();
+    takeAddInfo();
     if (EmployeesInHand() == before)
         return;
     LOADGRIDDED();
@@ -421,6 +457,8 @@ void frmfbtdet::CMDADDINFO_CLICK()
 void frmfbtdet::CMDCONEXP_CLICK()
 {
     ErrorTail tail(this, QStringLiteral("CMDCONEXP_CLICK"));
+    if (!ui->famcon->salaryRead())
+        LOADSALDET();
     ui->famcon->show();
     ui->famcon->begin();
     ui->Frame3->hide();
@@ -439,7 +477,7 @@ void frmfbtdet::closeConsolidated()
 void frmfbtdet::CMDEFL_CLICK()
 {
     ErrorTail tail(this, QStringLiteral("CMDEFL_CLICK"));
-    if (Base->TYear > lastTaxedYear)
+    if (client().year > lastTaxedYear)
         MsgBox(this, QStringLiteral("E-filing Rules have not been notified for A.Y. 2010-11."), Buttons::Ok,
                Icon::Information);
     else
@@ -458,5 +496,7 @@ bool frmfbtdet::FORM_KEYPRESS(int asciiKey)
 
 bool frmfbtdet::FORM_UNLOAD()
 {
+    if (ui->famcon->isVisibleTo(this) && !ui->famcon->SAVESALDATA())
+        return false;
     return askExit(Icon::Exclamation);
 }

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "calc/clientyear.h"
 #include "controls/screen.h"
-#include "entry/detailrows.h"
+#include "records/expenses.h"
 
 #include <QLineEdit>
 
@@ -17,7 +18,8 @@ class frmfbtdet;
 }
 
 /// The working screen of a client and year: the expenses of one quarter and nature of business, their running tax
-/// figures, the consolidated expenses shared over the natures, and the way to payments, reports and returns.
+/// figures, the consolidated expenses shared over the natures, and the way to payments, reports and returns. It keeps the
+/// client and year in hand when it is loaded, and takes them in hand again whenever it comes to the front.
 class frmfbtdet : public Screen
 {
     Q_OBJECT
@@ -27,6 +29,7 @@ public:
     ~frmfbtdet() override;
 
     void FORM_LOAD() override;
+    void FORM_ACTIVATE() override;
     bool FORM_UNLOAD() override;
     bool FORM_KEYPRESS(int asciiKey) override;
 
@@ -38,7 +41,9 @@ private:
     void setUpGrid();
     void connectButtons();
     void showRates();
+    void takeAddInfo();
     void LOADNATURES();
+    void LOADSALDET();
     void CBOQUARTER_CLICK();
     void CBONATURE_CLICK();
     void SETBUTTONDED(bool browse);
@@ -56,7 +61,7 @@ private:
     bool mayModify();
 
     void fillRows();
-    void addRow(const DetailRow &row);
+    void addRow(const Expense &row);
     void clearFields();
     void showRow(int row);
     void showFigures();
@@ -64,19 +69,21 @@ private:
     void showTax(const Figures &figures);
     void showProportion(const QString &text);
     void closeConsolidated();
-    void saveRow(int srNo);
+    bool saveRow();
     void tellConsolidated();
     [[nodiscard]] bool importFromLastQuarter();
+    [[nodiscard]] const ClientYear &client() const { return m_inHand.client; }
     [[nodiscard]] bool sharesExpenses() const; // more than one nature
-    [[nodiscard]] const DetailRow *currentRow() const;
+    [[nodiscard]] const Expense *currentRow() const;
     [[nodiscard]] QStringList expenseTexts() const;
 
     std::unique_ptr<Ui::frmfbtdet> ui;
+    InHand m_inHand; // since it was loaded
     std::map<int, QLineEdit *> txtcalcn;
     ListEdit *m_list;
     ExpenseEntry *m_entry;
     std::vector<Nature> m_natures;
-    std::vector<DetailRow> m_rows; // those of vsf2, in its order
-    int m_quarter = 0;             // 1 to 4, 0 before the first selection
-    int m_nature = 0;              // consolidatedNature, or 0 for none
+    std::vector<Expense> m_rows; // those of vsf2, in its order
+    int m_quarter = 0;           // 1 to 4, 0 before the first selection
+    int m_nature = 0;            // consolidatedNature, or 0 for none
 };

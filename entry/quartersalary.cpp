@@ -1,37 +1,8 @@
 #include "entry/quartersalary.h"
 
-#include "context/modbase.h"
-#include "platform/recordset.h"
-#include "platform/write.h"
-
 #include <algorithm>
 #include <cmath>
 #include <numeric>
-
-namespace {
-
-QString salaryCondition(const ClientYear &client, int quarter)
-{
-    return Sql("Code_No='", client.code, "' and Tyear=", client.year, " and Quarter=", quarter);
-}
-
-void setSalary(QuarterSalary &salary, const std::vector<Nature> &natures, int natId, double amount)
-{
-    if (natId == consolidatedNature)
-        salary.total = amount;
-    const auto nature =
-        std::find_if(natures.begin(), natures.end(), [natId](const Nature &one) { return one.srNo == natId; });
-    if (nature != natures.end())
-        salary.ofNatures[nature - natures.begin()] = amount;
-}
-
-void insertSalary(const ClientYear &client, int quarter, int natId, double amount)
-{
-    Write(Cnn, Sql("Insert into FBT_SalDet Values ('", client.code, "',", client.year, ",", quarter, ",", natId, ",",
-                   amount, ")"));
-}
-
-} // namespace
 
 double QuarterSalary::sum() const
 {
@@ -44,21 +15,26 @@ bool QuarterSalary::totalTooSmall() const
     return std::round(total * paise) < std::round(sum() * paise);
 }
 
-QuarterSalary ReadSalary(const ClientYear &client, int quarter, const std::vector<Nature> &natures)
+QuarterSalary SalaryByNature(const std::vector<Salary> &rows, const std::vector<Nature> &natures)
 {
     QuarterSalary salary;
     salary.ofNatures.assign(natures.size(), 0.0);
-    Recordset rs;
-    rs.Open(Sql("Select * from FBT_SalDet Where ", salaryCondition(client, quarter)), Cnn);
-    for (; !rs.Eof(); rs.MoveNext())
-        setSalary(salary, natures, rs.Fields(u"NatId").whole(), rs.Fields(u"Amt").num());
+    for (const Salary &row : rows) {
+        if (row.natId == consolidatedNature)
+            salary.total = row.amount;
+        const auto nature =
+            std::find_if(natures.begin(), natures.end(), [&row](const Nature &one) { return one.srNo == row.natId; });
+        if (nature != natures.end())
+            salary.ofNatures[nature - natures.begin()] = row.amount;
+    }
     return salary;
 }
 
-void SaveSalary(const ClientYear &client, int quarter, const std::vector<Nature> &natures, const QuarterSalary &salary)
+std::vector<Salary> SalaryRows(const QuarterSalary &salary, int quarter, const std::vector<Nature> &natures)
 {
-    Write(Cnn, Sql("Delete from FBT_SalDet Where ", salaryCondition(client, quarter)));
+    std::vector<Salary> rows;
     for (std::size_t i = 0; i < natures.size(); ++i)
-        insertSalary(client, quarter, natures[i].srNo, salary.ofNatures[i]);
-    insertSalary(client, quarter, consolidatedNature, salary.total);
+        rows.push_back({quarter, natures[i].srNo, salary.ofNatures[i]});
+    rows.push_back({quarter, consolidatedNature, salary.total});
+    return rows;
 }

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "entry/detailrows.h"
-
-#include <vector>
+#include "records/natures.h"
+#include "records/salaries.h"
 
 /// Salary and wages of a client in one quarter, by which consolidated expenses are shared.
 struct QuarterSalary
@@ -16,8 +15,8 @@ struct QuarterSalary
     [[nodiscard]] bool totalTooSmall() const;
 };
 
-/// The stored salaries; a nature without a row has 0, a row of another nature is passed over.
-QuarterSalary ReadSalary(const ClientYear &client, int quarter, const std::vector<Nature> &natures);
+/// The salaries of a quarter by these natures; a nature without a row has 0, a row of another nature is passed over.
+QuarterSalary SalaryByNature(const std::vector<Salary> &rows, const std::vector<Nature> &natures);
 
-/// Replaces the stored salaries of the quarter: a row for each nature, whatever its amount, and one for the total.
-void SaveSalary(const ClientYear &client, int quarter, const std::vector<Nature> &natures, const QuarterSalary &salary);
+/// The rows to store: one for each nature, whatever its amount, and one for the total.
+std::vector<Salary> SalaryRows(const QuarterSalary &salary, int quarter, const std::vector<Nature> &natures);

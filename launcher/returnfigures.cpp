@@ -3,7 +3,7 @@
 #include "calc/clientyear.h"
 #include "calc/modfbtcalc.h"
 #include "context/modbase.h"
-#include "platform/recordset.h"
+#include "records/challans.h"
 
 ReturnFigures FiguresOfReturn(const QString &code, int year)
 {
@@ -15,9 +15,6 @@ ReturnFigures FiguresOfReturn(const QString &code, int year)
     CALCFBT();
     ReturnFigures figures;
     figures.tax = FBTTax + FBTSurcharge + FBTEduCess + FBTSHECess;
-    const double paid = FirstField(Cnn, Sql("Select Sum(ITAmt+SCAmt+ECAmt+ECAmt1) from FBT_Challan Where Code_No='",
-                                            code, "' and t_year=", year))
-                            .num();
-    figures.balance = figures.tax - paid;
+    figures.balance = figures.tax - TaxPaid(Cnn, {code, year}).valueOr(0);
     return figures;
 }

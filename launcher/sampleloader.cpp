@@ -1,95 +1,71 @@
 #include "launcher/sampleloader.h"
 
-#include "platform/connection.h"
+#include "records/addinfo.h"
+#include "records/change.h"
+#include "records/clients.h"
 
 #include <QHash>
-#include <QStringList>
+
+#include <algorithm>
 
 namespace {
 
-/// Sends the statements of one employer and remembers whether all went through.
-class SampleWriter
+template<typename Rows, typename Write>
+bool all(const Rows &rows, Write write)
 {
-public:
-    SampleWriter(Connection &connection, const SampleEmployer &employer)
-        : m_connection(connection)
-        , m_employer(employer)
-    {
-    }
+    return std::all_of(rows.begin(), rows.end(), write);
+}
 
-    bool write()
-    {
-        writeInfo();
-        for (const SampleYear &year : m_employer.years) {
-            writeStaff(year);
-            writeSalaries(year);
-            writeExpenses(year);
-            writeChallans(year);
-        }
-        send(QStringLiteral("Flush Tables"));
-        return m_stored;
-    }
+ClientRecord infoOf(const SampleEmployer &employer)
+{
+    constexpr int building = 4;
+    constexpr int city = 7;
+    ClientRecord info;
+    info[ClientRecord::Code] = employer.code;
+    info[ClientRecord::Name] = employer.name;
+    info[ClientRecord::Pan] = employer.pan;
+    info[building] = employer.building;
+    info[city] = employer.city;
+    info[ClientRecord::State] = employer.state;
+    info[ClientRecord::Pin] = employer.pin;
+    info[ClientRecord::Status] = QString::number(employer.status);
+    info[ClientRecord::Audit] = QStringLiteral("1");
+    info[ClientRecord::Natures] = BusnatOf(employer.natures);
+    info[ClientRecord::Born] = employer.incorporated;
+    info[ClientRecord::Resident] = QStringLiteral("0");
+    info.surApp = employer.surchargeYears;
+    return info;
+}
 
-private:
-    void send(const QString &statement) { m_stored = m_connection.Execute(statement) && m_stored; }
+bool writeStaff(Change &change, const ClientYear &client, const SampleStaff &staff)
+{
+    return InsertDefaultAddInfo(change, client, {true, staff.separateBooks, staff.india, staff.total});
+}
 
-    void writeInfo()
-    {
-        const SampleEmployer &e = m_employer;
-        QStringList natures;
-        for (const int nature : e.natures)
-            natures << QString::number(nature);
-        const QStringList before{e.code, e.name, e.pan, {}, e.building, {}, {}, e.city, e.state, e.pin, {}, {}};
-        const QStringList behind{
-            QStringLiteral("1"), natures.join(u','), {}, {}, e.incorporated, {}, QStringLiteral("0"), {}, {},
-            e.surchargeYears};
-        send(Sql("Insert into FBT_Info Values ('", before.join(QStringLiteral("','")), "',", e.status, ",'",
-                 behind.join(QStringLiteral("','")), "')"));
-    }
-
-    void writeStaff(const SampleYear &year)
-    {
-        if (!year.staff)
-            return;
-        send(Sql("Insert into FBT_AddInfo values('", m_employer.code, "',", year.year,
-                 ",'0','','','1','0','','','0','0','0','','0','','0','0','0','0','1','",
-                 year.staff->separateBooks ? 1 : 0, "',", year.staff->india, ",", year.staff->total,
-                 ",'','','','','','','1',0,'1',0,'1',0,'')"));
-    }
-
-    void writeSalaries(const SampleYear &year)
-    {
-        for (const SampleSalary &salary : year.salaries)
-            send(Sql("Insert into FBT_SalDet Values ('", m_employer.code, "',", year.year, ",", salary.quarter, ",",
-                     salary.nature, ",", salary.amount, ")"));
-    }
-
-    void writeExpenses(const SampleYear &year)
-    {
-        QHash<int, int> lastNumber; // by quarter
-        for (const SampleExpense &expense : year.expenses)
-            send(Sql("Insert into FBT_Detail Values('", m_employer.code, "',", year.year, ",", expense.quarter, ",",
-                     expense.nature, ",", ++lastNumber[expense.quarter], ",", expense.item, ",", expense.amount, ")"));
-    }
-
-    void writeChallans(const SampleYear &year)
-    {
-        QHash<int, int> lastNumber; // by quarter
-        for (const SampleChallan &paid : year.challans)
-            send(Sql("Insert into FBT_Challan Values ('", m_employer.code, "',", year.year, ",", paid.quarter, ",",
-                     ++lastNumber[paid.quarter], ",'", paid.payType, "','", paid.date, "',", paid.tax, ",",
-                     paid.surcharge, ",", paid.eduCess, ",", paid.interest, ",0,0,", paid.total(), ",'','','','','',0,",
-                     paid.sheCess, ")"));
-    }
-
-    Connection &m_connection;
-    const SampleEmployer &m_employer;
-    bool m_stored = true;
-};
+bool writeYear(Change &change, const ClientYear &client, const SampleYear &year)
+{
+    QHash<int, int> lastExpense; // by quarter
+    QHash<int, int> lastPayment;
+    return (!year.staff || writeStaff(change, client, *year.staff)) &&
+           all(year.salaries, [&](const Salary &salary) { return InsertSalary(change, client, salary); }) &&
+           all(year.expenses,
+               [&](Expense expense) {
+                   expense.srNo = ++lastExpense[expense.quarter];
+                   return InsertExpense(change, client, expense);
+               }) &&
+           all(year.challans, [&](Payment payment) {
+               payment.srNo = ++lastPayment[payment.quarter];
+               return InsertPayment(change, client, payment);
+           });
+}
 
 } // namespace
 
 bool StoreSample(Connection &connection, const SampleEmployer &employer)
 {
-    return SampleWriter(connection, employer).write();
+    return AddClient(&connection, infoOf(employer)) && ChangeTogether(&connection, [&employer](Change &change) {
+               return all(employer.years, [&](const SampleYear &year) {
+                   return writeYear(change, {employer.code, year.year}, year);
+               });
+           });
 }

@@ -56,12 +56,12 @@ int quarterNumber(const QString &word)
     return wholeNumber(word, 1, 4, QStringLiteral("a quarter"));
 }
 
-/// The text behind the keyword. Texts go into statements between quotes as they are.
+/// The text after the keyword. Texts go into statements between quotes as they are.
 QString plainText(const QStringList &words)
 {
     QString text = words.mid(1).join(u' ');
     if (text.isEmpty())
-        refuse(QStringLiteral("the text behind \"%1\" is missing").arg(words[0]));
+        refuse(QStringLiteral("the text after \"%1\" is missing").arg(words[0]));
     if (text.contains(u'\'') || text.contains(u'\\'))
         refuse(QStringLiteral("a text must hold neither an apostrophe nor a backslash"));
     return text;
@@ -122,7 +122,7 @@ private:
     int nature(const QString &word, const QString &allWord) const
     {
         if (word == allWord)
-            return sharedByAllNatures;
+            return consolidatedNature;
         bool number = false;
         const int value = word.toInt(&number);
         if (!number || !std::ranges::count(m_employer.natures, value))
@@ -200,9 +200,9 @@ private:
 
     void readSalary(const QStringList &words)
     {
-        SampleSalary salary;
+        Salary salary;
         salary.quarter = quarterNumber(words[1]);
-        salary.nature = nature(words[2], QStringLiteral("total"));
+        salary.natId = nature(words[2], QStringLiteral("total"));
         salary.amount = rupees(words[3]);
         year(words).salaries.push_back(salary);
     }
@@ -210,17 +210,17 @@ private:
     void readExpense(const QStringList &words)
     {
         constexpr int highest = 100'000;
-        SampleExpense expense;
+        Expense expense;
         expense.quarter = quarterNumber(words[1]);
-        expense.nature = nature(words[2], QStringLiteral("shared"));
-        expense.item = wholeNumber(words[3], 1, highest, QStringLiteral("an expense item"));
+        expense.natId = nature(words[2], QStringLiteral("shared"));
+        expense.expId = wholeNumber(words[3], 1, highest, QStringLiteral("an expense item"));
         expense.amount = rupees(words[4]);
         year(words).expenses.push_back(expense);
     }
 
     void readChallan(const QStringList &words)
     {
-        SampleChallan challan;
+        Payment challan;
         if (words[1] == u"self")
             challan.payType = QStringLiteral("Self Assessment Tax (300)");
         else if (words[1] == u"regular")

@@ -57,7 +57,7 @@ QString whole(double rupees)
     return Format(rupees, u"0");
 }
 
-/// A name with one or two figures behind it.
+/// A name with one or two figures after it.
 QString row(const QString &name, const QString &last, const QString &middle = {})
 {
     return QStringLiteral("  %1%2%3\n")
@@ -82,7 +82,7 @@ QString values()
         text += row(QStringLiteral("Value of ") + QLatin1String(quarterNames[quarter]), whole(FBTQtrValue[quarter]));
     text += row(QStringLiteral("Total value"), whole(FBTTotalValue));
     const Employees staff = EmployeesInHand();
-    const QString share = staff.proportionApplies()
+    const QString share = ProportionApplies(staff)
                               ? QStringLiteral(", %1 of %2 employees").arg(staff.IndiaEmp).arg(staff.TotalEmp)
                               : QString();
     return text + row(QStringLiteral("Taxable value") + share, whole(FBTTaxableValue));
@@ -104,7 +104,7 @@ QString tax()
 QString payments(const SampleYear &year)
 {
     QString text;
-    for (const SampleChallan &paid : year.challans) {
+    for (const Payment &paid : year.challans) {
         const QString quarter = QLatin1String(quarterNames[static_cast<std::size_t>(paid.quarter)]);
         text +=
             row(QStringLiteral("Paid %1 %2 %3").arg(paid.date, paid.payType, quarter).trimmed(), whole(paid.total()));

@@ -66,7 +66,7 @@ bool RunSamples(Connection &connection, BaseObject &base, const std::vector<Samp
         if (storeAll(connection, employers))
             computeAll(employers, out);
     }
-    // The procedures go on behind a fault; figures that may be incomplete must not pass for whole ones.
+    // The procedures go on after a fault; figures that may be incomplete must not pass for whole ones.
     if (!ErrText.isEmpty())
         *why = QStringLiteral("The sample employers were not computed in full; FBTLogger.log in %1 tells why.")
                    .arg(base.AppPath);

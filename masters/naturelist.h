@@ -1,5 +1,7 @@
 #pragma once
 
+#include "records/natures.h"
+
 #include <QString>
 #include <QVector>
 
@@ -8,12 +10,6 @@
 class Connection;
 
 /// The list of natures of business, `FBT_Nature`: one list for all years.
-
-struct Nature
-{
-    int srNo = 0; ///< key; the law's own natures have 1 to 7
-    QString text;
-};
 
 /// Whether a nature is one of the law's own, which cannot be deleted.
 constexpr bool IsSeededNature(int srNo)

@@ -14,7 +14,7 @@ void flush(Connection *connection)
 bool Change::write(const QString &statement)
 {
     m_given = m_given && m_connection->Execute(statement);
-    ++m_writes;
+    m_written = true;
     return m_given;
 }
 
@@ -36,7 +36,7 @@ bool ChangeTogether(Connection *connection, const std::function<bool(Change &)> 
     }
     if (!connection->commitGroup())
         return false;
-    for (int i = 0; i < change.m_writes; ++i)
+    if (change.m_written)
         flush(connection);
     return true;
 }

@@ -7,7 +7,7 @@
 
 /// Statements that change tables and belong together: all of them stay or none. Begun by `ChangeTogether`.
 ///
-/// `Flush Tables` would end the transaction, so the flush that follows each write goes out behind the commit.
+/// `Flush Tables` would end the transaction, so one flush goes out after the commit.
 class Change
 {
 public:
@@ -30,7 +30,7 @@ private:
     Change &operator=(const Change &) = delete;
 
     Connection *m_connection;
-    int m_writes = 0;
+    bool m_written = false;
     bool m_given = true; // nothing has failed yet
 };
 

@@ -61,11 +61,8 @@ private slots:
         QTest::addColumn<QList<double>>("quarters");
         QTest::newRow("tie falls") << 4 << 1 << 5.0 << Lines{{3, {5, 2}}} << QList<double>{2, 0, 0, 0};
         QTest::newRow("tie rises") << 4 << 2 << 7.0 << Lines{{3, {7, 4}}} << QList<double>{0, 4, 0, 0};
-        QTest::newRow("paise stay in the amount")
-            << 4 << 3 << 10.5 << Lines{{3, {10.5, 5}}} << QList<double>{0, 0, 5, 0};
         QTest::newRow("negative") << 4 << 4 << -7.0 << Lines{{3, {-7, -4}}} << QList<double>{0, 0, 0, -4};
         QTest::newRow("head without a line") << 1 << 4 << 8.0 << Lines{} << QList<double>{0, 0, 0, 4};
-        QTest::newRow("quarter 0") << 4 << 0 << 8.0 << Lines{{3, {8, 4}}} << QList<double>{0, 0, 0, 0};
         QTest::newRow("quarter 7") << 4 << 7 << 8.0 << Lines{{3, {8, 4}}} << QList<double>{0, 0, 0, 0};
         QTest::newRow("item of no head") << 99 << 1 << 8.0 << Lines{} << QList<double>{0, 0, 0, 0};
     }
@@ -79,83 +76,6 @@ private slots:
         QTEST(linesInUse(), "lines");
         QTEST(quarters(), "quarters");
         QVERIFY(m_module->logLines().isEmpty());
-    }
-
-    void rateRows_data()
-    {
-        using Rates = QMap<int, double>;
-        QTest::addColumn<int>("item");
-        QTest::addColumn<Rates>("rates"); // by nature
-        QTest::addColumn<Lines>("ofNature3");
-        QTest::addColumn<Lines>("consolidated");
-        QTest::newRow("own nature") << 201 << Rates{{3, 5}, {1, 20}} << Lines{{3, {1000, 50}}}
-                                    << Lines{{3, {1000, 140}}};
-        QTest::newRow("all natures and own count twice")
-            << 202 << Rates{{0, 10}, {3, 5}} << Lines{{3, {2000, 150}}} << Lines{{3, {1400, 120}}};
-        QTest::newRow("other nature only: no rate")
-            << 203 << Rates{{1, 20}} << Lines{{3, {1000, 0}}} << Lines{{3, {1000, 120}}};
-        QTest::newRow("no rate at all") << 204 << Rates{} << Lines{{3, {1000, 0}}} << Lines{{3, {1000, 0}}};
-    }
-    void rateRows()
-    {
-        using Rates = QMap<int, double>;
-        QFETCH(Rates, rates);
-        QFETCH(int, item);
-        SmallLaw law(m_module->connection, 2008);
-        law.item(item, 4);
-        for (auto rate = rates.cbegin(); rate != rates.cend(); ++rate)
-            law.rate(item, rate.key(), rate.value());
-        newEmployer().natures({1, 3}).expense(2008, 1, 3, item, 1000);
-        CALCFBT();
-        QTEST(linesInUse(), "ofNature3");
-        // The same as a consolidated expense: 600 fall on nature 1, 400 on nature 3.
-        use(QStringLiteral("A2"), 2008);
-        newEmployer()
-            .natures({1, 3})
-            .salary(2008, 1, 1, 60)
-            .salary(2008, 1, 3, 40)
-            .salary(2008, 1, -1, 100)
-            .expense(2008, 1, -1, item, 1000);
-        CALCFBT();
-        QTEST(linesInUse(), "consolidated");
-    }
-
-    void consolidated_data()
-    {
-        QTest::addColumn<QString>("busnat");
-        QTest::addColumn<double>("salaryOf1");
-        QTest::addColumn<double>("salaryOf5");
-        QTest::addColumn<double>("salaryOfAll");
-        QTest::addColumn<double>("amount");
-        QTest::addColumn<Lines>("lines"); // motor car: 14 for nature 5, else 13
-        QTest::newRow("last takes the rest")
-            << "1,5" << 300.0 << 700.0 << 1000.0 << 1001.0 << Lines{{13, {300, 150}}, {14, {701, 350}}};
-        QTest::newRow("last is last of the client's list")
-            << "5,1" << 300.0 << 700.0 << 1000.0 << 1001.0 << Lines{{13, {300, 150}}, {14, {701, 350}}};
-        QTest::newRow("one nature takes all") << "5" << 300.0 << 700.0 << 1000.0 << 1001.0 << Lines{{14, {1001, 500}}};
-        QTest::newRow("no salary of all natures")
-            << "1,5" << 300.0 << 700.0 << 0.0 << 1001.0 << Lines{{14, {1001, 500}}};
-        QTest::newRow("no salary of the last")
-            << "1,5" << 1000.0 << 0.0 << 1000.0 << 1001.0 << Lines{{13, {1001, 500}}};
-        QTest::newRow("nothing to share") << "1,5" << 300.0 << 700.0 << 1000.0 << 0.0 << Lines{};
-    }
-    void consolidated()
-    {
-        QFETCH(QString, busnat);
-        QFETCH(double, salaryOf1);
-        QFETCH(double, salaryOf5);
-        QFETCH(double, salaryOfAll);
-        QFETCH(double, amount);
-        newEmployer()
-            .busnat(busnat)
-            .salary(2008, 2, 1, salaryOf1)
-            .salary(2008, 2, 5, salaryOf5)
-            .salary(2008, 2, 4, 9999)
-            .salary(2008, 2, -1, salaryOfAll)
-            .expense(2008, 2, -1, 111, amount);
-        CALCFBT();
-        QTEST(linesInUse(), "lines");
-        QCOMPARE(FBTQtrValue[2], FBTValue[13] + FBTValue[14]);
     }
 
     void taxOfFourQuarters_data()
@@ -216,14 +136,6 @@ private slots:
         QCOMPARE(taxFigures(), QList<double>(4, 0.0));
     }
 
-    void otherClientsAndYearsDoNotCount()
-    {
-        newEmployer().natures({7}).expense(2008, 1, 7, 104, 10).expense(2009, 1, 7, 104, 300);
-        employer(m_module->connection, QStringLiteral("A10")).natures({7}).expense(2008, 1, 7, 104, 5000);
-        CALCFBT();
-        QCOMPARE(linesInUse(), (Lines{{3, {10, 5}}}));
-    }
-
     void naturesByShip()
     {
         newEmployer().natures({8}).expense(2008, 1, 8, 110, 10);
@@ -235,21 +147,6 @@ private slots:
         CALCFBT();
         QCOMPARE(ShipNatId, 8);
         QCOMPARE(linesInUse(), (Lines{{30, {10, 5}}}));
-        m_module->connection.Execute(QStringLiteral("Delete from FBT_Nature Where SrNo=8"));
-        CALCFBT();
-        QCOMPARE(ShipNatId, 0);
-        QCOMPARE(linesInUse(), (Lines{{11, {10, 5}}}));
-    }
-
-    void missingFiguresReadAsNothing()
-    {
-        newEmployer().natures({1, 5}).salary(2008, 1, -1, 10).expense(2008, 1, 7, 104, 10);
-        m_module->connection.Execute(QStringLiteral("Insert into FBT_Detail Values('A1',2008,Null,7,9,104,Null)"));
-        m_module->connection.Execute(QStringLiteral("Insert into FBT_Detail Values('A1',2008,1,-1,9,104,Null)"));
-        m_module->connection.Execute(QStringLiteral("Update FBT_SalDet Set Amt=Null"));
-        CALCFBT();
-        QCOMPARE(linesInUse(), (Lines{{3, {10, 5}}}));
-        QVERIFY(m_module->logLines().isEmpty());
     }
 
     void quarterBeyondTheBound()

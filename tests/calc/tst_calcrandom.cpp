@@ -1,5 +1,7 @@
 #include "calc/modfbtcalc.h"
 #include "db/updater.h"
+#include "records/expenses.h"
+#include "records/salaries.h"
 #include "smalllaw.h"
 #include "tests/support/employer.h"
 #include "tests/support/testmodule.h"
@@ -7,29 +9,15 @@
 #include <QTest>
 
 #include <cmath>
-#include <memory>
 #include <random>
 
 namespace {
 
-struct Expense
-{
-    int quarter;
-    int nature;
-    int item;
-    double amount;
-};
 struct Rate
 {
     int item;
     int nature;
     double percent;
-};
-struct Salary
-{
-    int quarter;
-    int nature;
-    double amount;
 };
 
 /// A client's rows in memory, and the computation over them written down anew.
@@ -49,7 +37,7 @@ struct Model
     {
         double found = 0;
         for (const Salary &row : salaries)
-            found = row.quarter == quarter && row.nature == nature ? row.amount : found;
+            found = row.quarter == quarter && row.natId == nature ? row.amount : found;
         return found;
     }
     [[nodiscard]] double shareOf(const Expense &expense, int nature) const
@@ -67,12 +55,12 @@ struct Model
     {
         std::vector<double> percents;
         for (const Rate &rate : rates) {
-            if (rate.item == expense.item && (rate.nature == 0 || rate.nature == nature))
+            if (rate.item == expense.expId && (rate.nature == 0 || rate.nature == nature))
                 percents.push_back(rate.percent);
         }
         if (percents.empty())
             percents.push_back(0);
-        const int line = ComputationLine(expense.item, year, nature, 0);
+        const int line = ComputationLine(expense.expId, year, nature, 0);
         for (const double percent : percents) {
             const double value = std::rint(percent / 100 * amount);
             amounts[line] += amount;
@@ -83,10 +71,10 @@ struct Model
     void compute()
     {
         for (const Expense &expense : expenses) {
-            if (expense.nature != -1)
-                count(expense, expense.nature, expense.amount);
+            if (expense.natId != -1)
+                count(expense, expense.natId, expense.amount);
             for (const int nature : natures) {
-                if (expense.nature == -1 && shareOf(expense, nature) != 0)
+                if (expense.natId == -1 && shareOf(expense, nature) != 0)
                     count(expense, nature, shareOf(expense, nature));
             }
         }
@@ -108,16 +96,6 @@ private:
     std::mt19937 m_engine;
 };
 
-void throwRates(Model &model, Dice &dice)
-{
-    for (int item = 1; item <= 22; ++item) {
-        if (!dice.oneIn(3))
-            model.rates.push_back({item, 0, dice(0, 8) * 12.5});
-        for (int nature = 1; nature <= 7 && dice.oneIn(2); ++nature)
-            model.rates.push_back({item, nature, dice(1, 40) * 2.5});
-    }
-}
-
 Model thrownModel(unsigned seed)
 {
     Dice dice(seed);
@@ -129,20 +107,18 @@ Model thrownModel(unsigned seed)
     }
     if (model.natures.empty())
         model.natures = {7};
-    throwRates(model, dice);
+    for (int item = 1; item <= 22; ++item) {
+        if (!dice.oneIn(3))
+            model.rates.push_back({item, 0, dice(0, 8) * 12.5});
+        for (int nature = 1; nature <= 7 && dice.oneIn(2); ++nature)
+            model.rates.push_back({item, nature, dice(1, 40) * 2.5});
+    }
     for (int i = dice(0, 60); i > 0; --i)
-        model.expenses.push_back({dice(0, 4), dice.oneIn(2) ? -1 : dice(1, 7), dice(1, 22), dice(-100, 40000) * 0.25});
+        model.expenses.push_back(
+            {dice(0, 4), dice.oneIn(2) ? -1 : dice(1, 7), 0, dice(1, 22), 0, dice(-100, 40000) * 0.25, i});
     for (int i = dice(0, 40); i > 0; --i)
         model.salaries.push_back({dice(0, 4), dice.oneIn(4) ? -1 : dice(1, 7), dice(0, 9) * 1000.5});
     return model;
-}
-
-QString joined(const std::vector<int> &numbers)
-{
-    QStringList texts;
-    for (const int number : numbers)
-        texts << QString::number(number);
-    return texts.join(u',');
 }
 
 void write(const Model &model, Connection &connection)
@@ -153,13 +129,17 @@ void write(const Model &model, Connection &connection)
         law.item(item, item);
     for (const Rate &rate : model.rates)
         law.rate(rate.item, rate.nature, rate.percent);
-    connection.Execute(QStringLiteral("Delete from FBT_Detail"));
-    connection.Execute(QStringLiteral("Delete from FBT_SalDet"));
-    Employer client = employer(connection, QStringLiteral("A1")).busnat(joined(model.natures));
-    for (const Expense &row : model.expenses)
-        client.expense(model.year, row.quarter, row.nature, row.item, row.amount);
-    for (const Salary &row : model.salaries)
-        client.salary(model.year, row.quarter, row.nature, row.amount);
+    employer(connection, QStringLiteral("A1")).busnat(BusnatOf(model.natures));
+    const ClientYear client{QStringLiteral("A1"), model.year};
+    QVERIFY(ChangeTogether(&connection, [&](Change &change) {
+        change.write(QStringLiteral("Delete from FBT_Detail"));
+        change.write(QStringLiteral("Delete from FBT_SalDet"));
+        for (const Expense &row : model.expenses)
+            InsertExpense(change, client, row);
+        for (const Salary &row : model.salaries)
+            InsertSalary(change, client, row);
+        return true;
+    }));
 }
 
 } // namespace

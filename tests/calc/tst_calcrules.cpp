@@ -10,11 +10,6 @@ using Amounts = QList<double>;
 
 namespace {
 
-std::vector<double> vectorOf(const Amounts &amounts)
-{
-    return {amounts.begin(), amounts.end()};
-}
-
 Amounts listOf(const std::vector<double> &amounts)
 {
     return {amounts.begin(), amounts.end()};
@@ -34,17 +29,10 @@ private slots:
         QTest::addColumn<QString>("surApp");
         QTest::addColumn<Amounts>("rates");
         QTest::newRow("firm, one cess before 2008") << 2007 << 3 << "" << Amounts{0, 30, 10, 2, 0};
-        QTest::newRow("public company") << 2008 << 15 << "00000" << Amounts{0, 30, 10, 2, 1};
         QTest::newRow("private company, first year") << 2006 << 16 << "" << Amounts{0, 30, 10, 2, 0};
         QTest::newRow("foreign company") << 2009 << 5 << "" << Amounts{0, 30, 2.5, 2, 1};
-        QTest::newRow("association with surcharge") << 2008 << 9 << "001" << Amounts{0, 30, 10, 2, 1};
         QTest::newRow("association, text too short") << 2008 << 9 << "00" << Amounts{0, 30, 0, 2, 1};
-        QTest::newRow("association, other years only") << 2008 << 9 << "11011" << Amounts{0, 30, 0, 2, 1};
         QTest::newRow("trust, first digit") << 2006 << 11 << "1" << Amounts{0, 30, 10, 2, 0};
-        QTest::newRow("body of individuals, fourth digit") << 2009 << 13 << "00010" << Amounts{0, 30, 10, 2, 1};
-        QTest::newRow("artificial person, other sign") << 2006 << 4 << "Y1111" << Amounts{0, 30, 0, 2, 0};
-        QTest::newRow("local authority never") << 2008 << 6 << "11111" << Amounts{0, 30, 0, 2, 1};
-        QTest::newRow("co-operative never") << 2008 << 17 << "11111" << Amounts{0, 30, 0, 2, 1};
         QTest::newRow("family bears no tax") << 2008 << 1 << "11111" << Amounts{0, 0, 0, 0, 0};
         QTest::newRow("unknown status") << 2006 << -1 << "11111" << Amounts{0, 0, 0, 0, 0};
         QTest::newRow("tax has ended") << 2010 << 16 << "11111" << Amounts{0, 0, 0, 0, 0};
@@ -76,7 +64,6 @@ private slots:
         QTest::newRow("conveyance 2009") << 9 << 2009 << QList<int>{9, 26, 10, 27, 9, 9, 9, 9};
         QTest::newRow("hotel 2006") << 10 << 2006 << QList<int>{11, 11, 12, 12, 11, 11, 11, 11};
         QTest::newRow("hotel 2007") << 10 << 2007 << QList<int>{11, 11, 12, 28, 11, 29, 11, 30};
-        QTest::newRow("motor car 2006") << 11 << 2006 << QList<int>{13, 13, 13, 13, 14, 13, 13, 13};
         QTest::newRow("motor car 2008") << 11 << 2008 << QList<int>{13, 13, 13, 13, 14, 13, 13, 13};
         QTest::newRow("travel 2006") << 20 << 2006 << QList<int>{9, 10, 10, 10, 9, 9, 9, 9};
         QTest::newRow("travel 2007") << 20 << 2007 << same(23);
@@ -100,27 +87,11 @@ private slots:
         QCOMPARE(ComputationLine(10, 2008, 1, 1), 30);
     }
 
-    void sharing_data()
-    {
-        QTest::addColumn<double>("amount");
-        QTest::addColumn<Amounts>("salaries");
-        QTest::addColumn<double>("total");
-        QTest::addColumn<Amounts>("shares");
-        QTest::newRow("last takes the rest") << 1001.0 << Amounts{300, 700} << 1000.0 << Amounts{300, 701};
-        QTest::newRow("one nature") << 1001.0 << Amounts{5} << 1000.0 << Amounts{1001};
-        QTest::newRow("no total salary") << 1001.0 << Amounts{300, 700} << 0.0 << Amounts{0, 1001};
-        QTest::newRow("ties to even") << 5.0 << Amounts{500, 500, 0} << 1000.0 << Amounts{2, 2, 1};
-        QTest::newRow("salaries below the total") << 100.0 << Amounts{100, 100} << 1000.0 << Amounts{10, 90};
-        QTest::newRow("salary above the total") << 100.0 << Amounts{900, 100} << 500.0 << Amounts{180, -80};
-        QTest::newRow("paise are rounded off the last") << 10.75 << Amounts{1, 1} << 2.0 << Amounts{5, 6};
-        QTest::newRow("nothing to share") << 0.0 << Amounts{300, 700} << 1000.0 << Amounts{0, 0};
-    }
+    /// Stated by hand beside what the random clients show.
     void sharing()
     {
-        QFETCH(double, amount);
-        QFETCH(Amounts, salaries);
-        QFETCH(double, total);
-        QTEST(listOf(ShareBySalary(amount, vectorOf(salaries), total)), "shares");
+        QCOMPARE(listOf(ShareBySalary(100, {900, 100}, 500)), (Amounts{180, -80})); // salary above the total
+        QCOMPARE(listOf(ShareBySalary(10.75, {1, 1}, 2)), (Amounts{5, 6}));         // paise are rounded off the last
     }
 
     void salaries()
@@ -154,7 +125,6 @@ private slots:
         // 25.5 rises to 26; 2.5 % is 0.65, so 1; 2 % of 27 is 0.54, so 1; 1 % is 0.27, so 0
         QTest::newRow("tie rises to the even number") << 85.0 << 2.5 << Amounts{26, 1, 1, 0};
         // 50; surcharge none; 2 % is 1; 1 % is 0.5, so 0
-        QTest::newRow("second cess ties") << 167.0 << 0.0 << Amounts{50, 0, 1, 0};
     }
     void tax()
     {
@@ -174,8 +144,6 @@ private slots:
         QTest::newRow("one third") << true << false << 1 << 3 << 333.0;
         QTest::newRow("more in India than in all") << true << false << 3 << 2 << 1500.0;
         QTest::newRow("separate books") << true << true << 1 << 3 << 1000.0;
-        QTest::newRow("in India only") << false << false << 1 << 3 << 1000.0;
-        QTest::newRow("none in India") << true << false << 0 << 3 << 1000.0;
         QTest::newRow("none at all") << true << false << 1 << 0 << 1000.0;
     }
     void indiaShare()
@@ -184,7 +152,7 @@ private slots:
         QFETCH(bool, sepBooks);
         QFETCH(int, india);
         QFETCH(int, total);
-        QTEST((Employees{both, sepBooks, india, total}.taxable(1000)), "taxed");
+        QTEST((TaxableValue(Employees{both, sepBooks, india, total}, 1000)), "taxed");
     }
 };
 

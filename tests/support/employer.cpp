@@ -1,6 +1,7 @@
 #include "employer.h"
 
-#include <QStringList>
+#include "records/expenses.h"
+#include "records/salaries.h"
 
 Employer::Employer(Connection &connection, const QString &code)
     : m_connection(connection)
@@ -32,10 +33,7 @@ Employer &Employer::surApp(const QString &digits)
 
 Employer &Employer::natures(std::initializer_list<int> natures)
 {
-    QStringList list;
-    for (const int nature : natures)
-        list << QString::number(nature);
-    return busnat(list.join(u','));
+    return busnat(BusnatOf(natures));
 }
 
 Employer &Employer::busnat(const QString &list)
@@ -47,28 +45,35 @@ Employer &Employer::busnat(const QString &list)
 
 Employer &Employer::expense(int year, int quarter, int nature, int expId, double amount)
 {
-    const int srNo = ++m_lastSrNo[year * 10 + quarter];
-    execute(Sql("Insert into FBT_Detail Values('", m_code, "',", year, ",", quarter, ",", nature, ",", srNo, ",", expId,
-                ",", amount, ")"));
+    Expense row;
+    row.quarter = quarter;
+    row.natId = nature;
+    row.srNo = ++m_lastSrNo[year * 10 + quarter];
+    row.expId = expId;
+    row.amount = amount;
+    written([&](Change &change) { return InsertExpense(change, {m_code, year}, row); });
     return *this;
 }
 
 Employer &Employer::salary(int year, int quarter, int nature, double amount)
 {
-    execute(Sql("Insert into FBT_SalDet Values ('", m_code, "',", year, ",", quarter, ",", nature, ",", amount, ")"));
+    written([&](Change &change) { return InsertSalary(change, {m_code, year}, {quarter, nature, amount}); });
     return *this;
 }
 
 void Employer::writeInfo()
 {
-    execute(Sql("Delete from FBT_Info Where Code_no='", m_code, "'"));
-    execute(Sql("Insert into FBT_Info Values ('", m_code, "','", m_name, "','AAACA1234A'",
-                ",'1','Premises','Road','Area','Town','Delhi','110001','011','23456789',", m_status, ",'0','", m_busnat,
-                "','','','01/04/1990','','0','','','", m_surApp, "')"));
+    const QString code = Quoted(m_code);
+    written([&](Change &change) {
+        return change.write(Sql("Delete from FBT_Info Where Code_no=", code)) &&
+               change.write(Sql("Insert into FBT_Info Values (", code, ",'", m_name,
+                                "','AAACA1234A','1','Premises','Road','Area','Town','Delhi','110001','011','23456789',",
+                                m_status, ",'0','", m_busnat, "','','','01/04/1990','','0','','','", m_surApp, "')"));
+    });
 }
 
-void Employer::execute(const QString &statement)
+void Employer::written(const std::function<bool(Change &)> &part)
 {
-    if (!m_connection.Execute(statement))
-        qFatal("A row of the test could not be written: %s", qPrintable(statement));
+    if (!ChangeTogether(&m_connection, part))
+        qFatal("The rows of a test's client could not be written: %s", qPrintable(m_code));
 }

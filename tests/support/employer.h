@@ -1,9 +1,10 @@
 #pragma once
 
-#include "platform/connection.h"
+#include "records/change.h"
 
 #include <QHash>
 
+#include <functional>
 #include <initializer_list>
 
 /// One employer with its rows, written by the program's own statements:
@@ -27,7 +28,7 @@ public:
 
 private:
     void writeInfo();
-    void execute(const QString &statement);
+    void written(const std::function<bool(Change &)> &part);
 
     Connection &m_connection;
     QString m_code;

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "records/clientyear.h"
+#include "records/reading.h"
+
+class Change;
+class Connection;
+
+/// Additional information of a client and year, `FBT_AddInfo`: one row each.
+
+/// The employees of a client and year.
+struct Employees
+{
+    bool EmpBoth = false;  ///< employees both in and outside India
+    bool SepBooks = false; ///< separate books are kept for the Indian part
+    int IndiaEmp = 0;      ///< employees based in India
+    int TotalEmp = 0;      ///< all employees; fewer than those in India is not checked
+
+    bool operator==(const Employees &other) const = default;
+};
+
+/// The employees that a year's row states; `Null` counts as no and as 0. None without a row.
+Reading<Employees> EmployeesOfYear(Connection *cnn, const ClientYear &client);
+
+/// The row that a client starts with: filed in time, all interest computed, up to no date yet.
+bool InsertDefaultAddInfo(Change &change, const ClientYear &client, const Employees &employees = {});
+
+/// Sees that the year has its row, and gives its employees. A year without a row gets one: what changes slowly is copied
+/// from the year before, what belongs to one return starts anew; without a year before, the default row. Nothing is
+/// written unless both readings show that it is missing.
+Reading<Employees> OpenAddInfoYear(Connection *cnn, const ClientYear &client);
+
+/// Copies the bank accounts of the year before, all or none, when the year has none. False when an account could not be
+/// read or written.
+bool CarryBanksForward(Connection *cnn, const ClientYear &client);

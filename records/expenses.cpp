@@ -1,0 +1,209 @@
+#include "records/expenses.h"
+
+#include "platform/recordset.h"
+#include "records/change.h"
+
+#include <algorithm>
+
+namespace {
+
+using Text = decltype(Sql());
+
+/// The tables of one year.
+struct YearTables
+{
+    explicit YearTables(int year)
+        : head(Sql("FBT_ExpHead", year))
+        , rate(Sql("FBT_ExpRate", year))
+    {
+    }
+    Text head;
+    Text rate;
+};
+
+/// @param rateOf the nature of the rates, a number or a column; null leaves the rates out
+Text joined(const YearTables &tables, const Text &columns, const Text *rateOf)
+{
+    const Text rates = rateOf == nullptr
+                           ? Text()
+                           : Sql(" LEFT JOIN ", tables.rate, " ON ", tables.head, ".SrNo=", tables.rate, ".SrNo And (",
+                                 tables.rate, ".Natid=0 Or ", tables.rate, ".Natid=", *rateOf, ")");
+    return Sql("select ", columns, " from FBT_Detail LEFT JOIN ", tables.head, " ON FBT_Detail.ExpId=", tables.head,
+               ".SrNo", rates);
+}
+
+Text ofClient(const ClientYear &client)
+{
+    return Sql(" Where FBT_Detail.Code_No=", Quoted(client.code), " and FBT_Detail.Tyear=", client.year);
+}
+
+Text ofQuarter(const ClientYear &client, int quarter)
+{
+    return Sql("Code_No=", Quoted(client.code), " and tyear=", client.year, " and quarter=", quarter);
+}
+
+/// The rows of a query. A column that it has not, or that `wanted` leaves out, stays 0.
+class ExpenseRows
+{
+public:
+    enum Wanted { AllColumns, FiguresOnly };
+
+    explicit ExpenseRows(Wanted wanted)
+        : m_wanted(wanted)
+    {
+    }
+
+    RowsRead<Expense> read(Connection *cnn, const Text &query)
+    {
+        if (!m_rows.Open(query, cnn))
+            return RowsRead<Expense>::failure();
+        findColumns();
+        std::vector<Expense> expenses;
+        for (; !m_rows.Eof(); m_rows.MoveNext())
+            expenses.push_back(current());
+        return expenses;
+    }
+
+private:
+    void findColumns()
+    {
+        m_quarter = m_rows.FieldIndex(u"Quarter");
+        m_natId = m_rows.FieldIndex(u"NatId");
+        m_headId = m_rows.FieldIndex(u"HeadId");
+        m_rate = m_rows.FieldIndex(u"IntRt");
+        m_amount = m_rows.FieldIndex(u"Amt");
+        if (m_wanted == FiguresOnly)
+            return;
+        m_expId = m_rows.FieldIndex(u"ExpId");
+        m_srNo = m_rows.FieldIndex(u"Srno");
+    }
+    [[nodiscard]] int whole(int column) const { return column < 0 ? 0 : m_rows.Fields(column).whole(); }
+    [[nodiscard]] double num(int column) const { return column < 0 ? 0 : m_rows.Fields(column).num(); }
+    [[nodiscard]] Expense current() const
+    {
+        return {whole(m_quarter), whole(m_natId), whole(m_headId), whole(m_expId),
+                num(m_rate),      num(m_amount),  whole(m_srNo)};
+    }
+
+    Wanted m_wanted;
+    Recordset m_rows;
+    int m_quarter = -1;
+    int m_natId = -1;
+    int m_headId = -1;
+    int m_rate = -1;
+    int m_amount = -1;
+    int m_expId = -1;
+    int m_srNo = -1;
+};
+
+Text figureColumns(const YearTables &tables, const char *natId)
+{
+    return Sql(tables.head, ".HeadId, ", tables.rate, ".IntRt, FBT_Detail.Quarter, FBT_Detail.Srno, FBT_Detail.ExpId, ",
+               natId, "FBT_Detail.Amt");
+}
+
+/// The query of a list of expenses: their number, item and amount with the head of the item.
+Text listQuery(const ClientYear &client, const char *quarterColumn, int rateOf, const Text &which)
+{
+    const YearTables tables(client.year);
+    const bool rated = rateOf != consolidatedNature;
+    const Text nature = Sql(rateOf);
+    const Text columns = Sql(quarterColumn, tables.head, ".HeadId, ", rated ? Sql(tables.rate, ".IntRt, ") : Text(),
+                             "FBT_Detail.Srno, FBT_Detail.ExpId, FBT_Detail.Amt");
+    return Sql(joined(tables, columns, rated ? &nature : nullptr), ofClient(client), which);
+}
+
+RowsRead<Expense> withNature(RowsRead<Expense> read, int natId, int quarter)
+{
+    if (read.failed())
+        return read;
+    std::vector<Expense> expenses = *read;
+    for (Expense &expense : expenses) {
+        expense.natId = natId;
+        expense.quarter = quarter == 0 ? expense.quarter : quarter;
+    }
+    return expenses;
+}
+
+} // namespace
+
+RowsRead<Expense> ExpensesOfNatures(Connection *cnn, const ClientYear &client)
+{
+    const YearTables tables(client.year);
+    const Text nature = Sql("FBT_Detail.Natid");
+    return ExpenseRows(ExpenseRows::FiguresOnly)
+        .read(cnn, Sql(joined(tables, figureColumns(tables, "FBT_Detail.NatId, "), &nature), ofClient(client),
+                       " and FBT_Detail.NatId<>-1"));
+}
+
+RowsRead<Expense> ConsolidatedExpenses(Connection *cnn, const ClientYear &client, int rateOf)
+{
+    const YearTables tables(client.year);
+    const Text nature = Sql(rateOf);
+    return ExpenseRows(ExpenseRows::FiguresOnly)
+        .read(cnn,
+              Sql(joined(tables, figureColumns(tables, ""), &nature), ofClient(client), " and FBT_Detail.NatId=-1"));
+}
+
+RowsRead<Expense> ExpensesOfQuarter(Connection *cnn, const ClientYear &client, int quarter, int natId, int rateOf)
+{
+    const Text which = Sql(" and FBT_Detail.Quarter=", quarter, " and FBT_Detail.NatId=", natId);
+    return withNature(ExpenseRows(ExpenseRows::AllColumns).read(cnn, listQuery(client, "", rateOf, which)), natId,
+                      quarter);
+}
+
+RowsRead<Expense> ExpensesOfYear(Connection *cnn, const ClientYear &client, int natId)
+{
+    const Text which = Sql(" and FBT_Detail.NatId=", natId);
+    return withNature(
+        ExpenseRows(ExpenseRows::AllColumns).read(cnn, listQuery(client, "FBT_Detail.Quarter, ", natId, which)), natId,
+        0);
+}
+
+Reading<double> RateOfItem(Connection *cnn, int year, int expId, int natId)
+{
+    Recordset rows;
+    if (!rows.Open(Sql("Select * from FBT_ExpRate", year, " Where (NatId=", natId, " or NatId=0) and SrNo=", expId),
+                   cnn))
+        return Reading<double>::failure();
+    return rows.Eof() ? Reading<double>::nothing() : rows.Fields(u"IntRt").num();
+}
+
+std::optional<int> NextExpenseNo(Change &change, const ClientYear &client, int quarter)
+{
+    return change.nextNumber(Sql("Select Max(SrNo) as MaxSr from FBT_Detail Where ", ofQuarter(client, quarter)));
+}
+
+bool DeleteExpense(Change &change, const ClientYear &client, int quarter, int srNo)
+{
+    return change.write(Sql("Delete from FBT_Detail Where ", ofQuarter(client, quarter), " and SrNo=", srNo));
+}
+
+bool InsertExpense(Change &change, const ClientYear &client, const Expense &expense)
+{
+    return change.write(Sql("Insert into FBT_Detail Values(", Quoted(client.code), ",", client.year, ",",
+                            expense.quarter, ",", expense.natId, ",", expense.srNo, ",", expense.expId, ",",
+                            expense.amount, ")"));
+}
+
+bool ReplaceExpense(Change &change, const ClientYear &client, const Expense &expense)
+{
+    return DeleteExpense(change, client, expense.quarter, expense.srNo) && InsertExpense(change, client, expense);
+}
+
+bool ImportLastQuarter(Connection *cnn, const ClientYear &client, int quarter)
+{
+    return ChangeTogether(cnn, [&](Change &change) {
+        std::optional<int> next = NextExpenseNo(change, client, quarter);
+        if (!next)
+            return false;
+        const Text query = Sql("Select * from FBT_Detail Where ", ofQuarter(client, quarter - 1), " order by srno");
+        const RowsRead<Expense> before = ExpenseRows(ExpenseRows::AllColumns).read(cnn, query);
+        return !before.failed() && std::all_of(before->begin(), before->end(), [&](Expense expense) {
+            expense.quarter = quarter;
+            expense.srNo = ++*next;
+            expense.amount = 0;
+            return InsertExpense(change, client, expense);
+        });
+    });
+}

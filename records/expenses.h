@@ -1,0 +1,61 @@
+#pragma once
+
+#include "records/clientyear.h"
+#include "records/natures.h"
+
+#include <optional>
+
+class Change;
+class Connection;
+
+/// An expense of a client, a row of `FBT_Detail`, with what the year's law says of its item. Nothing is rounded.
+struct Expense
+{
+    int quarter = 0;   ///< 1 to 4
+    int natId = 0;     ///< nature of business, or `consolidatedNature`
+    int headId = 0;    ///< head of the item; 0 when the item is not among the year's items
+    int expId = 0;     ///< item
+    double rate = 0;   ///< percent of the expense that counts (section 115WC); 0 where the year's table has none
+    double amount = 0; ///< rupees
+    int srNo = 0;      ///< number within client, year and quarter
+};
+
+/// The readers join expenses with the rates of a year. The rate for all natures and the rate of the expense's own nature
+/// have no precedence: a table that holds both gives two rows for the expense.
+
+/// The expenses of the year that belong to a nature each, with the rates of that nature. The computation, which reads
+/// them, wants neither item nor number: both stay 0.
+RowsRead<Expense> ExpensesOfNatures(Connection *cnn, const ClientYear &client);
+
+/// The consolidated expenses of the year with the rates of one nature; item and number stay 0 here too.
+RowsRead<Expense> ConsolidatedExpenses(Connection *cnn, const ClientYear &client, int rateOf);
+
+/// The expenses of one quarter and nature.
+/// @param natId a nature, or `consolidatedNature`
+/// @param rateOf the nature whose rates go with them; `consolidatedNature` leaves the rate out
+RowsRead<Expense> ExpensesOfQuarter(Connection *cnn, const ClientYear &client, int quarter, int natId, int rateOf);
+
+/// The expenses of one nature in all quarters, in the order in which they were written. Those of `consolidatedNature`
+/// come without a rate.
+RowsRead<Expense> ExpensesOfYear(Connection *cnn, const ClientYear &client, int natId);
+
+/// The percentage of an item for a nature: the row that the database gives first. None when the table has no such row.
+Reading<double> RateOfItem(Connection *cnn, int year, int expId, int natId);
+
+/// The number of a new expense: the highest of the client's quarter, across natures, plus 1. Without a value after a
+/// fault: a number that is in use would replace its row.
+std::optional<int> NextExpenseNo(Change &change, const ClientYear &client, int quarter);
+
+/// Removes the row (all rows) with a number in a quarter.
+bool DeleteExpense(Change &change, const ClientYear &client, int quarter, int srNo);
+
+/// Writes one row: quarter, nature, number, item and amount. The amount goes in with up to 15 significant digits.
+bool InsertExpense(Change &change, const ClientYear &client, const Expense &expense);
+
+/// Removes what stands under the number of an expense and writes it: a row has no key that could be updated.
+bool ReplaceExpense(Change &change, const ClientYear &client, const Expense &expense);
+
+/// Takes all expenses of the quarter before, of all natures and the consolidated ones too, over into a quarter with
+/// amount 0, all or none. One number is skipped; a second import brings the rows once more. False when none came.
+/// @param quarter 2 to 4
+bool ImportLastQuarter(Connection *cnn, const ClientYear &client, int quarter);
