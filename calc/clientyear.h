@@ -2,6 +2,7 @@
 
 #include "calc/rates.h"
 #include "calc/taxchain.h"
+#include "platform/offer.h"
 #include "records/clientyear.h"
 
 #include <QString>
@@ -10,14 +11,14 @@
 /// when it is `Null`) and `FBTRate`; the employee figures are cleared.
 /// @param year first calendar year of the assessment year
 /// @return false when the client could not be read; it then counts as without a row
-bool TakeClientYear(const QString &code, int year);
+FBT_OFFERED bool TakeClientYear(const QString &code, int year);
 
 /// Takes the employee figures of the client and year in hand from its additional information, if there is any. False
 /// when it could not be read.
-bool TakeEmployeesOfYear();
+FBT_OFFERED bool TakeEmployeesOfYear();
 
 /// A client and year with what the computation is told of them, to be put back in hand later.
-struct InHand
+struct FBT_OFFERED InHand
 {
     ClientYear client;
     int status = 0;
@@ -32,7 +33,7 @@ struct InHand
 };
 
 /// Keeps the client and year in hand with their rates and employees, and puts them back when it goes.
-class ClientYearKeeper
+class FBT_OFFERED ClientYearKeeper
 {
 public:
     ClientYearKeeper() = default;

@@ -102,7 +102,7 @@ void CALCFBT()
 
 void CALCFBT(ComputationSource &rows)
 {
-    ErrorTail tail(QStringLiteral("MODFBTCALC"), QStringLiteral("CALCFBT"));
+    ErrorTail tail(QStringLiteral("MODFBTCALC"));
     clearFigures();
     ShipNatId = rows.shipNature().valueOr(0);
     addExpensesOfNatures(rows);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QString>
 
 #include <array>
@@ -18,4 +20,4 @@ constexpr int lastTaxedYear = 2009;
 /// @param surApp one digit for each assessment year from 2006 on, "1" where surcharge applies; it decides for
 ///        associations, bodies of individuals and artificial juridical persons only, and a text too short says no
 /// @return all 0 when no tax is borne, as for every year above `lastTaxedYear`
-FBTRates RatesFor(int year, int status, const QString &surApp);
+FBT_OFFERED FBTRates RatesFor(int year, int status, const QString &surApp);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <array>
 #include <vector>
 
@@ -12,10 +14,10 @@
 /// @param salaries salary of each nature in rupees, in the order of the client's natures; not empty
 /// @param totalSalary salary of all natures together as the user stated it, not their sum
 /// @return one share for each salary, whole rupees
-std::vector<double> ShareBySalary(double amount, const std::vector<double> &salaries, double totalSalary);
+FBT_OFFERED std::vector<double> ShareBySalary(double amount, const std::vector<double> &salaries, double totalSalary);
 
 /// Salary and wages of a client and year by nature of business and quarter.
-class Salaries
+class FBT_OFFERED Salaries
 {
 public:
     /// @param natures the client's natures by number, in the client's order; not empty

@@ -1,21 +1,22 @@
 #pragma once
 
 #include "calc/rates.h"
+#include "platform/offer.h"
 #include "records/addinfo.h"
 
 /// The value of a fringe benefit: Round(rate / 100 * amount), ties to the even number.
 /// @param rate percentage of the expense that counts (section 115WC)
 /// @param amount expense in rupees
-double BENEFITVALUE(double rate, double amount);
+FBT_OFFERED double BENEFITVALUE(double rate, double amount);
 
 /// Whether only the India share of a value is taxed: there are employees in and outside India, without separate books.
-bool ProportionApplies(const Employees &employees);
+FBT_OFFERED bool ProportionApplies(const Employees &employees);
 
 /// The taxed part of a value: Round(`IndiaEmp` / `TotalEmp` * value) when the proportion applies, else the value.
-double TaxableValue(const Employees &employees, double value);
+FBT_OFFERED double TaxableValue(const Employees &employees, double value);
 
 /// Tax with what is laid on it, in whole rupees.
-struct TaxParts
+struct FBT_OFFERED TaxParts
 {
     double Tax = 0;
     double Surcharge = 0;
@@ -29,4 +30,4 @@ struct TaxParts
 /// The tax on a taxable value. Each part is rounded by itself, ties to the even number: tax on the value, surcharge on
 /// the tax, both cesses on tax and surcharge.
 /// @param taxableValue rupees, the India share already taken
-TaxParts TaxOn(double taxableValue, const FBTRates &rates);
+FBT_OFFERED TaxParts TaxOn(double taxableValue, const FBTRates &rates);

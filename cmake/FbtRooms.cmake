@@ -17,21 +17,31 @@ if(FBT_SANITIZE)
   target_link_options(fbt_options INTERFACE -fsanitize=address,undefined)
 endif()
 
-# fbt_room(<target> [ONLY <file>...] [EXCEPT <file>...] [LINKS <target>...])
-# One shared library for the folder, or for the files named. -z defs: what a room does not link it cannot call,
-# so an arrow that points upwards fails the build.
+# fbt_room(<target> [EXCEPT <file>...] [SHOWS <target>...] [LINKS <target>...] [LOADS <target>...])
+# One shared library for the folder; a folder of headers alone has none.
+#   LINKS  what the room uses. Nobody who links the room gets it by that, and -z defs lets nothing else be called.
+#   SHOWS  modules of Qt that its headers include, so that who links the room needs them too.
+#   LOADS  a room whose headers it uses and whose library it opens at run time.
+# All symbols stay within the library but those marked FBT_OFFERED (platform/offer.h). tests/checks/includes reads the
+# global property fbt_rooms: "folder target linked-target..." for each room.
 function(fbt_room target)
-  cmake_parse_arguments(ROOM "" "" "ONLY;EXCEPT;LINKS" ${ARGN})
+  cmake_parse_arguments(ROOM "" "" "EXCEPT;SHOWS;LINKS;LOADS" ${ARGN})
+  file(RELATIVE_PATH folder "${CMAKE_SOURCE_DIR}" "${CMAKE_CURRENT_SOURCE_DIR}")
+  list(JOIN ROOM_LINKS " " links)
+  list(JOIN ROOM_LOADS " " loads)
+  set_property(GLOBAL APPEND PROPERTY fbt_rooms "${folder} ${target} ${links} ${loads}")
   file(GLOB sources CONFIGURE_DEPENDS RELATIVE "${CMAKE_CURRENT_SOURCE_DIR}" *.cpp *.h *.ui *.qrc)
-  if(ROOM_ONLY)
-    set(sources ${ROOM_ONLY})
+  if(NOT "${sources}" MATCHES "\\.cpp")
+    add_library(${target} INTERFACE)
+    target_link_libraries(${target} INTERFACE fbt_options ${ROOM_SHOWS})
+    return()
   endif()
   list(REMOVE_ITEM sources ${ROOM_EXCEPT})
   add_library(${target} SHARED ${sources})
-  target_link_libraries(${target} PUBLIC fbt_options ${ROOM_LINKS})
+  target_link_libraries(${target} PUBLIC fbt_options ${ROOM_SHOWS} PRIVATE ${ROOM_LINKS})
   target_link_options(${target} PRIVATE -Wl,-z,defs)
   string(REPLACE "fbt_" "pelkfbt-" output ${target})
-  set_target_properties(${target} PROPERTIES OUTPUT_NAME ${output})
+  set_target_properties(${target} PROPERTIES OUTPUT_NAME ${output} CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
   install(TARGETS ${target} LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/pelkfbt")
 endfunction()
 
@@ -39,7 +49,7 @@ endfunction()
 function(fbt_test name)
   cmake_parse_arguments(TEST "" "" "LINKS" ${ARGN})
   add_executable(${name} ${name}.cpp)
-  target_link_libraries(${name} PRIVATE fbt_options Qt6::Test ${TEST_LINKS})
+  target_link_libraries(${name} PRIVATE fbt_options Qt6::Test Qt6::Widgets ${TEST_LINKS})
   add_test(NAME ${name} COMMAND ${name})
   set_property(GLOBAL APPEND PROPERTY fbt_tests ${name})
   set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/lsan.supp"

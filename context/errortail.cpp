@@ -29,6 +29,16 @@ ErrorTail::ErrorTail(const QString &object, const QString &procedure)
 {
 }
 
+ErrorTail::ErrorTail(const QString &object, const char *procedure)
+    : ErrorTail(object, QString::fromLatin1(procedure).toUpper())
+{
+}
+
+ErrorTail::ErrorTail(const QObject *form, const char *procedure)
+    : ErrorTail(form->objectName(), procedure)
+{
+}
+
 ErrorTail::ErrorTail(const QObject *form, const QString &procedure)
     : ErrorTail(form->objectName(), procedure)
 {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/fault.h"
+#include "platform/offer.h"
 
 #include <QString>
 
@@ -9,15 +10,17 @@
 class QObject;
 
 /// The tail of a procedure: while it lives, each fault costs one statement. It notes the place in `ErrText`, appends one
-/// line to the log, and the procedure goes on behind the statement. The innermost tail in force receives the fault.
+/// line to the log, and the procedure goes on after the statement. The innermost tail in force receives the fault.
 ///
 /// Faults of the connection and of recordsets come here by themselves; any other statement that can fault (a division,
 /// an index, a file, a date from text) runs as `tail([&] { ... });`.
-class ErrorTail
+class FBT_OFFERED ErrorTail
 {
 public:
     /// @param object the form's name, or "MODFBTCALC", "MODBASE", "CLSMAIN"
-    /// @param procedure its name in capitals
+    /// @param procedure left out: the function that makes the tail. It is logged in capitals.
+    explicit ErrorTail(const QString &object, const char *procedure = __builtin_FUNCTION());
+    explicit ErrorTail(const QObject *form, const char *procedure = __builtin_FUNCTION());
     ErrorTail(const QString &object, const QString &procedure);
     ErrorTail(const QObject *form, const QString &procedure);
     ~ErrorTail();
@@ -56,7 +59,7 @@ private:
 };
 
 /// In force in a procedure without a tail: its faults are ignored.
-class NoTail : public ErrorTail
+class FBT_OFFERED NoTail : public ErrorTail
 {
 public:
     NoTail()
@@ -67,4 +70,4 @@ public:
 
 /// Appends one line to `FBTLogger.log` in the application folder: date and time, number, description, source and
 /// `ErrText`, with a tab between them. Fault number 0 writes nothing; a file that cannot be written is ignored.
-void LogFault(const Fault &fault);
+FBT_OFFERED void LogFault(const Fault &fault);

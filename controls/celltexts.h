@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QStringView>
 
 #include <cstdint>
@@ -8,7 +10,7 @@
 /// The texts of a grid's cells in one run of UTF-16 characters; a cell is an offset and a length in it, so that no cell
 /// has an allocation of its own. A changed text goes to the end, unless it fits its old place; when more than half of
 /// the run is waste it is written anew. Rows are slots that are used again once freed.
-class CellTexts
+class FBT_OFFERED CellTexts
 {
 public:
     using Slot = std::uint32_t;

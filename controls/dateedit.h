@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QLineEdit>
 
 #include <functional>
@@ -8,7 +10,7 @@
 /// themselves while digits are typed. Only digits, `/`, `-`, `.` and blanks can be entered, ten characters at most.
 /// `text()` is what was typed and empty when nothing was. Typed short forms ("1-4-07") are brought into shape by the
 /// converter when the field is left.
-class MaskedDate : public QLineEdit
+class FBT_OFFERED MaskedDate : public QLineEdit
 {
     Q_OBJECT
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/gridmodel.h"
+#include "platform/offer.h"
 
 #include <QTableView>
 
@@ -14,7 +15,7 @@ class GridHeader;
 /// row and stays below `FixedRows` (0) as long as no data row is current. A row that gets hidden stays current.
 /// Whole rows are selected, unless `setSelectionBehavior(SelectItems)` asks for cells. Space changes the check box of the
 /// current cell, or, from a cell that cannot be edited, the only check box of the row that the user may change.
-class Grid : public QTableView
+class FBT_OFFERED Grid : public QTableView
 {
     Q_OBJECT
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QHash>
 #include <QString>
 #include <QStringList>
@@ -9,7 +11,7 @@
 
 /// The translation list of a column, "#1;April-June|#2;July-September": what is stored and what is shown for it. An
 /// entry without "#id;" stands for itself.
-class TranslationList
+class FBT_OFFERED TranslationList
 {
 public:
     struct Entry

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QPointer>
 #include <QStyledItemDelegate>
 
@@ -7,7 +9,7 @@ class Grid;
 
 /// Draws and edits the cells of a grid. An editor closes only when the text was accepted; a check box is centred and
 /// toggled by a click or the space bar.
-class GridDelegate : public QStyledItemDelegate
+class FBT_OFFERED GridDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
 

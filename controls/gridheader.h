@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QHeaderView>
 
 #include <vector>
@@ -8,7 +10,7 @@ class GridModel;
 
 /// The header of a grid: the fixed rows, one above the other. With merging, neighbours with the same text are drawn as
 /// one cell, to the side and downwards; empty cells do not merge. Captions wrap at the width of their cell.
-class GridHeader : public QHeaderView
+class FBT_OFFERED GridHeader : public QHeaderView
 {
     Q_OBJECT
 

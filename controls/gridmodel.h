@@ -2,6 +2,7 @@
 
 #include "controls/celltexts.h"
 #include "controls/gridcolumn.h"
+#include "platform/offer.h"
 
 #include <QAbstractTableModel>
 #include <QColor>
@@ -13,7 +14,7 @@
 
 /// The flat model of a grid. Rows count from 0 and include the fixed (header) rows; the model's own rows, those that a
 /// view shows, are the data rows that are not hidden. Hiding many rows at once is one reset of the model.
-class GridModel : public QAbstractTableModel
+class FBT_OFFERED GridModel : public QAbstractTableModel
 {
     Q_OBJECT
 

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QComboBox>
 #include <QObject>
 
 /// Incremental search in an editable combo box: each letter or digit typed selects the first entry that begins with
 /// the text, without regard to case, and marks the part that was not typed. When no entry begins with it, the text
 /// stays as typed with the caret at its end and no entry is current.
-class IncrementalSearch : public QObject
+class FBT_OFFERED IncrementalSearch : public QObject
 {
     Q_OBJECT
 

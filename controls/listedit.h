@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QList>
 #include <QObject>
 
@@ -18,7 +20,7 @@ class Screen;
 /// on to `escape()`:
 ///
 ///     bool FORM_KEYPRESS(int key) override { return (key == 27 && m_list->escape()) || Screen::FORM_KEYPRESS(key); }
-class ListEdit : public QObject
+class FBT_OFFERED ListEdit : public QObject
 {
     Q_OBJECT
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/grid.h"
+#include "platform/offer.h"
 
 #include <QLineEdit>
 #include <QPointer>
@@ -10,7 +11,7 @@
 /// The list of matches under a field: a grid of two columns (id, not shown, and description) that lies under the field
 /// while the focus stays in the field. Up, Down, PageUp and PageDown typed in the field move the selection; a click
 /// picks. It is a child of the field's screen, not a window.
-class MatchList : public Grid
+class FBT_OFFERED MatchList : public Grid
 {
     Q_OBJECT
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -15,7 +17,7 @@ enum class Buttons { Ok, OkCancel, YesNo };
 enum class FileUse { Open, Save, Folder };
 
 /// What a message box shows. `defaultButton` counts from 1; it is the button that Enter presses.
-struct MessageBox
+struct FBT_OFFERED MessageBox
 {
     QString text;
     QString title;
@@ -38,7 +40,7 @@ struct FileRequest
 };
 
 /// Answers message boxes and file choices in the user's place.
-class Answerer
+class FBT_OFFERED Answerer
 {
 public:
     Answerer() = default;
@@ -51,23 +53,23 @@ public:
 };
 
 /// Puts an answerer in place (nullptr: the user answers) and returns the one before. It is not owned.
-Answerer *SetAnswerer(Answerer *answerer);
+FBT_OFFERED Answerer *SetAnswerer(Answerer *answerer);
 
 /// Shows a message box and waits for the reply. The text is shown as it is, never as rich text; the title without
 /// one given is "Pelk FBT". Escape answers a Yes/No question with No.
-Reply MsgBox(QWidget *parent, const QString &text, Buttons buttons = Buttons::Ok, Icon icon = Icon::None,
-             const QString &title = {}, int defaultButton = 1);
+FBT_OFFERED Reply MsgBox(QWidget *parent, const QString &text, Buttons buttons = Buttons::Ok, Icon icon = Icon::None,
+                         const QString &title = {}, int defaultButton = 1);
 
 /// Lets the user choose a file or a folder; empty when cancelled.
-QString ChooseFile(QWidget *parent, FileUse use, const QString &title, const QString &filter = {},
-                   const QString &startPath = {});
+FBT_OFFERED QString ChooseFile(QWidget *parent, FileUse use, const QString &title, const QString &filter = {},
+                               const QString &startPath = {});
 
 /// "ok", "cancel", "yes" or "no".
-QString ReplyWord(Reply reply);
+FBT_OFFERED QString ReplyWord(Reply reply);
 
 /// An answerer with replies queued beforehand. It keeps a record of all that was asked. A question that finds no
 /// queued reply, or one that its buttons do not offer, takes the default button and is noted as unexpected.
-class ScriptedAnswerer : public Answerer
+class FBT_OFFERED ScriptedAnswerer : public Answerer
 {
 public:
     struct Record
@@ -106,7 +108,7 @@ private:
 };
 
 /// Keeps an answerer in place for the life of this object.
-class AnswererScope
+class FBT_OFFERED AnswererScope
 {
 public:
     explicit AnswererScope(Answerer *answerer)

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QAbstractButton>
 #include <QColor>
 #include <QTimer>
 
 /// A flat, self-drawn button with hover colours, a picture beside or above its caption and a focus frame. Colours
 /// that are not set come from the palette, so that it fits light and dark looks. Enter and the space bar click it.
-class PelkBtn : public QAbstractButton
+class FBT_OFFERED PelkBtn : public QAbstractButton
 {
     Q_OBJECT
     Q_PROPERTY(QColor hoverColor READ hoverColor WRITE setHoverColor)

@@ -3,6 +3,7 @@
 #include "controls/msgbox.h"
 #include "controls/screenframe.h"
 #include "controls/screenstack.h"
+#include "platform/offer.h"
 
 #include <QEvent>
 #include <QEventLoop>
@@ -34,7 +35,7 @@ class ScreenStack;
 /// Properties of a child widget that change this: "keepCase" = true leaves small letters alone, "ownEnter" = true
 /// leaves Enter to the widget, "causesCheck" = false lets the user go to the widget (a cancel button) without the
 /// check of the field that is left.
-class Screen : public QWidget
+class FBT_OFFERED Screen : public QWidget
 {
     Q_OBJECT
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QPointer>
 #include <QWidget>
 
@@ -8,7 +10,7 @@ class Screen;
 
 /// The window of a screen that does not lie in a stack. What does not fit the display can be scrolled. Its size is
 /// kept by the screen's name. The screen goes back to its former parent when it is taken out.
-class ScreenFrame : public QWidget
+class FBT_OFFERED ScreenFrame : public QWidget
 {
     Q_OBJECT
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QList>
 #include <QWidget>
 
@@ -12,7 +14,7 @@ class Screen;
 /// The pages of a host window: screens lie on top of each other, the newest in front, under a strip with the title
 /// and a close button. When a screen is unloaded the one below comes back and is activated. A screen larger than the
 /// window can be scrolled.
-class ScreenStack : public QWidget
+class FBT_OFFERED ScreenStack : public QWidget
 {
     Q_OBJECT
 

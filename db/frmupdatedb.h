@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/screen.h"
+#include "platform/offer.h"
 
 #include <memory>
 
@@ -10,7 +11,7 @@ class frmupdatedb;
 
 /// Asks the user to wait while the database is brought up to date. Shown modally; it starts by itself and goes away when
 /// the work has come to its end. `DbUpdated` is true from then on, whatever single statements failed.
-class frmupdatedb : public Screen
+class FBT_OFFERED frmupdatedb : public Screen
 {
     Q_OBJECT
 

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "platform/offer.h"
+
 class Connection;
 
 /// Adds the indexes that large databases need to those tables that are there and lack them. They refuse nothing and
 /// change no answer: none is unique, and each leads from a whole key to its rows in the order in which they were written,
 /// the order that a reading of the whole table gives. Returns false when the server was lost.
-bool CREATEINDEXES(Connection *connection);
+FBT_OFFERED bool CREATEINDEXES(Connection *connection);

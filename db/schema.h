@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QString>
 
 #include <span>
@@ -14,11 +16,11 @@ struct TableShape
 /// The tables that a database always has, in the order in which they are made. No table has a key or a constraint: the
 /// same serial number can stand in several quarters, and a change is a delete and an insert with the same number.
 /// The yearly masters are made year by year when the law is filled in (yearlymasters.h).
-[[nodiscard]] std::span<const TableShape> ModuleTables();
+[[nodiscard]] FBT_OFFERED std::span<const TableShape> ModuleTables();
 
 /// The yearly masters, without their year: heads, expense items and percentages.
-[[nodiscard]] std::span<const TableShape> YearlyTables();
+[[nodiscard]] FBT_OFFERED std::span<const TableShape> YearlyTables();
 
 /// Makes a table where there is none.
 /// @param suffix the year of a yearly master, else empty
-[[nodiscard]] QString CreateStatement(const TableShape &table, const QString &suffix = {});
+[[nodiscard]] FBT_OFFERED QString CreateStatement(const TableShape &table, const QString &suffix = {});

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/offer.h"
+
 class Connection;
 
 /// The update of the structure and of the law in the masters. It looks at what is there and keeps no version: every
@@ -16,10 +18,10 @@ class Connection;
 /// The procedures return false when the server was lost in them.
 
 /// Makes each table that is missing, in its current shape.
-bool CREATETABLES(Connection *connection);
+FBT_OFFERED bool CREATETABLES(Connection *connection);
 
 /// Adds the columns of later versions to older tables, converts older rows, and fills the masters that are empty.
-bool UPDATEDB(Connection *connection);
+FBT_OFFERED bool UPDATEDB(Connection *connection);
 
 /// The whole update: engines, tables, rows and indexes, between the setting of the mark and its removal.
-void UpdateDatabase(Connection *connection);
+FBT_OFFERED void UpdateDatabase(Connection *connection);

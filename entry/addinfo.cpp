@@ -6,7 +6,7 @@
 
 bool LOADADDINFO(const ClientYear &client)
 {
-    ErrorTail tail(QStringLiteral("frmfbtdet"), QStringLiteral("LOADADDINFO"));
+    ErrorTail tail(QStringLiteral("frmfbtdet"));
     const Reading<Employees> employees = OpenAddInfoYear(Cnn, client);
     TakeEmployees(employees.valueOr({}));
     LOADBANKDATA(client);
@@ -15,6 +15,6 @@ bool LOADADDINFO(const ClientYear &client)
 
 void LOADBANKDATA(const ClientYear &client)
 {
-    ErrorTail tail(QStringLiteral("frmfbtdet"), QStringLiteral("LOADBANKDATA"));
+    ErrorTail tail(QStringLiteral("frmfbtdet"));
     CarryBanksForward(Cnn, client);
 }

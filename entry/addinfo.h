@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/offer.h"
 #include "records/clientyear.h"
 
 /// Additional information of a client and year, as far as the entry of expenses needs it.
@@ -7,7 +8,7 @@
 /// Takes the employee figures (`EmpBoth`, `SepBooks`, `IndiaEmp`, `TotalEmp`) of the client and year in hand. A year
 /// without a row gets one, from the year before where there is one. The bank accounts follow by `LOADBANKDATA`.
 /// @return false when the figures could not be read; they are then cleared
-bool LOADADDINFO(const ClientYear &client);
+FBT_OFFERED bool LOADADDINFO(const ClientYear &client);
 
 /// Copies the bank accounts of the year before when the year has none.
-void LOADBANKDATA(const ClientYear &client);
+FBT_OFFERED void LOADBANKDATA(const ClientYear &client);

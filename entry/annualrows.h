@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/offer.h"
 #include "records/expenses.h"
 
 #include <array>
@@ -7,7 +8,7 @@
 #include <vector>
 
 /// One line of the annual screen: an expense with its four quarters.
-struct AnnualRow
+struct FBT_OFFERED AnnualRow
 {
     /// What a quarter holds, when it holds something.
     struct Cell
@@ -28,7 +29,7 @@ struct AnnualRow
 
 /// Lines expenses up by item: the nth of a kind in each quarter stand on one line, in the order in which lines are first
 /// needed. A row outside quarters 1 to 4 has no place and is left out.
-std::vector<AnnualRow> LineUp(const std::vector<Expense> &rows);
+FBT_OFFERED std::vector<AnnualRow> LineUp(const std::vector<Expense> &rows);
 
 /// Amounts of the four quarters in rupees.
 using QuarterAmounts = std::array<double, 4>;
@@ -37,13 +38,13 @@ using QuarterAmounts = std::array<double, 4>;
 /// had a row it keeps its number, and without an amount it is deleted; all others get a new number.
 /// @param before the line as it stands in the table; none for a new expense
 /// @return the line as it was written: its quarters and numbers; none when the table is as before
-std::optional<AnnualRow> SaveAnnual(Connection *cnn, const ClientYear &client, int natId, int expId,
-                                    const QuarterAmounts &amounts, const std::optional<AnnualRow> &before);
+FBT_OFFERED std::optional<AnnualRow> SaveAnnual(Connection *cnn, const ClientYear &client, int natId, int expId,
+                                                const QuarterAmounts &amounts, const std::optional<AnnualRow> &before);
 
 /// Deletes the rows of a line in all its quarters, all or none. A quarter without number and amount stays: other rows
 /// without a number would go with it.
-bool DeleteAnnual(Connection *cnn, const ClientYear &client, const AnnualRow &line);
+FBT_OFFERED bool DeleteAnnual(Connection *cnn, const ClientYear &client, const AnnualRow &line);
 
 /// The position of a written line among others: the one with the same item and number in a quarter that was written;
 /// -1 when there is none.
-int FindLine(const std::vector<AnnualRow> &lines, const AnnualRow &written);
+FBT_OFFERED int FindLine(const std::vector<AnnualRow> &lines, const AnnualRow &written);

@@ -2,6 +2,7 @@
 
 #include "entry/figures.h"
 #include "entry/quartersalary.h"
+#include "platform/offer.h"
 #include "records/expenses.h"
 
 #include <vector>
@@ -13,7 +14,7 @@
 constexpr int shareSrNo = -1;
 
 /// A consolidated expense, or the sum of several, by nature.
-struct SharedFigures
+struct FBT_OFFERED SharedFigures
 {
     std::vector<Figures> ofNatures;
     Figures total; ///< the natures' figures added up, each already rounded
@@ -23,20 +24,21 @@ struct SharedFigures
 
 /// The percentage that an item has for each nature; 0 where the year's table has none. With a rate for all natures and
 /// one of the nature's own, the row that the database gives first holds.
-std::vector<double> RatesOfItem(int year, int expId, const std::vector<Nature> &natures);
+FBT_OFFERED std::vector<double> RatesOfItem(int year, int expId, const std::vector<Nature> &natures);
 
 /// Shares one expense and works out each nature's figures.
 /// @param amount rupees
 /// @param percent the item's percentage for each nature
-SharedFigures ShareExpense(double amount, const std::vector<double> &percent, const QuarterSalary &salary,
-                           const Employees &employees, const FBTRates &rates);
+FBT_OFFERED SharedFigures ShareExpense(double amount, const std::vector<double> &percent, const QuarterSalary &salary,
+                                       const Employees &employees, const FBTRates &rates);
 
 /// The figures of all consolidated expenses of a quarter: those of the single expenses added up.
-SharedFigures ShareAll(const std::vector<Expense> &expenses, int year, const std::vector<Nature> &natures,
-                       const QuarterSalary &salary, const Employees &employees, const FBTRates &rates);
+FBT_OFFERED SharedFigures ShareAll(const std::vector<Expense> &expenses, int year, const std::vector<Nature> &natures,
+                                   const QuarterSalary &salary, const Employees &employees, const FBTRates &rates);
 
 /// What one nature takes of consolidated expenses: their rows with the share as amount and `shareSrNo` as number. A row without a share is left
 /// out; the last nature takes what the others leave.
 /// @param expenses with the percentages of that nature
 /// @param nature its position among the natures
-std::vector<Expense> SharesOf(const std::vector<Expense> &expenses, std::size_t nature, const QuarterSalary &salary);
+FBT_OFFERED std::vector<Expense> SharesOf(const std::vector<Expense> &expenses, std::size_t nature,
+                                          const QuarterSalary &salary);

@@ -88,7 +88,7 @@ void ConsolidatedPanel::setUpGrid(Grid *grid, const QStringList &rowCaptions)
 
 bool ConsolidatedPanel::LOADSALDET(int quarter)
 {
-    ErrorTail tail(formName, QStringLiteral("LOADSALDET"));
+    ErrorTail tail(formName);
     m_quarter = quarter;
     const RowsRead<Salary> read = SalariesOfQuarter(Cnn, m_client, quarter);
     m_salaryRead = !read.failed();
@@ -142,7 +142,7 @@ bool ConsolidatedPanel::acceptSalary(QString &text)
 
 void ConsolidatedPanel::VSFS_AFTEREDIT(int col)
 {
-    ErrorTail tail(formName, QStringLiteral("VSFS_AFTEREDIT"));
+    ErrorTail tail(formName);
     const int totalCol = static_cast<int>(m_natures.size()) + 1;
     const QuarterSalary now = salary();
     if (now.totalTooSmall()) {
@@ -156,7 +156,7 @@ void ConsolidatedPanel::VSFS_AFTEREDIT(int col)
 
 void ConsolidatedPanel::LOADEXPDET()
 {
-    ErrorTail tail(formName, QStringLiteral("LOADEXPDET"));
+    ErrorTail tail(formName);
     const int index = ui->cboexp->currentIndex();
     SharedFigures figures;
     std::vector<double> percent(m_natures.size(), 0.0);
@@ -174,7 +174,7 @@ void ConsolidatedPanel::LOADEXPDET()
 
 void ConsolidatedPanel::LOADALLEXPDET()
 {
-    ErrorTail tail(formName, QStringLiteral("LOADALLEXPDET"));
+    ErrorTail tail(formName);
     m_all = ShareAll(m_expenses, m_client.year, m_natures, salary(), EmployeesInHand(), FBTRate);
     showFigures(ui->vsfr, m_all);
 }
@@ -204,7 +204,7 @@ void ConsolidatedPanel::tellTotalTooSmall()
 
 bool ConsolidatedPanel::SAVESALDATA()
 {
-    ErrorTail tail(formName, QStringLiteral("SAVESALDATA"));
+    ErrorTail tail(formName);
     if (!m_salaryRead)
         return true;
     if (!ui->vsfs->finishEdit())

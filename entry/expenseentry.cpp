@@ -92,14 +92,14 @@ bool ExpenseEntry::itemChosen()
 
 void ExpenseEntry::LOADHEADS()
 {
-    ErrorTail tail(parent(), QStringLiteral("LOADHEADS"));
+    ErrorTail tail(parent());
     m_list->setHeader(QStringLiteral("Head of Expenses"));
     m_list->setItems(listItems(HeadChoices(m_year)));
 }
 
 void ExpenseEntry::LOADEXPHEADS()
 {
-    ErrorTail tail(parent(), QStringLiteral("LOADEXPHEADS"));
+    ErrorTail tail(parent());
     m_list->setHeader(QStringLiteral("Nature of Expenses"));
     m_list->setItems(listItems(ItemChoices(m_year, m_head.id)));
 }

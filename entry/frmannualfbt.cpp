@@ -108,7 +108,7 @@ void frmannualfbt::setUpGrid()
 
 void frmannualfbt::FORM_LOAD()
 {
-    ErrorTail tail(this, QStringLiteral("FORM_LOAD"));
+    ErrorTail tail(this);
     Base->Resize_For_Resolution(this);
     setWindowTitle(QStringLiteral("Annual FBT Details") + Base->Cap);
     GETITEMS(ui->vsf2, m_client.year);
@@ -117,7 +117,7 @@ void frmannualfbt::FORM_LOAD()
 
 void frmannualfbt::INITDATA(int nature)
 {
-    ErrorTail tail(this, QStringLiteral("INITDATA"));
+    ErrorTail tail(this);
     const RowsRead<Nature> natures = ClientNatures(Cnn, m_client.code);
     NoteReading(this, QStringLiteral("natures of business"), natures.failed());
     FillNatures(ui->cbonature, *natures, nature);
@@ -127,7 +127,7 @@ void frmannualfbt::INITDATA(int nature)
 
 void frmannualfbt::CBONATURE_CLICK()
 {
-    ErrorTail tail(this, QStringLiteral("CBONATURE_CLICK"));
+    ErrorTail tail(this);
     m_nature = ui->cbonature->currentData().toInt();
     LOADGRIDDED();
     m_list->SETBUTTON(true);
@@ -138,7 +138,7 @@ void frmannualfbt::CBONATURE_CLICK()
 
 void frmannualfbt::LOADGRIDDED()
 {
-    ErrorTail tail(this, QStringLiteral("LOADGRIDDED"));
+    ErrorTail tail(this);
     const bool withoutRate = m_nature == consolidatedNature;
     ui->vsf2->setColHidden(rateColumn, withoutRate);
     ui->vsf2->setColHidden(totalValueColumn, withoutRate);
@@ -221,7 +221,7 @@ bool frmannualfbt::mayAdd()
 
 void frmannualfbt::CMDUPDATEDED_CLICK()
 {
-    ErrorTail tail(this, QStringLiteral("CMDUPDATEDED_CLICK"));
+    ErrorTail tail(this);
     m_entry->commit();
     if (!takeAmounts())
         return;
@@ -252,7 +252,7 @@ void frmannualfbt::saveLine(const QuarterAmounts &amounts)
 
 void frmannualfbt::CMDDELETEDED_CLICK()
 {
-    ErrorTail tail(this, QStringLiteral("CMDDELETEDED_CLICK"));
+    ErrorTail tail(this);
     const AnnualRow *line = currentLine();
     if (line == nullptr || MsgBox(this, QStringLiteral("Do you want to Delete Selected Item?"), Buttons::YesNo,
                                   Icon::Question, {}, 2) != Reply::Yes)

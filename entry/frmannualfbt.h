@@ -2,6 +2,7 @@
 
 #include "controls/screen.h"
 #include "entry/annualrows.h"
+#include "platform/offer.h"
 
 #include <QLineEdit>
 
@@ -17,7 +18,7 @@ class frmannualfbt;
 
 /// All four quarters of an expense in one line. Writes the same rows as the quarterly screen, one for each quarter with an
 /// amount; consolidated expenses are entered here as amounts.
-class frmannualfbt : public Screen
+class FBT_OFFERED frmannualfbt : public Screen
 {
     Q_OBJECT
 

@@ -117,7 +117,7 @@ void frmfbtdet::connectButtons()
 
 void frmfbtdet::FORM_LOAD()
 {
-    ErrorTail tail(this, QStringLiteral("FORM_LOAD"));
+    ErrorTail tail(this);
     Base->Resize_For_Resolution(this);
     setWindowTitle(QStringLiteral("FBT Details") + Base->Cap);
     m_inHand = InHand::now();
@@ -159,7 +159,7 @@ void frmfbtdet::showRates()
 
 void frmfbtdet::LOADNATURES()
 {
-    ErrorTail tail(this, QStringLiteral("LOADNATURES"));
+    ErrorTail tail(this);
     const RowsRead<Nature> natures = ClientNatures(Cnn, client().code);
     NoteReading(this, QStringLiteral("natures of business"), natures.failed());
     m_natures = *natures;
@@ -184,7 +184,7 @@ bool frmfbtdet::sharesExpenses() const
 
 void frmfbtdet::CBOQUARTER_CLICK()
 {
-    ErrorTail tail(this, QStringLiteral("CBOQUARTER_CLICK"));
+    ErrorTail tail(this);
     const int quarter = ui->cboquarter->currentIndex() + 1;
     if (quarter == m_quarter)
         return;
@@ -198,7 +198,7 @@ void frmfbtdet::CBOQUARTER_CLICK()
 
 void frmfbtdet::CBONATURE_CLICK()
 {
-    ErrorTail tail(this, QStringLiteral("CBONATURE_CLICK"));
+    ErrorTail tail(this);
     const int nature = ui->cbonature->currentData().toInt();
     if (nature == m_nature)
         return;
@@ -219,7 +219,7 @@ void frmfbtdet::SETBUTTONDED(bool browse)
 
 void frmfbtdet::LOADGRIDDED()
 {
-    ErrorTail tail(this, QStringLiteral("LOADGRIDDED"));
+    ErrorTail tail(this);
     clearFigures();
     for (const int col : {rateColumn, valueColumn})
         ui->vsf2->setColHidden(col, m_nature == consolidatedNature);
@@ -240,7 +240,7 @@ void frmfbtdet::fillRows()
 
 void frmfbtdet::GETCONSITEMS()
 {
-    ErrorTail tail(this, QStringLiteral("GETCONSITEMS"));
+    ErrorTail tail(this);
     const RowsRead<Expense> expenses = ExpensesOfQuarter(Cnn, client(), m_quarter, consolidatedNature, m_nature);
     NoteReading(this, QStringLiteral("consolidated expenses"), expenses.failed());
     const auto shares = SharesOf(*expenses, positionOf(m_nature, m_natures), ui->famcon->salary());
@@ -291,7 +291,7 @@ void frmfbtdet::showFigures()
 
 void frmfbtdet::GETCONSFIGS()
 {
-    ErrorTail tail(this, QStringLiteral("GETCONSFIGS"));
+    ErrorTail tail(this);
     showTax(ui->famcon->total());
 }
 
@@ -323,7 +323,7 @@ const Expense *frmfbtdet::currentRow() const
 
 void frmfbtdet::LOADDATADED()
 {
-    ErrorTail tail(this, QStringLiteral("LOADDATADED"));
+    ErrorTail tail(this);
     m_list->LOADDATA();
 }
 
@@ -363,7 +363,7 @@ void frmfbtdet::tellConsolidated()
 
 void frmfbtdet::CMDDELETEDED_CLICK()
 {
-    ErrorTail tail(this, QStringLiteral("CMDDELETEDED_CLICK"));
+    ErrorTail tail(this);
     const Expense *row = currentRow();
     if (row == nullptr)
         return;
@@ -383,7 +383,7 @@ void frmfbtdet::CMDDELETEDED_CLICK()
 
 void frmfbtdet::CMDUPDATEDED_CLICK()
 {
-    ErrorTail tail(this, QStringLiteral("CMDUPDATEDED_CLICK"));
+    ErrorTail tail(this);
     m_entry->commit();
     if (!TakeAmount(this, ui->txtdedflds_2))
         return;
@@ -416,7 +416,7 @@ bool frmfbtdet::saveRow()
 
 void frmfbtdet::CMDIMP_CLICK()
 {
-    ErrorTail tail(this, QStringLiteral("CMDIMP_CLICK"));
+    ErrorTail tail(this);
     if (m_quarter == 1) {
         frmannualfbt annual(client(), this);
         annual.Load();
@@ -440,7 +440,7 @@ bool frmfbtdet::importFromLastQuarter()
 
 void frmfbtdet::CMDADDINFO_CLICK()
 {
-    ErrorTail tail(this, QStringLiteral("CMDADDINFO_CLICK"));
+    ErrorTail tail(this);
     constexpr int lastYearOfFirstForm = 2006;
     const Employees before = EmployeesInHand();
     if (client().year <= lastYearOfFirstForm)
@@ -456,7 +456,7 @@ void frmfbtdet::CMDADDINFO_CLICK()
 
 void frmfbtdet::CMDCONEXP_CLICK()
 {
-    ErrorTail tail(this, QStringLiteral("CMDCONEXP_CLICK"));
+    ErrorTail tail(this);
     if (!ui->famcon->salaryRead())
         LOADSALDET();
     ui->famcon->show();
@@ -476,7 +476,7 @@ void frmfbtdet::closeConsolidated()
 
 void frmfbtdet::CMDEFL_CLICK()
 {
-    ErrorTail tail(this, QStringLiteral("CMDEFL_CLICK"));
+    ErrorTail tail(this);
     if (client().year > lastTaxedYear)
         MsgBox(this, QStringLiteral("E-filing Rules have not been notified for A.Y. 2010-11."), Buttons::Ok,
                Icon::Information);

@@ -2,6 +2,7 @@
 
 #include "calc/clientyear.h"
 #include "controls/screen.h"
+#include "platform/offer.h"
 #include "records/expenses.h"
 
 #include <QLineEdit>
@@ -20,7 +21,7 @@ class frmfbtdet;
 /// The working screen of a client and year: the expenses of one quarter and nature of business, their running tax
 /// figures, the consolidated expenses shared over the natures, and the way to payments, reports and returns. It keeps the
 /// client and year in hand when it is loaded, and takes them in hand again whenever it comes to the front.
-class frmfbtdet : public Screen
+class FBT_OFFERED frmfbtdet : public Screen
 {
     Q_OBJECT
 

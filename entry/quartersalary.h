@@ -1,10 +1,11 @@
 #pragma once
 
+#include "platform/offer.h"
 #include "records/natures.h"
 #include "records/salaries.h"
 
 /// Salary and wages of a client in one quarter, by which consolidated expenses are shared.
-struct QuarterSalary
+struct FBT_OFFERED QuarterSalary
 {
     std::vector<double> ofNatures; ///< rupees, in the order of the natures on the screen
     double total = 0;              ///< of all natures together, as the user stated it; rupees
@@ -16,7 +17,8 @@ struct QuarterSalary
 };
 
 /// The salaries of a quarter by these natures; a nature without a row has 0, a row of another nature is passed over.
-QuarterSalary SalaryByNature(const std::vector<Salary> &rows, const std::vector<Nature> &natures);
+FBT_OFFERED QuarterSalary SalaryByNature(const std::vector<Salary> &rows, const std::vector<Nature> &natures);
 
 /// The rows to store: one for each nature, whatever its amount, and one for the total.
-std::vector<Salary> SalaryRows(const QuarterSalary &salary, int quarter, const std::vector<Nature> &natures);
+FBT_OFFERED std::vector<Salary> SalaryRows(const QuarterSalary &salary, int quarter,
+                                           const std::vector<Nature> &natures);

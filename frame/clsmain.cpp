@@ -68,7 +68,7 @@ void ClsMain::SetVerInf(const QString &text)
 
 bool ClsMain::LoadFBT(bool suiteFlag)
 {
-    ErrorTail tail(QStringLiteral("CLSMAIN"), QStringLiteral("LOADFBT"));
+    ErrorTail tail(QStringLiteral("CLSMAIN"));
     SuiteMode = suiteFlag;
     m_base = CreateObject(QStringLiteral("WexaBase.ClsMain"));
     Base = dynamic_cast<BaseObject *>(m_base.get());
@@ -129,7 +129,7 @@ void ClsMain::prepareReporter()
 
 void ClsMain::ShowMain()
 {
-    ErrorTail tail(QStringLiteral("CLSMAIN"), QStringLiteral("SHOWMAIN"));
+    ErrorTail tail(QStringLiteral("CLSMAIN"));
     if (m_main.isNull())
         m_main = new frmmain(MdiForm);
     m_main->openChild(MdiForm);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "context/modbase.h"
+#include "platform/offer.h"
 
 #include <QPointer>
 #include <QString>
@@ -12,7 +13,7 @@ class frmmain;
 /// The module's public class. A host hands over its objects by the `Set` calls as far as it has them, then calls
 /// `LoadFBT`, and, when that returned true, `ShowMain`. All members are virtual: a host that loads the module by its
 /// factory (moduleentry.h) needs nothing else of it.
-class ClsMain
+class FBT_OFFERED ClsMain
 {
 public:
     /// @param objects where class names of the suite are looked up; must outlive the module

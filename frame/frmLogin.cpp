@@ -17,7 +17,7 @@ frmLogin::~frmLogin() = default;
 
 void frmLogin::CMDOK_CLICK()
 {
-    ErrorTail tail(this, QStringLiteral("CMDOK_CLICK"));
+    ErrorTail tail(this);
     if (ui->txtPassword->text() == AdminPassword) {
         PasswordPassed = true;
         Unload();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/screen.h"
+#include "platform/offer.h"
 
 #include <memory>
 
@@ -9,7 +10,7 @@ class frmLogin;
 }
 
 /// Asks for the administrator's password. `PasswordPassed` tells afterwards whether it was given.
-class frmLogin : public Screen
+class FBT_OFFERED frmLogin : public Screen
 {
     Q_OBJECT
 

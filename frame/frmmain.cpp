@@ -105,7 +105,7 @@ void frmmain::wireButtons()
 
 void frmmain::FORM_LOAD()
 {
-    ErrorTail tail(this, QStringLiteral("FORM_LOAD"));
+    ErrorTail tail(this);
     m_firstActivation = true;
     Base->Resize_For_Resolution(this);
     ui->cmdbill->setVisible(SuiteObjects != nullptr && SuiteObjects->knows(QStringLiteral("PrjWexaBill.Forms")));
@@ -205,14 +205,14 @@ bool frmmain::confirmQuit()
 
 void frmmain::CMDQUIT_CLICK()
 {
-    ErrorTail tail(this, QStringLiteral("CMDQUIT_CLICK"));
+    ErrorTail tail(this);
     if (confirmQuit())
         leave();
 }
 
 bool frmmain::FORM_UNLOAD()
 {
-    ErrorTail tail(this, QStringLiteral("FORM_UNLOAD"));
+    ErrorTail tail(this);
     // Closed by its window rather than by "Quit": the same questions.
     return m_leaving || confirmQuit();
 }
@@ -231,49 +231,49 @@ void frmmain::openMenuBeside(QWidget *button, QMenu *menu)
 
 void frmmain::MNUCLINFO_CLICK()
 {
-    ErrorTail tail(this, QStringLiteral("MNUCLINFO_CLICK"));
+    ErrorTail tail(this);
     openScreen<frmclinfo>();
 }
 
 void frmmain::MNUNATBUS_CLICK()
 {
-    ErrorTail tail(this, QStringLiteral("MNUNATBUS_CLICK"));
+    ErrorTail tail(this);
     openScreen<frmnatmas>();
 }
 
 void frmmain::MNUEXPHEAD_CLICK()
 {
-    ErrorTail tail(this, QStringLiteral("MNUEXPHEAD_CLICK"));
+    ErrorTail tail(this);
     openScreen<frmfbtmas>();
 }
 
 void frmmain::MNUDUEDT_CLICK()
 {
-    ErrorTail tail(this, QStringLiteral("MNUDUEDT_CLICK"));
+    ErrorTail tail(this);
     openScreen<frmduedts>();
 }
 
 void frmmain::MNUCLDET_CLICK()
 {
-    ErrorTail tail(this, QStringLiteral("MNUCLDET_CLICK"));
+    ErrorTail tail(this);
     Base->ShowClDet();
 }
 
 void frmmain::MNURET_CLICK()
 {
-    ErrorTail tail(this, QStringLiteral("MNURET_CLICK"));
+    ErrorTail tail(this);
     Base->ShowReturn();
 }
 
 void frmmain::MNUBKUP_CLICK()
 {
-    ErrorTail tail(this, QStringLiteral("MNUBKUP_CLICK"));
+    ErrorTail tail(this);
     Base->BackUp();
 }
 
 void frmmain::MNURESTORE_CLICK()
 {
-    ErrorTail tail(this, QStringLiteral("MNURESTORE_CLICK"));
+    ErrorTail tail(this);
     if (!Base->Restoration())
         return;
     MsgBox(this, QStringLiteral("Software will Close Now. You have to start the Software again."));
@@ -282,25 +282,25 @@ void frmmain::MNURESTORE_CLICK()
 
 void frmmain::MNUREPAIR_CLICK()
 {
-    ErrorTail tail(this, QStringLiteral("MNUREPAIR_CLICK"));
+    ErrorTail tail(this);
     Base->RepairData(this);
 }
 
 void frmmain::CMDFBTDET_CLICK()
 {
-    ErrorTail tail(this, QStringLiteral("CMDFBTDET_CLICK"));
+    ErrorTail tail(this);
     openScreen<frmsbase>();
 }
 
 void frmmain::CMDSETTINGS_CLICK()
 {
-    ErrorTail tail(this, QStringLiteral("CMDSETTINGS_CLICK"));
+    ErrorTail tail(this);
     openScreen<frmsettings>();
 }
 
 void frmmain::CMDBILL_CLICK()
 {
-    ErrorTail tail(this, QStringLiteral("CMDBILL_CLICK"));
+    ErrorTail tail(this);
     const std::unique_ptr<SuiteObject> made = CreateObject(QStringLiteral("PrjWexaBill.Forms"));
     if (auto *billing = dynamic_cast<BillingObject *>(made.get())) {
         billing->CallBilling(QStringLiteral("F"));
@@ -310,7 +310,7 @@ void frmmain::CMDBILL_CLICK()
 
 void frmmain::CMDMISCINF_CLICK()
 {
-    ErrorTail tail(this, QStringLiteral("CMDMISCINF_CLICK"));
+    ErrorTail tail(this);
     const std::unique_ptr<SuiteObject> made = CreateObject(QStringLiteral("WexaMiscInf.ClsMain"));
     if (auto *miscInf = dynamic_cast<MiscInfObject *>(made.get())) {
         miscInf->InitMe(Base->AppPath, Cnn, QStringLiteral("FBTLogger.log"), Base->vScreenRatX, Base->vScreenRatY,
@@ -321,19 +321,19 @@ void frmmain::CMDMISCINF_CLICK()
 
 void frmmain::CMDPROD_CLICK()
 {
-    ErrorTail tail(this, QStringLiteral("CMDPROD_CLICK"));
+    ErrorTail tail(this);
     MainObj->ShowAbout();
 }
 
 void frmmain::LBLCHECKUP_CLICK()
 {
-    ErrorTail tail(this, QStringLiteral("LBLCHECKUP_CLICK"));
+    ErrorTail tail(this);
     MainObj->CheckForUpdates();
 }
 
 void frmmain::TIMER4_TIMER()
 {
-    const ErrorTail tail(this, QStringLiteral("TIMER4_TIMER"));
+    const ErrorTail tail(this);
     const QDateTime now = Now();
     ui->lbltime->setText(now.time().toString(u"hh:mm:ss AP"));
     ui->lbldate->setText(QLocale().toString(now.date(), QLocale::LongFormat));

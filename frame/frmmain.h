@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/screen.h"
+#include "platform/offer.h"
 
 #include <QTimer>
 
@@ -15,7 +16,7 @@ class frmmain;
 
 /// The first screen: buttons and menus that open everything else, a clock, and the start-up steps that bring the
 /// database up to date and ask for the administrator's password.
-class frmmain : public Screen
+class FBT_OFFERED frmmain : public Screen
 {
     Q_OBJECT
 

@@ -29,7 +29,7 @@ frmsbase::~frmsbase() = default;
 
 void frmsbase::FORM_LOAD()
 {
-    ErrorTail tail(this, QStringLiteral("FORM_LOAD"));
+    ErrorTail tail(this);
     Base->Resize_For_Resolution(this);
     ui->ClGrd1->DispClGrid();
     ui->ClGrd1->SelectLastClient();
@@ -39,13 +39,13 @@ void frmsbase::FORM_LOAD()
 
 void frmsbase::FORM_ACTIVATE()
 {
-    const ErrorTail tail(this, QStringLiteral("FORM_ACTIVATE"));
+    const ErrorTail tail(this);
     ui->ClGrd1->setFocus();
 }
 
 void frmsbase::PROCEED()
 {
-    ErrorTail tail(this, QStringLiteral("PROCEED"));
+    ErrorTail tail(this);
     // A search that finds nothing leaves a current row that the user does not see.
     if (ui->ClGrd1->Row() < 1 || ui->ClGrd1->currentHidden()) {
         MsgBox(this, QStringLiteral("Select a Client."));

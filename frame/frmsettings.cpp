@@ -49,7 +49,7 @@ frmsettings::~frmsettings() = default;
 
 void frmsettings::FORM_LOAD()
 {
-    ErrorTail tail(this, QStringLiteral("FORM_LOAD"));
+    ErrorTail tail(this);
     Base->Resize_For_Resolution(this);
     fillPrinters(ui->cbodos, Base->GetSettingINI(section(), QStringLiteral("DosPrinter"), QString()));
     fillPrinters(ui->cbowin, Base->GetSettingINI(section(), QStringLiteral("WinPrinter"), QString()));
@@ -59,7 +59,7 @@ void frmsettings::FORM_LOAD()
 
 void frmsettings::TXTLINES_LOSTFOCUS()
 {
-    const ErrorTail tail(this, QStringLiteral("TXTLINES_LOSTFOCUS"));
+    const ErrorTail tail(this);
     const double lines = Val(ui->txtlines->text());
     if (lines > mostLines || lines < 1)
         ui->txtlines->setText(QStringLiteral("70"));
@@ -67,7 +67,7 @@ void frmsettings::TXTLINES_LOSTFOCUS()
 
 void frmsettings::XPCMDBUTTON2_CLICK()
 {
-    ErrorTail tail(this, QStringLiteral("XPCMDBUTTON2_CLICK"));
+    ErrorTail tail(this);
     if (!savePassword(tail))
         return;
     saveSettings();

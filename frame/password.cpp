@@ -44,7 +44,7 @@ QString UnscramblePassword(const QString &scrambled)
 
 void GETPASSWORD()
 {
-    ErrorTail tail(QStringLiteral("MODBASE"), QStringLiteral("GETPASSWORD"));
+    ErrorTail tail(QStringLiteral("MODBASE"));
     Cnn->Execute("Create Table if not Exists TableMP (Val1 Varchar(10))");
     Cnn->Execute("Flush Tables");
     QString stored;

@@ -1,20 +1,22 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QString>
 #include <QStringList>
 
 /// The client and year that the user goes on with.
 
 /// The assessment years that can be chosen, such as "2008-2009", in the order of the list.
-QStringList ChoosableYears();
+FBT_OFFERED QStringList ChoosableYears();
 
 /// Position of the year that the selection screen starts on: that of `tYear` when it is listed, else the last but one
 /// up to 31 March 2010, the last from then on.
 /// @param tYear assessment year chosen before by its first calendar year, 0 for none
-int FirstYearPosition(int tYear);
+FBT_OFFERED int FirstYearPosition(int tYear);
 
 /// Takes a client and year for all later screens: `Base->code`, `TYear`, `status`, `Cap`, the rates, and the employee
 /// figures cleared.
 /// @param yearText such as "2008-2009"
 /// @return true when the tax applies to the year, false from A.Y. 2010-11 on
-bool TakeClientAndYear(const QString &code, const QString &name, const QString &yearText);
+FBT_OFFERED bool TakeClientAndYear(const QString &code, const QString &name, const QString &yearText);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/objecttable.h"
+#include "platform/offer.h"
 
 #include <QString>
 
@@ -9,7 +10,7 @@ class QComboBox;
 class QWidget;
 
 /// The base object (`WexaBase.ClsMain`): the client and year in hand, settings, data care and the suite's own screens.
-class BaseObject : public SuiteObject
+class FBT_OFFERED BaseObject : public SuiteObject
 {
 public:
     QString AppPath;              ///< application folder, without a slash at the end

@@ -1,13 +1,14 @@
 #pragma once
 
 #include "host/objecttable.h"
+#include "platform/offer.h"
 
 #include <QString>
 
 class Connection;
 
 /// The suite's main object (`PrjWexaMainO.ClsMain`): the database and the state of its structure.
-class MainObject : public SuiteObject
+class FBT_OFFERED MainObject : public SuiteObject
 {
 public:
     Connection *Cnn = nullptr;      ///< the module's database

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QHash>
 #include <QString>
 
@@ -7,7 +9,7 @@
 #include <memory>
 
 /// What every object of the suite is: made by name, owned by the one that asked for it.
-class SuiteObject
+class FBT_OFFERED SuiteObject
 {
 public:
     SuiteObject() = default;
@@ -18,7 +20,7 @@ public:
 
 /// The objects of the suite by class name, such as "WexaBase.ClsMain". The launcher registers its own, a host can
 /// register others, and a test can leave one out.
-class ObjectTable
+class FBT_OFFERED ObjectTable
 {
 public:
     using Factory = std::function<std::unique_ptr<SuiteObject>()>;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/objecttable.h"
+#include "platform/offer.h"
 
 #include <QStringList>
 
@@ -26,7 +27,7 @@ struct ReportRow
 };
 
 /// The report viewer (`PrjWexaRep.RepView`): holds a document, previews and prints it.
-class ReportObject : public SuiteObject
+class FBT_OFFERED ReportObject : public SuiteObject
 {
 public:
     QString setcallfrom;

@@ -1,13 +1,14 @@
 #pragma once
 
 #include "host/objecttable.h"
+#include "platform/offer.h"
 
 #include <QString>
 
 class Connection;
 
 /// The billing module of the suite (`PrjWexaBill.Forms`), where a host has it.
-class BillingObject : public SuiteObject
+class FBT_OFFERED BillingObject : public SuiteObject
 {
 public:
     /// Says which module calls: "F" for this one.
@@ -16,7 +17,7 @@ public:
 };
 
 /// Miscellaneous information of a client and year (`WexaMiscInf.ClsMain`).
-class MiscInfObject : public SuiteObject
+class FBT_OFFERED MiscInfObject : public SuiteObject
 {
 public:
     /// @param logName file name of the log in the application folder

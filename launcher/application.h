@@ -1,10 +1,12 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QApplication>
 
 /// The program's application object. Its `notify` is the last net: what an event handler throws is logged, and the
 /// program goes on.
-class Application : public QApplication
+class FBT_OFFERED Application : public QApplication
 {
     Q_OBJECT
 
@@ -15,7 +17,7 @@ public:
 };
 
 /// Names the program, which also decides where its files lie. The application object does it by itself.
-void NameProgram();
+FBT_OFFERED void NameProgram();
 
 /// Lets an interrupted or terminated program leave its event loop in order.
-void QuitOnSignals();
+FBT_OFFERED void QuitOnSignals();

@@ -2,13 +2,14 @@
 
 #include "launcher/settings.h"
 #include "platform/connection.h"
+#include "platform/offer.h"
 #include "server/privateserver.h"
 
 #include <memory>
 
 /// The module's database as the launcher opens it: the office server of the settings, or the private server on a data
 /// folder. A schema that is missing is made.
-class LauncherDatabase
+class FBT_OFFERED LauncherDatabase
 {
 public:
     /// @param dataFolder of the private server; not touched when the settings name an office server

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -11,4 +13,5 @@
 /// @param from where the delivered folders lie
 /// @param appPath application folder, made when it is missing
 /// @return false when something could not be written; `why` is then one sentence
-bool TopUpApplicationFolder(const QString &from, const QStringList &folders, const QString &appPath, QString *why);
+FBT_OFFERED bool TopUpApplicationFolder(const QString &from, const QStringList &folders, const QString &appPath,
+                                        QString *why);

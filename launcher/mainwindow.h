@@ -1,12 +1,14 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QMainWindow>
 
 class ScreenStack;
 
 /// The host's main window: the screens lie on its stack, the reports write into its status bar `TXStatusBar1`.
 /// Closing it closes the screens from the top down, each with its own question.
-class MainWindow : public QMainWindow
+class FBT_OFFERED MainWindow : public QMainWindow
 {
     Q_OBJECT
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/objecttable.h"
+#include "platform/offer.h"
 
 #include <QLibrary>
 #include <QString>
@@ -8,7 +9,7 @@
 class ClsMain;
 
 /// The module as a host has it: its shared library, loaded at run time, and the one object made by its factory.
-class ModuleLibrary
+class FBT_OFFERED ModuleLibrary
 {
 public:
     ModuleLibrary() = default;

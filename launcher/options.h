@@ -1,6 +1,7 @@
 #pragma once
 
 #include "launcher/settings.h"
+#include "platform/offer.h"
 
 #include <QString>
 #include <QStringList>
@@ -17,13 +18,13 @@ struct LaunchOptions
 };
 
 /// Whether the program is to run without a window, judged before there is an application object.
-bool RunsWithoutWindow(const QStringList &arguments);
+FBT_OFFERED bool RunsWithoutWindow(const QStringList &arguments);
 
 /// Reads the arguments, the program's name first. On a mistake false, and `why` is one sentence.
-bool ReadOptions(const QStringList &arguments, LaunchOptions *options, QString *why);
+FBT_OFFERED bool ReadOptions(const QStringList &arguments, LaunchOptions *options, QString *why);
 
 /// The text of `--help`.
-QString HelpText();
+FBT_OFFERED QString HelpText();
 
 /// Where the delivered files lie (`Data`, `HTMLHelp`, `samples`), seen from the program's folder.
-QString DeliveredFolder();
+FBT_OFFERED QString DeliveredFolder();

@@ -5,6 +5,7 @@
 #include "launcher/mainwindow.h"
 #include "launcher/modulelibrary.h"
 #include "launcher/settings.h"
+#include "platform/offer.h"
 
 #include <memory>
 
@@ -22,7 +23,7 @@ struct ProgramPlaces
 
 /// The program under its own launcher: application folder, database, the suite's objects, the main window and the
 /// module, started and ended in the right order.
-class Program
+class FBT_OFFERED Program
 {
 public:
     Program(ProgramPlaces places, LauncherSettings settings);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/offer.h"
 #include "records/challans.h"
 #include "records/expenses.h"
 #include "records/salaries.h"
@@ -28,7 +29,7 @@ struct SampleYear
     std::vector<Payment> challans;
 };
 
-struct SampleEmployer
+struct FBT_OFFERED SampleEmployer
 {
     QString code;
     QString name;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "launcher/sample.h"
+#include "platform/offer.h"
 
 #include <optional>
 
@@ -22,7 +23,7 @@ class QIODevice;
 ///
 /// @param fileName stands in the messages
 /// @return empty on the first mistake; `why` then reads "FILE:LINE: what is wrong"
-std::optional<SampleEmployer> ReadSample(QIODevice &data, const QString &fileName, QString *why);
+FBT_OFFERED std::optional<SampleEmployer> ReadSample(QIODevice &data, const QString &fileName, QString *why);
 
 /// Opens a data file and reads it.
-std::optional<SampleEmployer> ReadSampleFile(const QString &path, QString *why);
+FBT_OFFERED std::optional<SampleEmployer> ReadSampleFile(const QString &path, QString *why);

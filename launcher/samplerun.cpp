@@ -61,7 +61,7 @@ bool RunSamples(Connection &connection, BaseObject &base, const std::vector<Samp
     connection.setFaultHandler(ErrorTail::dispatch);
     ErrText.clear();
     {
-        ErrorTail tail(QStringLiteral("LAUNCHER"), QStringLiteral("RUNSAMPLES"));
+        ErrorTail tail(QStringLiteral("LAUNCHER"));
         UpdateDatabase(&connection);
         if (storeAll(connection, employers))
             computeAll(employers, out);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/connection.h"
+#include "platform/offer.h"
 
 #include <QString>
 
@@ -15,7 +16,7 @@
 ///     schema              the module's schema, `pelkfbt` when it is not named
 ///     [Suite]
 ///     schema              the suite's own schema on the same server, only read; absent: there is none
-struct LauncherSettings
+struct FBT_OFFERED LauncherSettings
 {
     static constexpr auto usualSchema = "pelkfbt";
 
@@ -25,8 +26,8 @@ struct LauncherSettings
 };
 
 /// The settings file in the user's configuration folder, `pelkfbt/pelkfbt.ini`.
-QString UserSettingsFile();
+FBT_OFFERED QString UserSettingsFile();
 
 /// Reads a settings file; one that does not exist gives the settings of the private server.
 /// On a mistake in it the result is empty and `why` is one sentence that names the file and the key.
-std::optional<LauncherSettings> ReadLauncherSettings(const QString &path, QString *why);
+FBT_OFFERED std::optional<LauncherSettings> ReadLauncherSettings(const QString &path, QString *why);

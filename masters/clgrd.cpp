@@ -213,7 +213,7 @@ int ClGrd::Row() const
 
 void ClGrd::DispClGrid()
 {
-    ErrorTail tail(controlName(), QStringLiteral("DISPCLGRID"));
+    ErrorTail tail(controlName());
     emptyBoxes();
     bool opened = false;
     tail([&] { opened = loadClients(); });
@@ -245,7 +245,7 @@ bool ClGrd::loadClients()
 
 void ClGrd::SelectLastClient()
 {
-    const ErrorTail tail(controlName(), QStringLiteral("SELECTLASTCLIENT"));
+    const ErrorTail tail(controlName());
     if (Base->code.isEmpty())
         return;
     const int row = vsf->FindRow(Base->code, vsf->FixedRows(), Code, true);
@@ -272,7 +272,7 @@ void ClGrd::showCount(int count)
 
 void ClGrd::TEXT1_CHANGE()
 {
-    const ErrorTail tail(controlName(), QStringLiteral("TEXT1_CHANGE"));
+    const ErrorTail tail(controlName());
     lblcount->clear();
     const QString code = Text1[0]->text();
     const QString name = Text1[1]->text();
@@ -299,7 +299,7 @@ int ClGrd::showMatches(const QString &code, const QString &name)
 
 bool ClGrd::TEXT1_KEYDOWN(int key)
 {
-    const ErrorTail tail(controlName(), QStringLiteral("TEXT1_KEYDOWN"));
+    const ErrorTail tail(controlName());
     if (key == Qt::Key_Down) {
         vsf->setFocus();
         return true;
@@ -312,27 +312,27 @@ bool ClGrd::TEXT1_KEYDOWN(int key)
 
 void ClGrd::VSF_DBLCLICK()
 {
-    const ErrorTail tail(controlName(), QStringLiteral("VSF_DBLCLICK"));
+    const ErrorTail tail(controlName());
     if (vsf->hasDataRow() && !vsf->RowHidden(vsf->Row()))
         emit DblClick();
 }
 
 void ClGrd::VSF_KEYPRESS(int KeyAscii)
 {
-    const ErrorTail tail(controlName(), QStringLiteral("VSF_KEYPRESS"));
+    const ErrorTail tail(controlName());
     emit KeyPress(KeyAscii);
 }
 
 void ClGrd::VSF_AFTERSORT()
 {
-    const ErrorTail tail(controlName(), QStringLiteral("VSF_AFTERSORT"));
+    const ErrorTail tail(controlName());
     if (vsf->hasDataRow() && vsf->RowHidden(vsf->Row()) && vsf->firstVisibleRow() >= 0)
         vsf->setRow(vsf->firstVisibleRow());
 }
 
 void ClGrd::USERCONTROL_SHOW()
 {
-    const ErrorTail tail(controlName(), QStringLiteral("USERCONTROL_SHOW"));
+    const ErrorTail tail(controlName());
     for (QLineEdit *box : Text1)
         box->clear();
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QString>
 #include <QWidget>
 
@@ -14,7 +16,7 @@ class QLineEdit;
 ///
 /// The content holds from the last `DispClGrid`; the owner calls it again after a change. Clients that do not match
 /// what is typed stay in the grid but are hidden. The search works on the rows in memory and sends no query.
-class ClGrd : public QWidget
+class FBT_OFFERED ClGrd : public QWidget
 {
     Q_OBJECT
 

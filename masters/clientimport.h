@@ -1,6 +1,7 @@
 #pragma once
 
 #include "masters/clientrecord.h"
+#include "platform/offer.h"
 
 class Connection;
 
@@ -24,11 +25,12 @@ struct Telephone
 /// @param status `status` of the row
 /// @param stat the status word of the client list, which tells the associations apart
 /// @param mrr `MRR` is 1: for companies and families, that they are not resident
-SuiteStatus MapSuiteStatus(int status, const QString &stat, bool mrr);
+FBT_OFFERED SuiteStatus MapSuiteStatus(int status, const QString &stat, bool mrr);
 
 /// "011-23456789" into "011" and "23456789". Without a "-" the whole is the number.
-Telephone SplitTelephone(const QString &phone);
+FBT_OFFERED Telephone SplitTelephone(const QString &phone);
 
 /// A client of the suite by its code there (here it gets capitals), with the texts `name` and `stat` of the client list. Of a client that has no
 /// further data there, only code and name are filled.
-ClientRecord ReadSuiteClient(Connection *suite, const QString &code, const QString &name, const QString &stat);
+FBT_OFFERED ClientRecord ReadSuiteClient(Connection *suite, const QString &code, const QString &name,
+                                         const QString &stat);

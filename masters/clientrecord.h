@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QSet>
 #include <QString>
 #include <QStringList>
@@ -10,7 +12,7 @@
 class Connection;
 
 /// One row of the client master `FBT_Info`, as the texts of its columns.
-struct ClientRecord
+struct FBT_OFFERED ClientRecord
 {
     /// Places of columns that are more than a text box.
     enum Position {
@@ -41,39 +43,39 @@ struct ClientRecord
 };
 
 /// The row of a client; nothing when there is none.
-std::optional<ClientRecord> ReadClient(Connection *cnn, const QString &code);
+FBT_OFFERED std::optional<ClientRecord> ReadClient(Connection *cnn, const QString &code);
 
 /// The statement that adds a client: all 23 columns in their order.
-QString InsertClientText(const ClientRecord &client);
+FBT_OFFERED QString InsertClientText(const ClientRecord &client);
 
 /// The statement that changes the client stored under `editCode`. `columns` are the names of the table's columns in
 /// their order; the columns of the former signatory are emptied, `SexM` and `FName` stay.
-QString UpdateClientText(const ClientRecord &client, const QStringList &columns, const QString &editCode);
+FBT_OFFERED QString UpdateClientText(const ClientRecord &client, const QStringList &columns, const QString &editCode);
 
 /// The names of the columns of the client master in their order.
-QStringList ClientColumns(Connection *cnn);
+FBT_OFFERED QStringList ClientColumns(Connection *cnn);
 
 /// The numbers in a list of natures ("1,3,7").
-QSet<double> NatureNumbers(const QString &busnat);
+FBT_OFFERED QSet<double> NatureNumbers(const QString &busnat);
 
 /// A typed or imported code as it is stored: capitals, no blanks around it.
-QString CleanCode(const QString &typed);
+FBT_OFFERED QString CleanCode(const QString &typed);
 
 /// Whether a code can stand in a statement of every screen: not blank, no apostrophe, no backslash.
-bool CodeMayBeKept(const QString &code);
+FBT_OFFERED bool CodeMayBeKept(const QString &code);
 
 /// Whether two codes are one for the database, which regards neither case nor accents nor trailing blanks.
-bool SameCode(const QString &one, const QString &other);
+FBT_OFFERED bool SameCode(const QString &one, const QString &other);
 
 /// Whether one of `codes` is, for the database, this code.
-bool CodeTaken(const QStringList &codes, const QString &code);
+FBT_OFFERED bool CodeTaken(const QStringList &codes, const QString &code);
 
 /// All codes that a new client must not take: those of the client master and those of the billing parties.
-QStringList ExistingCodes(Connection *cnn);
+FBT_OFFERED QStringList ExistingCodes(Connection *cnn);
 
 /// What is wrong with a pin code; empty when nothing is. An empty pin code may still be missing.
-QString PinCodeFault(const QString &pin);
+FBT_OFFERED QString PinCodeFault(const QString &pin);
 
 /// An address on one line, from the columns of the client master (`Flat`, `Building`, `Street`, `Area`, `City`,
 /// `State`): the parts that are not empty with ", " between them, and the pin code behind a "-".
-QString AddressLine(const QStringList &parts, const QString &pin);
+FBT_OFFERED QString AddressLine(const QStringList &parts, const QString &pin);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -9,19 +11,19 @@
 /// is stored. Older databases hold a second code for some of them, which is read but never written.
 
 /// The names in the order of the list.
-QStringList StatusNames();
+FBT_OFFERED QStringList StatusNames();
 
 /// The name of a stored `ClStatus`; empty for a code that stands for no status.
-QString StatusText(int clStatus);
+FBT_OFFERED QString StatusText(int clStatus);
 
 /// The place in the list of a stored `ClStatus`, -1 for a code that stands for no status.
-int StatusPosition(int clStatus);
+FBT_OFFERED int StatusPosition(int clStatus);
 
 /// The `ClStatus` to store for a place in the list, -1 outside the list.
-int StatusCode(int position);
+FBT_OFFERED int StatusCode(int position);
 
 /// Surcharge of one assessment year: never, always, or by the user's choice where it hangs on the income.
-struct SurchargeRow
+struct FBT_OFFERED SurchargeRow
 {
     QString year;      ///< "2006-07"
     QString threshold; ///< income from which it may apply; "N/A" where there is no choice
@@ -32,7 +34,7 @@ struct SurchargeRow
 
 /// The rows of the assessment years 2006-07 to 2010-11 for a place in the list of status; none for a place outside it.
 /// `surApp` has one character a year ("0" or "1"), as far as the choices are known.
-std::vector<SurchargeRow> SurchargeRows(int position, const QString &surApp);
+FBT_OFFERED std::vector<SurchargeRow> SurchargeRows(int position, const QString &surApp);
 
 /// The text to store as `SurApp`: "1" for each value that is not 0, else "0".
-QString SurAppText(const QStringList &applies);
+FBT_OFFERED QString SurAppText(const QStringList &applies);

@@ -137,7 +137,7 @@ void frmclinfo::connectControls()
 
 void frmclinfo::FORM_LOAD()
 {
-    const ErrorTail tail(this, "FORM_LOAD");
+    const ErrorTail tail(this);
     Base->Resize_For_Resolution(this);
     ui->ClGrd1->DispClGrid();
     ui->ClGrd1->SelectLastClient();
@@ -156,7 +156,7 @@ bool frmclinfo::FORM_UNLOAD()
 
 bool frmclinfo::FORM_KEYPRESS(int asciiKey)
 {
-    const ErrorTail tail(this, "FORM_KEYPRESS");
+    const ErrorTail tail(this);
     if (asciiKey != EscapeKey)
         return Screen::FORM_KEYPRESS(asciiKey);
     if (!ui->Frame1->isHidden()) {
@@ -175,7 +175,7 @@ bool frmclinfo::FORM_KEYPRESS(int asciiKey)
 
 void frmclinfo::SETBUTTON(bool Adding)
 {
-    const ErrorTail tail(this, "SETBUTTON");
+    const ErrorTail tail(this);
     ui->Frame1->hide();
     ui->famgrd->setVisible(!Adding);
     ui->fammaininfo->setVisible(Adding);
@@ -199,7 +199,7 @@ void frmclinfo::listCodes()
 
 void frmclinfo::LOADNATURES()
 {
-    const ErrorTail tail(this, "LOADNATURES");
+    const ErrorTail tail(this);
     ui->vsfn->clearBody();
     Recordset natures;
     natures.Open(QStringLiteral("Select * from FBT_Nature Order by SrNo"), Cnn);
@@ -209,7 +209,7 @@ void frmclinfo::LOADNATURES()
 
 void frmclinfo::LOADCLIENTS()
 {
-    const ErrorTail tail(this, "LOADCLIENTS");
+    const ErrorTail tail(this);
     ui->vsf->setRedraw(false);
     ui->vsf->clearBody();
     Recordset clients;
@@ -231,7 +231,7 @@ void frmclinfo::LOADCLIENTS()
 
 void frmclinfo::LOADDATA()
 {
-    ErrorTail tail(this, "LOADDATA");
+    ErrorTail tail(this);
     m_builtStatus.clear();
     m_surApp.clear();
     ClientRecord client;
@@ -298,7 +298,7 @@ void frmclinfo::rebuildSurcharge()
 
 void frmclinfo::CBOSTAT_CLICK()
 {
-    const ErrorTail tail(this, "CBOSTAT_CLICK");
+    const ErrorTail tail(this);
     const int position = ui->cbostat->currentIndex();
     if (!m_builtStatus.isEmpty() && Val(m_builtStatus) == position)
         return;
@@ -326,7 +326,7 @@ int frmclinfo::tickedNatures() const
 
 bool frmclinfo::CHECKNATURES()
 {
-    const ErrorTail tail(this, "CHECKNATURES");
+    const ErrorTail tail(this);
     for (int row = 0; EditMode && row < ui->vsfn->Rows(); ++row) {
         if (!natureTicked(row) && !askDeleteNature(row))
             ui->vsfn->setTextMatrix(row, NatTick, on);
@@ -413,7 +413,7 @@ bool frmclinfo::mayTakeCode()
 
 void frmclinfo::CMDUPDATE_CLICK()
 {
-    const ErrorTail tail(this, "CMDUPDATE_CLICK");
+    const ErrorTail tail(this);
     if (!fieldMayBeLeft(ui->cmdupdate) || !mayTakeCode())
         return;
     if (txtfields[ClientRecord::Name]->text().trimmed().isEmpty())
@@ -438,7 +438,7 @@ void frmclinfo::CMDUPDATE_CLICK()
 
 bool frmclinfo::UPDATEDATA()
 {
-    const ErrorTail tail(this, "UPDATEDATA");
+    const ErrorTail tail(this);
     const ClientRecord client = typedRecord();
     const bool saved =
         Cnn->Execute(EditMode ? UpdateClientText(client, ClientColumns(Cnn), EditCode) : InsertClientText(client));
@@ -454,7 +454,7 @@ bool frmclinfo::clientChosen() const
 
 void frmclinfo::CMDDELETE_CLICK()
 {
-    const ErrorTail tail(this, "CMDDELETE_CLICK");
+    const ErrorTail tail(this);
     if (!clientChosen())
         return;
     if (MsgBox(this, "Do you want to delete this record ?", Buttons::YesNo, Icon::Question) != Reply::Yes)
@@ -473,7 +473,7 @@ void frmclinfo::CMDDELETE_CLICK()
 
 void frmclinfo::CMDADD_CLICK()
 {
-    const ErrorTail tail(this, "CMDADD_CLICK");
+    const ErrorTail tail(this);
     EditMode = false;
     LOADDATA();
     SETBUTTON(true);
@@ -481,7 +481,7 @@ void frmclinfo::CMDADD_CLICK()
 
 void frmclinfo::CMDMODIFY_CLICK()
 {
-    const ErrorTail tail(this, "CMDMODIFY_CLICK");
+    const ErrorTail tail(this);
     if (!clientChosen())
         return;
     EditCode = ui->ClGrd1->TextMatrix(ui->ClGrd1->Row(), 0);
@@ -492,7 +492,7 @@ void frmclinfo::CMDMODIFY_CLICK()
 
 void frmclinfo::CMDCANCEL_CLICK()
 {
-    const ErrorTail tail(this, "CMDCANCEL_CLICK");
+    const ErrorTail tail(this);
     SETBUTTON(false);
     ui->ClGrd1->setFocus();
 }
@@ -512,7 +512,7 @@ void frmclinfo::CLGRD1_KEYPRESS(int KeyAscii)
 
 void frmclinfo::CMDIMPCL_CLICK()
 {
-    const ErrorTail tail(this, "CMDIMPCL_CLICK");
+    const ErrorTail tail(this);
     if (!fieldMayBeLeft(ui->cmdimpcl))
         return;
     if (ui->vsf->Rows() > ui->vsf->FixedRows())
@@ -524,7 +524,7 @@ void frmclinfo::CMDIMPCL_CLICK()
 
 void frmclinfo::COMMAND1_CLICK()
 {
-    ErrorTail tail(this, "COMMAND1_CLICK");
+    ErrorTail tail(this);
     const int row = ui->vsf->Row();
     if (row < 1)
         return;
@@ -553,7 +553,7 @@ void frmclinfo::VSF_KEYPRESS(int KeyAscii)
 
 bool frmclinfo::TXTFIELDS_VALIDATE(int Index)
 {
-    const ErrorTail tail(this, "TXTFIELDS_VALIDATE");
+    const ErrorTail tail(this);
     QLineEdit *field = txtfields[Index];
     if (Index == ClientRecord::Born) {
         field->setText(Base->ConvertDate(field->text()));

@@ -2,6 +2,7 @@
 
 #include "controls/screen.h"
 #include "masters/clientrecord.h"
+#include "platform/offer.h"
 
 #include <map>
 #include <memory>
@@ -19,7 +20,7 @@ class frmclinfo;
 ///
 /// One of three frames shows: the list (`famgrd`), the edit (`fammaininfo`) and the choice of a client of the suite
 /// (`Frame1`).
-class frmclinfo : public Screen
+class FBT_OFFERED frmclinfo : public Screen
 {
     Q_OBJECT
 

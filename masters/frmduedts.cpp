@@ -113,7 +113,7 @@ void frmduedts::editCurrent(Grid *grid)
 
 void frmduedts::FORM_LOAD()
 {
-    ErrorTail tail(this, "FORM_LOAD");
+    ErrorTail tail(this);
     Base->Resize_For_Resolution(this);
     SelYear = 0;
     {
@@ -125,13 +125,13 @@ void frmduedts::FORM_LOAD()
 
 bool frmduedts::FORM_UNLOAD()
 {
-    ErrorTail tail(this, "FORM_UNLOAD");
+    ErrorTail tail(this);
     return maySaveChanges();
 }
 
 void frmduedts::COMBO4_CLICK()
 {
-    ErrorTail tail(this, "COMBO4_CLICK");
+    ErrorTail tail(this);
     if (ui->Combo4->currentData().toInt() != SelYear && SelYear != 0 && !maySaveChanges()) {
         ui->Combo4->setCurrentIndex(ui->Combo4->findData(SelYear));
         return;
@@ -148,7 +148,7 @@ bool frmduedts::maySaveChanges()
 
 void frmduedts::LOADGRID()
 {
-    ErrorTail tail(this, "LOADGRID");
+    ErrorTail tail(this);
     const int year = ui->Combo4->currentData().toInt();
     if (year == SelYear)
         return;
@@ -205,13 +205,13 @@ bool frmduedts::mayEditDates(const Grid *grid, int row, int col) const
 
 bool frmduedts::VSF_VALIDATEEDIT(int row, int col, QString &text)
 {
-    ErrorTail tail(this, "VSF_VALIDATEEDIT");
+    ErrorTail tail(this);
     return validate(ui->vsf, row, col, text);
 }
 
 bool frmduedts::VSF1_VALIDATEEDIT(int row, int col, QString &text)
 {
-    ErrorTail tail(this, "VSF1_VALIDATEEDIT");
+    ErrorTail tail(this);
     return validate(ui->vsf1, row, col, text);
 }
 
@@ -253,7 +253,7 @@ QString frmduedts::messageFor(const Grid *grid, int row, int col, const QString 
 
 bool frmduedts::SAVEGRID()
 {
-    ErrorTail tail(this, "SAVEGRID");
+    ErrorTail tail(this);
     return finishEdit() && checkCells(ui->vsf) && checkCells(ui->vsf1) && save();
 }
 

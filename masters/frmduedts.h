@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/screen.h"
+#include "platform/offer.h"
 
 #include <memory>
 #include <utility>
@@ -13,7 +14,7 @@ class frmduedts;
 
 /// The due dates of an assessment year: of the return, and of the advance tax by quarters (up to 2007) or by instalments
 /// (from 2008 on). Leaving a year or the screen always asks about saving.
-class frmduedts : public Screen
+class FBT_OFFERED frmduedts : public Screen
 {
     Q_OBJECT
 

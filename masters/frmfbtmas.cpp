@@ -135,7 +135,7 @@ void frmfbtmas::setUpRates()
 
 void frmfbtmas::FORM_LOAD()
 {
-    ErrorTail tail(this, "FORM_LOAD");
+    ErrorTail tail(this);
     Base->Resize_For_Resolution(this);
     SelYear = 0;
     {
@@ -173,7 +173,7 @@ bool frmfbtmas::FORM_KEYDOWN(int key, Qt::KeyboardModifiers modifiers)
 
 void frmfbtmas::COMBO4_CLICK()
 {
-    ErrorTail tail(this, "COMBO4_CLICK");
+    ErrorTail tail(this);
     const int year = ui->Combo4->currentData().toInt();
     if (year == SelYear)
         return;
@@ -214,7 +214,7 @@ bool frmfbtmas::askDelete(const QString &question)
 
 void frmfbtmas::LOADGRIDCH()
 {
-    ErrorTail tail(this, "LOADGRIDCH");
+    ErrorTail tail(this);
     for (const ExpenseHead &head : ExpenseHeads(Cnn, SelYear))
         ui->vsf->AddItem({QString(), head.section, head.text, QString::number(head.headId)});
 }
@@ -238,7 +238,7 @@ int frmfbtmas::currentHead() const
 
 void frmfbtmas::CMDUPDATECH_CLICK()
 {
-    ErrorTail tail(this, "CMDUPDATECH_CLICK");
+    ErrorTail tail(this);
     const QString section = ui->txtchflds_0->text();
     const QString text = ui->txtchflds_1->text();
     if (refuseEmpty(section, "Please Specify Section.", ui->txtchflds_0) ||
@@ -255,7 +255,7 @@ void frmfbtmas::CMDUPDATECH_CLICK()
 
 void frmfbtmas::CMDDELETECH_CLICK()
 {
-    ErrorTail tail(this, "CMDDELETECH_CLICK");
+    ErrorTail tail(this);
     const int id = currentHead();
     if (IsStatutoryHead(SelYear, id) || ExpenseHeadInUse(Cnn, SelYear, id).value_or(true))
         return;
@@ -267,7 +267,7 @@ void frmfbtmas::CMDDELETECH_CLICK()
 
 void frmfbtmas::CMDPAYDET_CLICK()
 {
-    ErrorTail tail(this, "CMDPAYDET_CLICK");
+    ErrorTail tail(this);
     if (!ui->vsf->hasDataRow())
         return;
     const int row = ui->vsf->Row();
@@ -285,7 +285,7 @@ void frmfbtmas::CMDPAYDET_CLICK()
 
 void frmfbtmas::LOADGRIDDED()
 {
-    ErrorTail tail(this, "LOADGRIDDED");
+    ErrorTail tail(this);
     m_natures = Natures(Cnn);
     ui->vsf2->setCols(firstRateColumn);
     if (!m_natures)
@@ -328,7 +328,7 @@ QStringList frmfbtmas::typedRates() const
 
 void frmfbtmas::CMDUPDATEDED_CLICK()
 {
-    ErrorTail tail(this, "CMDUPDATEDED_CLICK");
+    ErrorTail tail(this);
     if (!m_natures || !ui->vsfr->finishEdit())
         return;
     const QString text = ui->txtdedflds_0->text();
@@ -343,7 +343,7 @@ void frmfbtmas::CMDUPDATEDED_CLICK()
 
 void frmfbtmas::CMDDELETEDED_CLICK()
 {
-    ErrorTail tail(this, "CMDDELETEDED_CLICK");
+    ErrorTail tail(this);
     const int id = currentItem();
     if (IsSeededItem(id) || ExpenseItemInUse(Cnn, SelYear, id).value_or(true))
         return;

@@ -2,6 +2,7 @@
 
 #include "controls/screen.h"
 #include "masters/naturelist.h"
+#include "platform/offer.h"
 
 #include <memory>
 #include <optional>
@@ -14,7 +15,7 @@ class frmfbtmas;
 
 /// The law of one assessment year: the heads of section 115WB and, behind "Expenses Details", the expense items of one
 /// head with a rate for each nature of business.
-class frmfbtmas : public Screen
+class FBT_OFFERED frmfbtmas : public Screen
 {
     Q_OBJECT
 

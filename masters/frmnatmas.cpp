@@ -47,7 +47,7 @@ frmnatmas::~frmnatmas() = default;
 
 void frmnatmas::FORM_LOAD()
 {
-    ErrorTail tail(this, "FORM_LOAD");
+    ErrorTail tail(this);
     Base->Resize_For_Resolution(this);
     m_list->FORM_LOAD();
 }
@@ -64,7 +64,7 @@ bool frmnatmas::FORM_KEYPRESS(int asciiKey)
 
 void frmnatmas::LOADGRID()
 {
-    ErrorTail tail(this, "LOADGRID");
+    ErrorTail tail(this);
     const auto natures = Natures(Cnn);
     for (const Nature &nature : natures.value_or(QVector<Nature>()))
         ui->vsf->AddItem({QString(), nature.text, QString::number(nature.srNo)});
@@ -87,7 +87,7 @@ int frmnatmas::currentSrNo() const
 
 void frmnatmas::CMDUPDATE_CLICK()
 {
-    ErrorTail tail(this, "CMDUPDATE_CLICK");
+    ErrorTail tail(this);
     const QString text = ui->txtfields_1->text();
     if (text.trimmed().isEmpty()) {
         MsgBox(this, "Please specify Nature of Business.", Buttons::Ok, Icon::Exclamation);
@@ -113,7 +113,7 @@ void frmnatmas::save(const QString &text, int srNo)
 
 void frmnatmas::CMDDELETE_CLICK()
 {
-    ErrorTail tail(this, "CMDDELETE_CLICK");
+    ErrorTail tail(this);
     const int srNo = currentSrNo();
     if (IsSeededNature(srNo) || NatureInUse(Cnn, srNo).value_or(true))
         return;

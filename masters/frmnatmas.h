@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/screen.h"
+#include "platform/offer.h"
 
 #include <memory>
 
@@ -12,7 +13,7 @@ class frmnatmas;
 
 /// The list of natures of business: adds, renames and deletes. The law's own seven natures can be renamed only, and a
 /// nature that a client, a rate or an expense refers to stays.
-class frmnatmas : public Screen
+class FBT_OFFERED frmnatmas : public Screen
 {
     Q_OBJECT
 

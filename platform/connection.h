@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/fault.h"
+#include "platform/offer.h"
 #include "platform/sqltext.h"
 
 #include <QSqlDatabase>
@@ -25,7 +26,7 @@ struct ServerAddress
 ///
 /// A lost server is noticed before a statement is sent, and the connection is opened again with the same session
 /// settings; a statement that was lost under way is not sent twice, since nobody knows whether it was carried out.
-class Connection
+class FBT_OFFERED Connection
 {
 public:
     enum StateValue { Closed = 0, Open = 1 };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QDate>
 #include <QString>
 #include <QStringView>
@@ -8,24 +10,24 @@
 
 /// The date of a `dd/mm/yyyy` text: day at 1-2, month at 4-5, year in the last four characters.
 /// An invalid date when the text is none.
-QDate DateFromText(QStringView text);
+FBT_OFFERED QDate DateFromText(QStringView text);
 
 /// As DateFromText, but a text that is no date is a fault (FaultError, type mismatch).
-QDate DateOrFault(QStringView text);
+FBT_OFFERED QDate DateOrFault(QStringView text);
 
 /// A date as `dd/mm/yyyy`; an invalid date is the empty text.
-QString DateText(const QDate &date);
+FBT_OFFERED QString DateText(const QDate &date);
 
 /// A typed date as `dd/mm/yyyy`, or empty when it is no date: d/m/y with '/', '-', '.' or blanks, or 6 or 8 digits;
 /// one-digit day and month; two-digit years 00-29 are 20xx, 30-99 are 19xx.
-QString ConvertTypedDate(QStringView text);
+FBT_OFFERED QString ConvertTypedDate(QStringView text);
 
 /// The first and the last assessment year of the module, by their first calendar years.
 constexpr int firstAssessmentYear = 2006;
 constexpr int lastAssessmentYear = 2010;
 
 /// "2006-07" for 2006: an assessment year by its first calendar year.
-QString YearLabel(int year);
+FBT_OFFERED QString YearLabel(int year);
 
 /// "2006-2007" for 2006.
-QString LongYearLabel(int year);
+FBT_OFFERED QString LongYearLabel(int year);

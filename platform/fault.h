@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QString>
 
 #include <functional>
@@ -31,7 +33,7 @@ constexpr int ConnectionClosed = 3709;
 } // namespace FaultNumber
 
 /// A fault thrown by a statement that runs under a tail.
-class FaultError : public std::runtime_error
+class FBT_OFFERED FaultError : public std::runtime_error
 {
 public:
     explicit FaultError(const Fault &fault)

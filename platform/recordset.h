@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/connection.h"
+#include "platform/offer.h"
 
 #include <QStringList>
 #include <QVariant>
@@ -10,7 +11,7 @@
 class QSqlQuery;
 
 /// One value of the current row. `Null` reads as the empty text and as 0.
-class Field
+class FBT_OFFERED Field
 {
 public:
     /// @param connection receives the fault of a value that cannot be read as asked
@@ -35,7 +36,7 @@ private:
 
 /// The rows of a query, from the first to the last. Never throws: a fault goes to the connection's handler, and a
 /// recordset that could not be opened has no rows. `Bof`/`Eof` are spelled so because `EOF` is a macro of the language.
-class Recordset
+class FBT_OFFERED Recordset
 {
 public:
     Recordset();
@@ -73,7 +74,7 @@ private:
 };
 
 /// Whether a query finds a row.
-bool HasRows(Connection *connection, const QString &query);
+FBT_OFFERED bool HasRows(Connection *connection, const QString &query);
 
 /// The first field of the first row of a query; `Null` without one.
-Field FirstField(Connection *connection, const QString &query);
+FBT_OFFERED Field FirstField(Connection *connection, const QString &query);

@@ -1,13 +1,14 @@
 #pragma once
 
 #include "platform/connection.h"
+#include "platform/offer.h"
 
 #include <QByteArray>
 #include <QString>
 
 /// Reads the rows of queries one after the other in constant memory, on a connection of its own and all from one
 /// snapshot of the data. For reading whole tables; screens use Recordset.
-class RowStream
+class FBT_OFFERED RowStream
 {
 public:
     RowStream() = default;

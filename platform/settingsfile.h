@@ -1,10 +1,12 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QSettings>
 #include <QString>
 
 /// The user's settings file. What is saved is on disk at once, so that a killed program keeps it.
-class SettingsFile
+class FBT_OFFERED SettingsFile
 {
 public:
     explicit SettingsFile(const QString &path)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/offer.h"
 #include "records/clientyear.h"
 #include "records/reading.h"
 
@@ -20,16 +21,16 @@ struct Employees
 };
 
 /// The employees that a year's row states; `Null` counts as no and as 0. None without a row.
-Reading<Employees> EmployeesOfYear(Connection *cnn, const ClientYear &client);
+FBT_OFFERED Reading<Employees> EmployeesOfYear(Connection *cnn, const ClientYear &client);
 
 /// The row that a client starts with: filed in time, all interest computed, up to no date yet.
-bool InsertDefaultAddInfo(Change &change, const ClientYear &client, const Employees &employees = {});
+FBT_OFFERED bool InsertDefaultAddInfo(Change &change, const ClientYear &client, const Employees &employees = {});
 
 /// Sees that the year has its row, and gives its employees. A year without a row gets one: what changes slowly is copied
 /// from the year before, what belongs to one return starts anew; without a year before, the default row. Nothing is
 /// written unless both readings show that it is missing.
-Reading<Employees> OpenAddInfoYear(Connection *cnn, const ClientYear &client);
+FBT_OFFERED Reading<Employees> OpenAddInfoYear(Connection *cnn, const ClientYear &client);
 
 /// Copies the bank accounts of the year before, all or none, when the year has none. False when an account could not be
 /// read or written.
-bool CarryBanksForward(Connection *cnn, const ClientYear &client);
+FBT_OFFERED bool CarryBanksForward(Connection *cnn, const ClientYear &client);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/offer.h"
 #include "records/clientyear.h"
 #include "records/reading.h"
 
@@ -27,8 +28,8 @@ struct Payment
 };
 
 /// Writes one payment without penalty, other amount and way of payment.
-bool InsertPayment(Change &change, const ClientYear &client, const Payment &payment);
+FBT_OFFERED bool InsertPayment(Change &change, const ClientYear &client, const Payment &payment);
 
 /// Tax with surcharge and cesses that was paid for a year, in rupees; interest and penalties do not count. A part that is
 /// `Null` counts as 0, as does a year without payments.
-Reading<double> TaxPaid(Connection *cnn, const ClientYear &client);
+FBT_OFFERED Reading<double> TaxPaid(Connection *cnn, const ClientYear &client);

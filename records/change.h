@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/connection.h"
+#include "platform/offer.h"
 
 #include <functional>
 #include <optional>
@@ -8,7 +9,7 @@
 /// Statements that change tables and belong together: all of them stay or none. Begun by `ChangeTogether`.
 ///
 /// `Flush Tables` would end the transaction, so one flush goes out after the commit.
-class Change
+class FBT_OFFERED Change
 {
 public:
     /// Carries out one statement. False after a fault: the whole change is then given up.
@@ -36,7 +37,7 @@ private:
 
 /// Carries out `part` in one transaction. True when all of it was committed. False when a statement faulted, `part`
 /// returned false or the commit failed: then the tables are as before.
-bool ChangeTogether(Connection *connection, const std::function<bool(Change &)> &part);
+FBT_OFFERED bool ChangeTogether(Connection *connection, const std::function<bool(Change &)> &part);
 
 /// One statement and its flush. True when the statement was carried out.
-bool WriteOne(Connection *connection, const QString &statement);
+FBT_OFFERED bool WriteOne(Connection *connection, const QString &statement);

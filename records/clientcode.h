@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/offer.h"
 #include "records/clienttables.h"
 #include "records/reading.h"
 
@@ -10,18 +11,18 @@ class Change;
 class Connection;
 
 /// Names of the base tables of the connection's schema, in lower case.
-Reading<QSet<QString>> TableNames(Connection *cnn);
+FBT_OFFERED Reading<QSet<QString>> TableNames(Connection *cnn);
 
 /// The client tables that are there: those that always are, and the one of the return where it is known to have come
 /// into being. A list of tables that cannot be read costs that one only.
-std::vector<ClientTable> TablesOfClients(Connection *cnn);
+FBT_OFFERED std::vector<ClientTable> TablesOfClients(Connection *cnn);
 
 /// Rewrites a client code in `tables`, as part of a change. False after a fault.
-bool MoveClientRows(Change &change, const std::vector<ClientTable> &tables, const QString &oldCode,
-                    const QString &newCode);
+FBT_OFFERED bool MoveClientRows(Change &change, const std::vector<ClientTable> &tables, const QString &oldCode,
+                                const QString &newCode);
 
 /// Rewrites a client code in all client tables but the client master. False after a fault: then nothing is changed.
-bool ChangeClientCode(Connection *cnn, const QString &oldCode, const QString &newCode);
+FBT_OFFERED bool ChangeClientCode(Connection *cnn, const QString &oldCode, const QString &newCode);
 
 /// Removes a client from all client tables and from the client master; the master lists stay. False as above.
-bool DeleteClientRows(Connection *cnn, const QString &clientCode);
+FBT_OFFERED bool DeleteClientRows(Connection *cnn, const QString &clientCode);

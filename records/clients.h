@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/offer.h"
 #include "records/reading.h"
 
 #include <QString>
@@ -10,7 +11,7 @@
 class Connection;
 
 /// One row of the client master `FBT_Info`, as the texts of its columns.
-struct ClientRecord
+struct FBT_OFFERED ClientRecord
 {
     /// Places of columns that are more than a text box.
     enum Position {
@@ -40,18 +41,18 @@ struct ClientRecord
     const QString &operator[](int position) const { return values.at(static_cast<std::size_t>(position)); }
 };
 
-Reading<ClientRecord> ReadClient(Connection *cnn, const QString &code);
+FBT_OFFERED Reading<ClientRecord> ReadClient(Connection *cnn, const QString &code);
 
 /// Adds a client: all 23 columns in their order. False when the database did not take it.
-bool AddClient(Connection *cnn, const ClientRecord &client);
+FBT_OFFERED bool AddClient(Connection *cnn, const ClientRecord &client);
 
 /// Changes the client stored under `editCode`. The columns of the former signatory are emptied, `SexM` and `FName` stay.
 /// With another code all that the client tables hold of him moves with it, or nothing is changed at all.
-bool UpdateClient(Connection *cnn, const ClientRecord &client, const QString &editCode);
+FBT_OFFERED bool UpdateClient(Connection *cnn, const ClientRecord &client, const QString &editCode);
 
 /// All codes that a new client must not take, each kind in its order: those of the client master, then those of the
 /// billing parties.
-RowsRead<QString> ExistingCodes(Connection *cnn);
+FBT_OFFERED RowsRead<QString> ExistingCodes(Connection *cnn);
 
 struct ClientName
 {
@@ -60,12 +61,12 @@ struct ClientName
 };
 
 /// All clients in the order of their names.
-RowsRead<ClientName> ClientNames(Connection *cnn);
+FBT_OFFERED RowsRead<ClientName> ClientNames(Connection *cnn);
 
 /// Whether an expense or a salary of any year was entered for a nature of the client. Without a value after a fault.
-std::optional<bool> HasNatureDetails(Connection *cnn, const QString &code, int natId);
-bool DeleteNatureDetails(Connection *cnn, const QString &code, int natId);
+FBT_OFFERED std::optional<bool> HasNatureDetails(Connection *cnn, const QString &code, int natId);
+FBT_OFFERED bool DeleteNatureDetails(Connection *cnn, const QString &code, int natId);
 
 /// The same for the expenses that were entered for all natures together.
-std::optional<bool> HasConsolidatedExpenses(Connection *cnn, const QString &code);
-bool DeleteConsolidatedExpenses(Connection *cnn, const QString &code);
+FBT_OFFERED std::optional<bool> HasConsolidatedExpenses(Connection *cnn, const QString &code);
+FBT_OFFERED bool DeleteConsolidatedExpenses(Connection *cnn, const QString &code);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/offer.h"
 #include "records/reading.h"
 
 #include <QString>
@@ -14,13 +15,13 @@ struct ClientStatus
 };
 
 /// None when there is no such client.
-Reading<ClientStatus> StatusOfClient(Connection *cnn, const QString &code);
+FBT_OFFERED Reading<ClientStatus> StatusOfClient(Connection *cnn, const QString &code);
 
 /// When an employer bears surcharge: never, always, or in the years of its choice, since it depends on the income.
 enum class Surcharge { Never, Always, Chosen };
 
 /// By the status under which new clients are stored; the second codes of older databases bear none.
-Surcharge SurchargeOf(int clStatus);
+FBT_OFFERED Surcharge SurchargeOf(int clStatus);
 
 /// Whether surcharge was chosen for an assessment year (by its first calendar year). A text too short says no.
-bool SurchargeChosen(int year, const QString &surApp);
+FBT_OFFERED bool SurchargeChosen(int year, const QString &surApp);

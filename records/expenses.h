@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/offer.h"
 #include "records/clientyear.h"
 #include "records/natures.h"
 
@@ -9,7 +10,7 @@ class Change;
 class Connection;
 
 /// An expense of a client, a row of `FBT_Detail`, with what the year's law says of its item. Nothing is rounded.
-struct Expense
+struct FBT_OFFERED Expense
 {
     int quarter = 0;   ///< 1 to 4
     int natId = 0;     ///< nature of business, or `consolidatedNature`
@@ -25,37 +26,38 @@ struct Expense
 
 /// The expenses of the year that belong to a nature each, with the rates of that nature. The computation, which reads
 /// them, wants neither item nor number: both stay 0.
-RowsRead<Expense> ExpensesOfNatures(Connection *cnn, const ClientYear &client);
+FBT_OFFERED RowsRead<Expense> ExpensesOfNatures(Connection *cnn, const ClientYear &client);
 
 /// The consolidated expenses of the year with the rates of one nature; item and number stay 0 here too.
-RowsRead<Expense> ConsolidatedExpenses(Connection *cnn, const ClientYear &client, int rateOf);
+FBT_OFFERED RowsRead<Expense> ConsolidatedExpenses(Connection *cnn, const ClientYear &client, int rateOf);
 
 /// The expenses of one quarter and nature.
 /// @param natId a nature, or `consolidatedNature`
 /// @param rateOf the nature whose rates go with them; `consolidatedNature` leaves the rate out
-RowsRead<Expense> ExpensesOfQuarter(Connection *cnn, const ClientYear &client, int quarter, int natId, int rateOf);
+FBT_OFFERED RowsRead<Expense> ExpensesOfQuarter(Connection *cnn, const ClientYear &client, int quarter, int natId,
+                                                int rateOf);
 
 /// The expenses of one nature in all quarters, in the order in which they were written. Those of `consolidatedNature`
 /// come without a rate.
-RowsRead<Expense> ExpensesOfYear(Connection *cnn, const ClientYear &client, int natId);
+FBT_OFFERED RowsRead<Expense> ExpensesOfYear(Connection *cnn, const ClientYear &client, int natId);
 
 /// The percentage of an item for a nature: the row that the database gives first. None when the table has no such row.
-Reading<double> RateOfItem(Connection *cnn, int year, int expId, int natId);
+FBT_OFFERED Reading<double> RateOfItem(Connection *cnn, int year, int expId, int natId);
 
 /// The number of a new expense: the highest of the client's quarter, across natures, plus 1. Without a value after a
 /// fault: a number that is in use would replace its row.
-std::optional<int> NextExpenseNo(Change &change, const ClientYear &client, int quarter);
+FBT_OFFERED std::optional<int> NextExpenseNo(Change &change, const ClientYear &client, int quarter);
 
 /// Removes the row (all rows) with a number in a quarter.
-bool DeleteExpense(Change &change, const ClientYear &client, int quarter, int srNo);
+FBT_OFFERED bool DeleteExpense(Change &change, const ClientYear &client, int quarter, int srNo);
 
 /// Writes one row: quarter, nature, number, item and amount. The amount goes in with up to 15 significant digits.
-bool InsertExpense(Change &change, const ClientYear &client, const Expense &expense);
+FBT_OFFERED bool InsertExpense(Change &change, const ClientYear &client, const Expense &expense);
 
 /// Removes what stands under the number of an expense and writes it: a row has no key that could be updated.
-bool ReplaceExpense(Change &change, const ClientYear &client, const Expense &expense);
+FBT_OFFERED bool ReplaceExpense(Change &change, const ClientYear &client, const Expense &expense);
 
 /// Takes all expenses of the quarter before, of all natures and the consolidated ones too, over into a quarter with
 /// amount 0, all or none. One number is skipped; a second import brings the rows once more. False when none came.
 /// @param quarter 2 to 4
-bool ImportLastQuarter(Connection *cnn, const ClientYear &client, int quarter);
+FBT_OFFERED bool ImportLastQuarter(Connection *cnn, const ClientYear &client, int quarter);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/offer.h"
 #include "records/reading.h"
 
 #include <QString>
@@ -39,35 +40,35 @@ struct RatedItem
 };
 
 /// The heads in the order of their section.
-RowsRead<ExpenseHead> ExpenseHeads(Connection *cnn, int year);
+FBT_OFFERED RowsRead<ExpenseHead> ExpenseHeads(Connection *cnn, int year);
 
 /// Adds a head and gives its number. The number is one above the highest head that has an item, so a head that never
 /// got an item shares its number with the next one. Without a value, and nothing saved, after a fault.
-std::optional<int> AddExpenseHead(Connection *cnn, int year, const QString &section, const QString &text);
+FBT_OFFERED std::optional<int> AddExpenseHead(Connection *cnn, int year, const QString &section, const QString &text);
 
 /// Writes section and text of the head with that number. False after a fault.
-bool ChangeExpenseHead(Connection *cnn, int year, const ExpenseHead &head);
+FBT_OFFERED bool ChangeExpenseHead(Connection *cnn, int year, const ExpenseHead &head);
 
 /// Whether an expense of the year was entered under an item of the head. Without a value after a fault: the head then
 /// counts as used.
-std::optional<bool> ExpenseHeadInUse(Connection *cnn, int year, int headId);
+FBT_OFFERED std::optional<bool> ExpenseHeadInUse(Connection *cnn, int year, int headId);
 
 /// Deletes a head with its items and their rates: all of them, or nothing after a fault.
-bool DeleteExpenseHead(Connection *cnn, int year, int headId);
+FBT_OFFERED bool DeleteExpenseHead(Connection *cnn, int year, int headId);
 
 /// The items of all heads, or of one.
-RowsRead<ExpenseItem> ExpenseItems(Connection *cnn, int year);
-RowsRead<ExpenseItem> ExpenseItems(Connection *cnn, int year, int headId);
+FBT_OFFERED RowsRead<ExpenseItem> ExpenseItems(Connection *cnn, int year);
+FBT_OFFERED RowsRead<ExpenseItem> ExpenseItems(Connection *cnn, int year, int headId);
 
 /// The items of a head with their rates, in the order of their numbers.
-RowsRead<RatedItem> RatedItems(Connection *cnn, int year, int headId);
+FBT_OFFERED RowsRead<RatedItem> RatedItems(Connection *cnn, int year, int headId);
 
 /// Writes an item and its rates in the place of all rows with its number, or, with number 0, under a new one: the highest
 /// of all heads plus 1. A rate without text is 0. Gives the number; without a value, and nothing changed, after a fault.
-std::optional<int> SaveRatedItem(Connection *cnn, int year, int headId, const RatedItem &item);
+FBT_OFFERED std::optional<int> SaveRatedItem(Connection *cnn, int year, int headId, const RatedItem &item);
 
 /// Whether an expense of the year was entered under the item. Without a value after a fault, as for a head.
-std::optional<bool> ExpenseItemInUse(Connection *cnn, int year, int srNo);
+FBT_OFFERED std::optional<bool> ExpenseItemInUse(Connection *cnn, int year, int srNo);
 
 /// Deletes an item with its rates, or nothing after a fault.
-bool DeleteExpenseItem(Connection *cnn, int year, int srNo);
+FBT_OFFERED bool DeleteExpenseItem(Connection *cnn, int year, int srNo);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/offer.h"
 #include "records/reading.h"
 
 #include <QString>
@@ -21,16 +22,16 @@ struct Nature
 constexpr int consolidatedNature = -1;
 
 /// The numbers in a `Busnat`, in its order; none in an empty text. A piece that is no number reads as 0.
-std::vector<int> NaturesIn(const QString &busnat);
+FBT_OFFERED std::vector<int> NaturesIn(const QString &busnat);
 
 /// The `Busnat` of these natures.
-QString BusnatOf(const std::vector<int> &natures);
+FBT_OFFERED QString BusnatOf(const std::vector<int> &natures);
 
 /// The numbers of a client's natures, in the client's order; none without a client or without natures.
-RowsRead<int> ClientNatureNumbers(Connection *cnn, const QString &code);
+FBT_OFFERED RowsRead<int> ClientNatureNumbers(Connection *cnn, const QString &code);
 
 /// A client's natures with their texts, in the order of their numbers. A number that the list has not is left out.
-RowsRead<Nature> ClientNatures(Connection *cnn, const QString &code);
+FBT_OFFERED RowsRead<Nature> ClientNatures(Connection *cnn, const QString &code);
 
 /// The number of the nature that carries by ship; none when the list has no such nature.
-Reading<int> ShipNature(Connection *cnn);
+FBT_OFFERED Reading<int> ShipNature(Connection *cnn);

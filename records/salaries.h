@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/offer.h"
 #include "records/clientyear.h"
 #include "records/reading.h"
 
@@ -15,14 +16,15 @@ struct Salary
 };
 
 /// The salaries of the year, in the order in which they were written: of two for one nature and quarter the later holds.
-RowsRead<Salary> SalariesOfYear(Connection *cnn, const ClientYear &client);
+FBT_OFFERED RowsRead<Salary> SalariesOfYear(Connection *cnn, const ClientYear &client);
 
 /// The salaries of one quarter.
 /// @param quarter 1 to 4
-RowsRead<Salary> SalariesOfQuarter(Connection *cnn, const ClientYear &client, int quarter);
+FBT_OFFERED RowsRead<Salary> SalariesOfQuarter(Connection *cnn, const ClientYear &client, int quarter);
 
 /// Writes one row.
-bool InsertSalary(Change &change, const ClientYear &client, const Salary &salary);
+FBT_OFFERED bool InsertSalary(Change &change, const ClientYear &client, const Salary &salary);
 
 /// Replaces the salaries of a quarter, all or none. `salaries` are of that quarter. False when the old ones stay.
-bool SaveSalaries(Connection *cnn, const ClientYear &client, int quarter, const std::vector<Salary> &salaries);
+FBT_OFFERED bool SaveSalaries(Connection *cnn, const ClientYear &client, int quarter,
+                              const std::vector<Salary> &salaries);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/connection.h"
+#include "platform/offer.h"
 
 #include <QString>
 #include <QStringList>
@@ -14,7 +15,7 @@ class QLockFile;
 ///
 /// A lock keeps a second program off the folder; that one joins the server that runs already. A server that a killed
 /// program left behind is taken over. The last program that leaves stops the server.
-class PrivateServer
+class FBT_OFFERED PrivateServer
 {
 public:
     /// What a committed row survives: a loss of power, or only the end of the program (scratch databases).

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QString>
 #include <QVector>
 
@@ -12,4 +14,4 @@ struct StateCode
 
 /// The states of a file with one "code,name" record a line, in its order, both trimmed. Lines without a comma and a
 /// missing file give none.
-QVector<StateCode> ReadStates(const QString &file);
+FBT_OFFERED QVector<StateCode> ReadStates(const QString &file);

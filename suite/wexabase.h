@@ -2,11 +2,12 @@
 
 #include "host/baseobject.h"
 #include "host/suitecontext.h"
+#include "platform/offer.h"
 #include "platform/settingsfile.h"
 #include "suite/report/repview.h"
 
 /// The suite's base object.
-class WexaBase : public BaseObject
+class FBT_OFFERED WexaBase : public BaseObject
 {
 public:
     /// @param shelf where its reports are kept

@@ -2,12 +2,13 @@
 
 #include "host/mainobject.h"
 #include "host/suitecontext.h"
+#include "platform/offer.h"
 
 #include <QLockFile>
 
 /// The suite's main object. While it lives a lock file lies in the application folder; one that a dead program left
 /// there tells that the run before did not end in order. A second program beside a running one finds all in order.
-class WexaMain : public MainObject
+class FBT_OFFERED WexaMain : public MainObject
 {
 public:
     /// Creates `VerInfo` when it is missing, and takes the lock file.

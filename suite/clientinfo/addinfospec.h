@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/offer.h"
 #include "suite/clientinfo/rowpanel.h"
 #include "suite/clientinfo/rowstore.h"
 
@@ -10,13 +11,13 @@ enum class ReturnForm {
 };
 
 /// The columns of `FBT_AddInfo` that a form needs, in groups.
-std::vector<FieldGroup> AddInfoGroups(ReturnForm form);
+FBT_OFFERED std::vector<FieldGroup> AddInfoGroups(ReturnForm form);
 
 /// What a new row of `FBT_AddInfo` holds in all its columns behind client and year.
-ColumnValues AddInfoDefaults();
+FBT_OFFERED ColumnValues AddInfoDefaults();
 
 /// The columns of `FBT_MiscInf`, all of them, in groups.
-std::vector<FieldGroup> MiscInfGroups();
+FBT_OFFERED std::vector<FieldGroup> MiscInfGroups();
 
 constexpr ClientTable addInfoTable{"FBT_AddInfo", "Code_No", "Tyear"};
 constexpr ClientTable miscInfTable{"FBT_MiscInf", "Code_No", "TYear"};

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QString>
 
 class Connection;
@@ -19,10 +21,10 @@ struct BankAccount
 
 /// Stores an account of a client and year, a new one under the next number, and returns its number; 0 when the database
 /// did not take it. A default account takes that mark from all others.
-int SaveBankAccount(Connection *cnn, const QString &code, int year, const BankAccount &account);
+FBT_OFFERED int SaveBankAccount(Connection *cnn, const QString &code, int year, const BankAccount &account);
 
 /// Removes an account. When it was the default one, the first of the others becomes it.
-bool DeleteBankAccount(Connection *cnn, const QString &code, int year, int number);
+FBT_OFFERED bool DeleteBankAccount(Connection *cnn, const QString &code, int year, int number);
 
 /// A bank of the user's list, one row of `bank_master`.
 struct Bank
@@ -34,8 +36,8 @@ struct Bank
 };
 
 /// As SaveBankAccount.
-int SaveBank(Connection *cnn, const Bank &bank);
-bool DeleteBank(Connection *cnn, int number);
+FBT_OFFERED int SaveBank(Connection *cnn, const Bank &bank);
+FBT_OFFERED bool DeleteBank(Connection *cnn, int number);
 
 /// Whether a payment refers to that bank.
-bool BankIsUsed(Connection *cnn, int number);
+FBT_OFFERED bool BankIsUsed(Connection *cnn, int number);

@@ -1,13 +1,14 @@
 #pragma once
 
 #include "controls/screen.h"
+#include "platform/offer.h"
 #include "suite/clientinfo/addinfospec.h"
 
 class BaseObject;
 class QPushButton;
 
 /// Additional information of the client and year in hand, as the return of assessment year 2006-07 needs it.
-class frmaddinfo : public Screen
+class FBT_OFFERED frmaddinfo : public Screen
 {
     Q_OBJECT
 
@@ -35,7 +36,7 @@ private:
 };
 
 /// The same, as the later form of the return needs it.
-class frmaddinfo1 : public frmaddinfo
+class FBT_OFFERED frmaddinfo1 : public frmaddinfo
 {
     Q_OBJECT
 

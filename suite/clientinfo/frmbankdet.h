@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/screen.h"
+#include "platform/offer.h"
 #include "suite/clientinfo/bankstore.h"
 
 #include <memory>
@@ -13,7 +14,7 @@ class frmbankdet;
 }
 
 /// The bank accounts of the client and year in hand, one of them the default for the refund.
-class frmbankdet : public Screen
+class FBT_OFFERED frmbankdet : public Screen
 {
     Q_OBJECT
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/screen.h"
+#include "platform/offer.h"
 #include "suite/clientinfo/bankstore.h"
 
 #include <memory>
@@ -13,7 +14,7 @@ class frmbankmas;
 }
 
 /// The user's list of banks, which payments refer to.
-class frmbankmas : public Screen
+class FBT_OFFERED frmbankmas : public Screen
 {
     Q_OBJECT
 

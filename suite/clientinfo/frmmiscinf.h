@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/screen.h"
+#include "platform/offer.h"
 #include "suite/clientinfo/addinfospec.h"
 
 class BaseObject;
@@ -9,7 +10,7 @@ class QPushButton;
 
 /// Keeps what the later form of the return asks beside the additional information, for a client and year chosen at the
 /// top: the representative, a former name, accounts and audit.
-class frmmiscinf : public Screen
+class FBT_OFFERED frmmiscinf : public Screen
 {
     Q_OBJECT
 

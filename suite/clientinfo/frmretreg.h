@@ -1,13 +1,14 @@
 #pragma once
 
 #include "controls/screen.h"
+#include "platform/offer.h"
 
 #include <functional>
 
 class QComboBox;
 
 /// Asks for the assessment year of the return register.
-class frmretreg : public Screen
+class FBT_OFFERED frmretreg : public Screen
 {
     Q_OBJECT
 

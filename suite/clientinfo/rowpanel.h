@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QHash>
 #include <QList>
 #include <QString>
@@ -57,7 +59,7 @@ struct PanelRules
 
 /// Entry of a row's columns, drawn from a list of groups in `columns` columns. Controls are named by their column:
 /// `txtWard`, `chkRevRet`, `cboSection`.
-class RowPanel : public QWidget
+class FBT_OFFERED RowPanel : public QWidget
 {
     Q_OBJECT
 

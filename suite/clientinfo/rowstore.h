@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/offer.h"
 #include "records/clienttables.h"
 #include "suite/clientinfo/rowpanel.h"
 
@@ -18,11 +19,11 @@ struct RowKey
 using ColumnValues = QList<QPair<QString, QString>>;
 
 /// The row of the key, `Null` as empty; nothing when there is none.
-std::optional<RowValues> ReadRow(Connection *cnn, const RowKey &key);
+FBT_OFFERED std::optional<RowValues> ReadRow(Connection *cnn, const RowKey &key);
 
 /// Writes columns of the row of the key; the others keep what they hold. Where there is no row yet, one is written with
 /// `defaults` for the columns that are not given. False when the database did not take it.
-bool SaveRow(Connection *cnn, const RowKey &key, const ColumnValues &values, const ColumnValues &defaults);
+FBT_OFFERED bool SaveRow(Connection *cnn, const RowKey &key, const ColumnValues &values, const ColumnValues &defaults);
 
 /// What `values` has, and of `defaults` those columns that it has not.
-ColumnValues WithDefaults(const ColumnValues &values, const ColumnValues &defaults);
+FBT_OFFERED ColumnValues WithDefaults(const ColumnValues &values, const ColumnValues &defaults);

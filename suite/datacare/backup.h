@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QIODevice>
 #include <QString>
 
@@ -24,16 +26,16 @@ struct BackupSummary
 };
 
 /// Writes all rows of all base tables of the connection's schema, as they are at one moment, to a device.
-Trouble WriteBackup(Connection *cnn, QIODevice &device, BackupSummary &summary, const Progress &progress);
+FBT_OFFERED Trouble WriteBackup(Connection *cnn, QIODevice &device, BackupSummary &summary, const Progress &progress);
 
 /// Reads a backup from a device to its end and checks it whole: every piece, the number of rows and the checksum.
-Trouble VerifyBackup(QIODevice &device, BackupSummary &summary, const Progress &progress);
+FBT_OFFERED Trouble VerifyBackup(QIODevice &device, BackupSummary &summary, const Progress &progress);
 
 /// Makes one dated backup in a folder. It is written under another name, read back, and only then gets its own; a
 /// backup that is there already is never replaced. `file` becomes the path of the new one.
-Trouble BackUpToFolder(Connection *cnn, const QString &folder, QString &file, const Progress &progress);
+FBT_OFFERED Trouble BackUpToFolder(Connection *cnn, const QString &folder, QString &file, const Progress &progress);
 
 /// Replaces the tables of the schema by those of a backup that VerifyBackup has found whole. All rows go to scratch
 /// tables first; one statement then puts these in the place of the old ones. After trouble nothing has changed. Tables
 /// that the backup does not hold stay as they are.
-Trouble RestoreBackup(Connection *cnn, QIODevice &device, const Progress &progress);
+FBT_OFFERED Trouble RestoreBackup(Connection *cnn, QIODevice &device, const Progress &progress);

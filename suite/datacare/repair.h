@@ -1,11 +1,12 @@
 #pragma once
 
+#include "platform/offer.h"
 #include "suite/datacare/backup.h"
 
 #include <QStringList>
 
 /// What a look at all tables came to.
-struct RepairReport
+struct FBT_OFFERED RepairReport
 {
     int checked = 0;        ///< number of tables
     QStringList repaired;   ///< had a fault and are in order now
@@ -16,4 +17,4 @@ struct RepairReport
 
 /// Checks every base table of the schema, rebuilds those with a fault, and brings the server's statistics up to date.
 /// Deletes no row.
-RepairReport RepairTables(Connection *cnn, const Progress &progress);
+FBT_OFFERED RepairReport RepairTables(Connection *cnn, const Progress &progress);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QByteArrayList>
 #include <QHash>
 #include <QString>
@@ -7,11 +9,11 @@
 class Connection;
 
 /// Whether a table is one that a restore works with: not data of the user's.
-bool IsScratchTable(const QString &name);
+FBT_OFFERED bool IsScratchTable(const QString &name);
 
 /// Tables that are filled beside the real ones and then take their place in one statement. What was not swapped is
 /// removed again at the end, and so is what an earlier restore that was cut off has left behind.
-class ScratchTables
+class FBT_OFFERED ScratchTables
 {
 public:
     explicit ScratchTables(Connection *cnn);

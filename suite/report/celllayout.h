@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/offer.h"
 #include "suite/report/reporttext.h"
 
 #include <QFont>
@@ -12,10 +13,10 @@
 class QPainter;
 
 /// Sizes of text in twentieths of a point.
-QFont ReportFont(const TextLook &look, double scale);
+FBT_OFFERED QFont ReportFont(const TextLook &look, double scale);
 
 /// Measures of the font that was asked for last: long reports ask for one and the same again and again.
-class FontMeasure
+class FBT_OFFERED FontMeasure
 {
 public:
     /// Height of one line.
@@ -34,7 +35,7 @@ private:
 };
 
 /// The text of one cell, or of a free line, broken into lines of a width.
-class CellLayout
+class FBT_OFFERED CellLayout
 {
 public:
     /// @param look what holds at the start; becomes what holds behind the text

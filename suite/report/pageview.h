@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QAbstractScrollArea>
 
 #include <memory>
@@ -7,7 +9,7 @@
 class ReportLayout;
 
 /// The pages of a report one below the other. Only the pages in view are drawn, so that a long report opens at once.
-class PageView : public QAbstractScrollArea
+class FBT_OFFERED PageView : public QAbstractScrollArea
 {
     Q_OBJECT
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/reportobject.h"
+#include "platform/offer.h"
 #include "suite/report/reporttext.h"
 
 #include <QString>
@@ -10,7 +11,7 @@
 #include <vector>
 
 /// What rows of a table have in common. Rows of the same form share one.
-struct RowForm
+struct FBT_OFFERED RowForm
 {
     std::vector<double> widths; ///< shares of the line, in columns; one for each cell
     std::vector<int> aligns;    ///< values of ReportRow::Align; one for each cell
@@ -39,7 +40,7 @@ struct ReportBlock
 };
 
 /// A report as it was written: lines, table rows and page breaks. It knows nothing of pages and printers.
-class ReportDocument
+class FBT_OFFERED ReportDocument
 {
 public:
     /// Adds a free line. A form feed in it breaks the page; a text of nothing but such tokens adds no line.

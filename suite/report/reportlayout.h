@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/offer.h"
 #include "suite/report/celllayout.h"
 #include "suite/report/reportdocument.h"
 
@@ -16,7 +17,7 @@ class QPainter;
 ///
 /// A table fills the width of the line, its widths being shares of it; one that has more columns than a line holds gets
 /// smaller characters. Rows of centred headers at the start of a table are repeated at the top of each further page.
-class ReportLayout
+class FBT_OFFERED ReportLayout
 {
 public:
     static constexpr int unitsPerInch = 1440;
@@ -60,4 +61,4 @@ private:
 };
 
 /// The page that suits a report: A4 upright, or lying when `mayLie` and a table is much wider than a line.
-QPageLayout PageFor(const ReportDocument &document, bool mayLie);
+FBT_OFFERED QPageLayout PageFor(const ReportDocument &document, bool mayLie);

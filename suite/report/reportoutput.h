@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QString>
 
 class QPrinter;
@@ -8,7 +10,7 @@ class QPageLayout;
 class ReportDocument;
 
 /// Writes a report as a PDF file. False when the file cannot be written whole; a file that was there before stays then.
-bool WritePdf(const ReportDocument &document, const QPageLayout &page, const QString &path);
+FBT_OFFERED bool WritePdf(const ReportDocument &document, const QPageLayout &page, const QString &path);
 
 /// Prints the pages `from` to `to`, counted from 1, both included. False when the printer cannot be started.
-bool PrintPages(const ReportLayout &layout, QPrinter &printer, int from, int to);
+FBT_OFFERED bool PrintPages(const ReportLayout &layout, QPrinter &printer, int from, int to);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QString>
 
 #include <vector>
@@ -21,10 +23,10 @@ struct TextLook
 };
 
 /// Columns of a line on a portrait page: 78 in the normal pitch, 100 in the small one and in the footer's.
-int ColumnsOfLine(Pitch pitch);
+FBT_OFFERED int ColumnsOfLine(Pitch pitch);
 
 /// Size of the font in points.
-double PointSize(const TextLook &look);
+FBT_OFFERED double PointSize(const TextLook &look);
 
 struct TextPiece
 {
@@ -33,7 +35,7 @@ struct TextPiece
 };
 
 /// What a text of the report language comes to.
-struct ReportText
+struct FBT_OFFERED ReportText
 {
     std::vector<TextPiece> pieces; ///< without empty ones; line ends inside are single '\n'
     bool pageBreak = false;        ///< a form feed stands in the text; what is behind it is in `rest`
@@ -46,7 +48,7 @@ struct ReportText
 /// Cuts a text with the report's tokens into pieces of one look each. `look` is what holds at its start, and becomes
 /// what holds behind it. Tokens: ESC E/F bold, ESC -1/-0 underline, ESC S/T strike-through, ESC 4/5 italic,
 /// ESC DC2 ESC M/P/N with a semicolon the pitches (which set the font size back), the font size mark, a form feed.
-ReportText ParseReportText(const QString &text, TextLook &look);
+FBT_OFFERED ReportText ParseReportText(const QString &text, TextLook &look);
 
 /// Whether a text has tokens at all.
-bool HasTokens(const QString &text);
+FBT_OFFERED bool HasTokens(const QString &text);

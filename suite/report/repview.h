@@ -2,13 +2,14 @@
 
 #include "host/reportobject.h"
 #include "host/suitecontext.h"
+#include "platform/offer.h"
 #include "suite/report/reportdocument.h"
 
 #include <functional>
 #include <memory>
 
 /// The report that was shown last, kept for all viewers of a program: the module's own and the base object's.
-struct ReportShelf
+struct FBT_OFFERED ReportShelf
 {
     std::shared_ptr<const ReportDocument> document = std::make_shared<ReportDocument>();
     bool mayLie = false;            ///< a wide table may turn the page
@@ -16,7 +17,7 @@ struct ReportShelf
 };
 
 /// The report viewer. It keeps the report that was shown last, so that it can be written to a file later.
-class RepView : public ReportObject
+class FBT_OFFERED RepView : public ReportObject
 {
 public:
     RepView(const SuiteContext &context, std::shared_ptr<ReportShelf> shelf);

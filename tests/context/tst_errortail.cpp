@@ -28,6 +28,15 @@ private slots:
         QCOMPARE(lines[1], QStringLiteral("11\tDivision by zero\tFBT\tfrmouter\tOUTER_CLICK"));
     }
 
+    void theProcedureIsTheFunctionOfTheTail()
+    {
+        TestModule module(*server);
+        setObjectName(QStringLiteral("frmthing"));
+        const ErrorTail tail(this);
+        Cnn->Execute(QStringLiteral("Delete from Nowhere"));
+        QCOMPARE(ErrText, QStringLiteral("frmthing\tTHEPROCEDUREISTHEFUNCTIONOFTHETAIL"));
+    }
+
     void withoutTailNothingIsLogged()
     {
         TestModule module(*server);
