@@ -153,7 +153,7 @@ private slots:
         database->server.restart();
         QCOMPARE(desk.details(), QStringList({"1\t1\t1\t57\t10", "4\t1\t1\t102\t40"}));
         QVERIFY(desk.enabled("Frame4"));
-        QCOMPARE(desk.text("txtdedflds_5"), "44");
+        QCOMPARE(desk.text("txtdedflds_5"), "44.00");
     }
 };
 
