@@ -1,5 +1,7 @@
 #include "controls/dateedit.h"
 
+#include "controls/typedtext.h"
+
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QPainter>
@@ -20,7 +22,7 @@ bool allowed(QChar c)
     return (c >= u'0' && c <= u'9') || c == u'/' || c == u'-' || c == u'.' || c == u' ';
 }
 
-/// Whether a slash belongs before the next digit: behind "dd" and behind "dd/mm".
+/// Whether a slash belongs before the next digit: after "dd" and after "dd/mm".
 bool wantsSlash(const QString &text)
 {
     const auto digitsFrom = [&text](int at) { return text.at(at).isDigit() && text.at(at + 1).isDigit(); };
@@ -36,7 +38,7 @@ MaskedDate::MaskedDate(QWidget *parent)
 {
     setMaxLength(MaskLength);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    connect(this, &QLineEdit::textEdited, this, &MaskedDate::dropForeignCharacters);
+    FilterTypedText(this);
 }
 
 QString MaskedDate::date() const
@@ -90,13 +92,13 @@ void MaskedDate::paintEvent(QPaintEvent *event)
     painter.drawText(inside, Qt::AlignLeft | Qt::AlignVCenter, maskText().mid(text().size()));
 }
 
-void MaskedDate::dropForeignCharacters()
+QString MaskedDate::fitting(const QString &text)
 {
     QString kept;
-    for (const QChar c : text()) {
+    for (const QChar c : text) {
         if (allowed(c))
             kept.append(c);
     }
-    if (kept != text())
-        setText(kept);
+    // One blank alone is typed between day and month; around a whole date blanks only take its room.
+    return kept.size() > 1 ? kept.trimmed() : kept;
 }

@@ -26,6 +26,9 @@ public:
 
     void setConverter(Converter converter) { m_converter = std::move(converter); }
 
+    /// Of a text that is put in what can stand in a date, without blanks around it.
+    static QString fitting(const QString &text);
+
     /// Converts the text in place. Runs by itself when the focus leaves the field.
     void convertNow();
 
@@ -37,7 +40,5 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    void dropForeignCharacters();
-
     Converter m_converter;
 };

@@ -285,11 +285,6 @@ int Grid::FindRow(const QString &text, int fromRow, int col, bool caseSensitive,
     return m_model->findRow(text, fromRow, col, caseSensitive ? Qt::CaseSensitive : Qt::CaseInsensitive, fullMatch);
 }
 
-int Grid::TopRow() const
-{
-    return m_model->gridRow(rowAt(0));
-}
-
 void Grid::ShowCell(int row, int col)
 {
     scrollTo(indexOf(row, col));
@@ -336,9 +331,7 @@ void Grid::setSortByHeader(bool on)
 
 void Grid::captionClicked(int col)
 {
-    const QPointer<Grid> alive(this);
-    emit headerClick(col);
-    if (!alive || !m_sortByHeader)
+    if (!m_sortByHeader)
         return;
     const bool again = col == m_sortCol && m_sortOrder == Qt::AscendingOrder;
     Sort(col, again ? Qt::DescendingOrder : Qt::AscendingOrder);
@@ -429,34 +422,9 @@ void Grid::fitColumns()
     }
 }
 
-void Grid::setColData(int col, const QVariant &value)
-{
-    m_model->changeColumn(col, [&](GridColumn &column) { column.data = value; });
-}
-
-QVariant Grid::ColData(int col) const
-{
-    return col >= 0 && col < Cols() ? m_model->column(col).data : QVariant();
-}
-
 void Grid::setRowColor(int row, const QColor &color)
 {
     m_model->setRowColor(row, color);
-}
-
-void Grid::setRowData(int row, const QVariant &value)
-{
-    m_model->setRowData(row, value);
-}
-
-QVariant Grid::RowData(int row) const
-{
-    return m_model->rowData(row);
-}
-
-void Grid::setCellBold(int row, int col, bool bold)
-{
-    m_model->setCellBold(row, col, bold);
 }
 
 void Grid::setMergeHeaders(bool merge)

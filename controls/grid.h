@@ -63,8 +63,7 @@ public:
     /// First row from `fromRow` on whose stored text in `col` equals `text` (or begins with it); -1 when none.
     [[nodiscard]] int FindRow(const QString &text, int fromRow, int col, bool caseSensitive = false,
                               bool fullMatch = true) const;
-    [[nodiscard]] int TopRow() const; ///< the first row in view, -1 when none
-    void ShowCell(int row, int col);  ///< scrolls as little as needed
+    void ShowCell(int row, int col); ///< scrolls as little as needed
     void showAtTop(int row);
     [[nodiscard]] bool isRowInView(int row) const;
     /// Stable; see GridModel::sort. The current row stays on its record. The header shows the order (with
@@ -82,13 +81,8 @@ public:
     [[nodiscard]] int ColWidth(int col) const;
     /// The column takes the room that is left over, but `least` pixels at any rate; -1: no column does.
     void setStretchCol(int col, int least = 0);
-    void fitColumns(); ///< widths by captions and the first hundred rows
-    void setColData(int col, const QVariant &value);
-    [[nodiscard]] QVariant ColData(int col) const;
+    void fitColumns();                              ///< widths by captions and the first hundred rows
     void setRowColor(int row, const QColor &color); ///< of the text; made lighter on a dark background
-    void setRowData(int row, const QVariant &value);
-    [[nodiscard]] QVariant RowData(int row) const;
-    void setCellBold(int row, int col, bool bold);
     void setMergeHeaders(bool merge);
 
     // --- editing ---
@@ -111,9 +105,8 @@ signals:
     void rowColChange(int oldRow, int oldCol, int newRow, int newCol);
     void enterCell(int row, int col);
     void afterEdit(int row, int col);
-    void dblClick();          ///< on a data row
-    void keyPress(int ascii); ///< 13 Enter, 27 Escape, 32 space, letters; before the grid acts on it
-    void headerClick(int col);
+    void dblClick();                           ///< on a data row
+    void keyPress(int ascii);                  ///< 13 Enter, 27 Escape, 32 space, letters; before the grid acts on it
     void sorted(int col, Qt::SortOrder order); ///< the user sorted by a click on a caption
 
 protected:

@@ -40,5 +40,4 @@ struct GridColumn
     Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignVCenter;
     TranslationList list;
     bool check = false; ///< a check box: "0" or empty is off, "-1" (any other number) on
-    QVariant data;      ///< whatever the screen wants to keep with the column
 };

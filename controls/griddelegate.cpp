@@ -185,7 +185,10 @@ bool GridDelegate::keyInEditor(QWidget *editor, int key)
         return false;
     if (refuses(editor))
         return true;
+    const QPointer<Grid> grid(m_grid);
     finish(editor);
+    if (grid && grid->hasFocus() && (key == Qt::Key_Tab || key == Qt::Key_Backtab))
+        grid->focusNextPrevChild(key == Qt::Key_Tab);
     return ends; // the grid moves by the others
 }
 

@@ -2,8 +2,6 @@
 
 #include "platform/text.h"
 
-#include <QFont>
-
 #include <algorithm>
 #include <utility>
 
@@ -18,11 +16,6 @@ GridModel::GridModel(QObject *parent)
 bool GridModel::holds(int row, int col) const
 {
     return row >= 0 && row < rows() && col >= 0 && col < cols();
-}
-
-quint64 GridModel::cellKey(int row, int col) const
-{
-    return (static_cast<quint64>(key(row)) << 32U) | static_cast<quint64>(col);
 }
 
 // --- size ---
@@ -70,11 +63,6 @@ void GridModel::truncateRows(int count)
 void GridModel::forget(Slot slot)
 {
     m_colors.remove(slot);
-    m_rowData.remove(slot);
-    if (!m_bold.isEmpty()) {
-        for (int col = 0; col < cols(); ++col)
-            m_bold.remove((static_cast<quint64>(slot) << 32U) | static_cast<quint64>(col));
-    }
     m_hidden[slot] = false;
     m_texts.freeSlot(slot);
 }
@@ -92,7 +80,6 @@ void GridModel::setCols(int count)
     m_texts.setCols(count);
     m_columns.resize(static_cast<std::size_t>(count));
     m_fixedCols = std::min(m_fixedCols, count);
-    m_bold.removeIf([count](quint64 cell) { return (cell & 0xffffffffU) >= static_cast<quint64>(count); });
     if (count > before)
         endInsertColumns();
     else
@@ -325,33 +312,6 @@ void GridModel::setRowColor(int row, const QColor &color)
     rowChanged(row);
 }
 
-QVariant GridModel::rowData(int row) const
-{
-    return holds(row, 0) ? m_rowData.value(key(row)) : QVariant();
-}
-
-void GridModel::setRowData(int row, const QVariant &data)
-{
-    if (holds(row, 0))
-        m_rowData.insert(key(row), data);
-}
-
-bool GridModel::cellBold(int row, int col) const
-{
-    return holds(row, col) && m_bold.contains(cellKey(row, col));
-}
-
-void GridModel::setCellBold(int row, int col, bool bold)
-{
-    if (!holds(row, col))
-        return;
-    if (bold)
-        m_bold.insert(cellKey(row, col));
-    else
-        m_bold.remove(cellKey(row, col));
-    cellChanged(row, col);
-}
-
 void GridModel::changeColumn(int col, const std::function<void(GridColumn &)> &change)
 {
     if (col < 0 || col >= cols())
@@ -417,16 +377,9 @@ QVariant GridModel::data(const QModelIndex &index, int role) const
         return column(col).check ? checkState(row, col) : QVariant();
     case Qt::ForegroundRole:
         return rowColor(row).isValid() ? rowColor(row) : QVariant();
-    case Qt::FontRole:
-        break;
     default:
         return {};
     }
-    if (!cellBold(row, col))
-        return {};
-    QFont font;
-    font.setBold(true);
-    return font;
 }
 
 bool GridModel::setData(const QModelIndex &index, const QVariant &value, int role)

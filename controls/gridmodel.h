@@ -7,7 +7,6 @@
 #include <QAbstractTableModel>
 #include <QColor>
 #include <QHash>
-#include <QSet>
 
 #include <functional>
 #include <vector>
@@ -49,10 +48,6 @@ public:
 
     [[nodiscard]] QColor rowColor(int row) const;
     void setRowColor(int row, const QColor &color); ///< text colour; an invalid colour is the palette's
-    [[nodiscard]] QVariant rowData(int row) const;
-    void setRowData(int row, const QVariant &data);
-    [[nodiscard]] bool cellBold(int row, int col) const;
-    void setCellBold(int row, int col, bool bold);
 
     [[nodiscard]] const GridColumn &column(int col) const { return m_columns[static_cast<std::size_t>(col)]; }
     void changeColumn(int col, const std::function<void(GridColumn &)> &change);
@@ -92,7 +87,6 @@ signals:
 
 private:
     [[nodiscard]] CellTexts::Slot key(int row) const { return m_rows[static_cast<std::size_t>(row)]; }
-    [[nodiscard]] quint64 cellKey(int row, int col) const;
     [[nodiscard]] int firstVisibleFrom(int row) const;
     void cellChanged(int row, int col);
     void rowChanged(int row);
@@ -112,8 +106,6 @@ private:
     std::vector<bool> m_hidden;          // by slot
     std::vector<GridColumn> m_columns;
     QHash<CellTexts::Slot, QColor> m_colors;
-    QHash<CellTexts::Slot, QVariant> m_rowData;
-    QSet<quint64> m_bold;
     std::function<bool(int, int)> m_editable;
     int m_fixedRows = 0;
     int m_fixedCols = 0;

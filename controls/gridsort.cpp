@@ -18,9 +18,11 @@ std::vector<std::size_t> stableOrder(std::size_t count, Qt::SortOrder order, con
 {
     std::vector<std::size_t> places(count);
     std::iota(places.begin(), places.end(), std::size_t{0});
-    std::stable_sort(places.begin(), places.end(), [&](std::size_t a, std::size_t b) {
+    const auto inOrder = [&](std::size_t a, std::size_t b) {
         return order == Qt::AscendingOrder ? before(a, b) : before(b, a);
-    });
+    };
+    if (!std::is_sorted(places.begin(), places.end(), inOrder))
+        std::stable_sort(places.begin(), places.end(), inOrder);
     return places;
 }
 

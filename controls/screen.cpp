@@ -5,8 +5,8 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDialog>
 #include <QLineEdit>
-#include <QThread>
 
 #include <algorithm>
 
@@ -16,6 +16,19 @@ QSettings *&storeInPlace()
 {
     static QSettings *store = nullptr;
     return store;
+}
+
+/// When the modal screens that have not returned yet were opened, the outermost first.
+QList<int> &modalsOpenedAt()
+{
+    static QList<int> openedAt;
+    return openedAt;
+}
+
+int nextOpening()
+{
+    static int count = 0;
+    return ++count;
 }
 
 } // namespace
@@ -62,6 +75,8 @@ bool Screen::Unload()
 {
     if (m_unloading || !m_loaded)
         return !m_loaded;
+    if (waitsForAnother())
+        return false;
     m_unloading = true;
     const QPointer<Screen> alive(this);
     const bool goes = FORM_UNLOAD();
@@ -72,6 +87,25 @@ bool Screen::Unload()
     if (alive)
         m_unloading = false;
     return goes;
+}
+
+/// Whether a procedure of this screen may still be on the way: it opened a modal screen, or a message, that is up.
+bool Screen::waitsForAnother() const
+{
+    const QList<int> &modals = modalsOpenedAt();
+    return (!modals.isEmpty() && modals.last() > m_openedAt) ||
+           qobject_cast<QDialog *>(QApplication::activeModalWidget()) != nullptr;
+}
+
+QList<Screen *> Screen::openChildren()
+{
+    QList<Screen *> open;
+    for (QWidget *widget : QApplication::allWidgets()) {
+        auto *screen = qobject_cast<Screen *>(widget);
+        if (screen != nullptr && screen->m_loaded && screen->m_child)
+            open << screen;
+    }
+    return open;
 }
 
 void Screen::leaveView()
@@ -101,7 +135,10 @@ void Screen::leaveView()
 
 void Screen::openChild(QWidget *host)
 {
+    if (!m_loaded)
+        m_openedAt = nextOpening();
     m_deleteOnUnload = true;
+    m_child = true;
     Load();
     if (!m_loaded)
         return;
@@ -118,6 +155,7 @@ void Screen::openFrame(QWidget *owner, Qt::WindowModality modality)
 {
     if (!m_frame)
         m_frame = new ScreenFrame(this, owner, modality);
+    m_frame->setWindowState(m_frame->windowState() & ~Qt::WindowMinimized);
     m_frame->show();
     m_frame->raise();
     m_frame->activateWindow();
@@ -128,16 +166,20 @@ void Screen::showModal()
     const QPointer<Screen> alive(this);
     const QPointer<Screen> below = screenBelow();
     QWidget *owner = parentWidget() ? parentWidget()->window() : nullptr;
+    m_openedAt = nextOpening();
     Load();
     if (!alive || !m_loaded)
         return;
     QEventLoop loop;
     m_modalLoop = &loop;
-    m_loopLevel = QThread::currentThread()->loopLevel();
+    m_child = false;
     openFrame(owner, Qt::ApplicationModal);
     activate();
-    if (alive && m_loaded)
+    if (alive && m_loaded) {
+        modalsOpenedAt().append(m_openedAt);
         loop.exec(QEventLoop::DialogExec);
+        modalsOpenedAt().removeLast();
+    }
     Screen *caller = below;
     if (caller && caller->isVisible())
         caller->activate();
@@ -201,8 +243,7 @@ QList<Screen *> Screen::modalScreens()
                 open << screen;
         }
     }
-    std::sort(open.begin(), open.end(),
-              [](const Screen *a, const Screen *b) { return a->m_loopLevel < b->m_loopLevel; });
+    std::sort(open.begin(), open.end(), [](const Screen *a, const Screen *b) { return a->m_openedAt < b->m_openedAt; });
     return open;
 }
 

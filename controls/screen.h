@@ -28,7 +28,7 @@ class ScreenStack;
 /// it. The close button of its window takes the same way as `Unload`.
 ///
 /// Keys: Enter moves on from single-line fields, combo boxes, check boxes and options, and clicks a button. Small
-/// letters a to z become capitals as they are typed or pasted. Escape goes to `FORM_KEYPRESS`, whatever has the focus;
+/// letters a to z become capitals on their way into a field (controls/typedtext.h). Escape goes to `FORM_KEYPRESS`, whatever has the focus;
 /// only an open list of matches, an open popup and a cell being edited close first. A field that gets the focus
 /// otherwise than by the mouse selects its text.
 ///
@@ -54,8 +54,9 @@ public:
     /// Any key before the control sees it (function keys, for example); true when it is dealt with.
     virtual bool FORM_KEYDOWN(int key, Qt::KeyboardModifiers modifiers);
 
-    void Load();   ///< runs FORM_LOAD if the screen is not loaded
-    bool Unload(); ///< false when FORM_UNLOAD keeps it open
+    void Load(); ///< runs FORM_LOAD if the screen is not loaded
+    /// False when FORM_UNLOAD keeps it open, or while a modal screen or a message opened after it waits for the user.
+    bool Unload();
     [[nodiscard]] bool isLoaded() const { return m_loaded; }
 
     /// Loads and shows the screen in the `ScreenStack` of `host`, in front of the others there, and returns at once.
@@ -100,6 +101,25 @@ public:
     static void setGeometryStore(QSettings *store);
     static QSettings *geometryStore();
 
+    /// The one screen of a class that is open as a child, nullptr when there is none.
+    template<class S>
+    static S *opened()
+    {
+        for (Screen *screen : openChildren()) {
+            if (auto *found = dynamic_cast<S *>(screen))
+                return found;
+        }
+        return nullptr;
+    }
+
+    /// Brings the one screen of a class to the front; it is made when it is not open.
+    template<class S>
+    static void openOnce(QWidget *host)
+    {
+        S *screen = opened<S>();
+        (screen != nullptr ? screen : new S(host))->openChild(host);
+    }
+
     /// For a control that keeps the focus which a press of the mouse took away: the press works on nothing else either.
     void swallowPress();
 
@@ -132,6 +152,8 @@ private:
     [[nodiscard]] bool reallyShown(const QWidget *widget) const;
     [[nodiscard]] QWidget *fieldOf(QWidget *widget) const;
     [[nodiscard]] Screen *screenBelow() const;
+    [[nodiscard]] bool waitsForAnother() const;
+    static QList<Screen *> openChildren();
 
     QHash<const QObject *, std::function<bool()>> m_checks;
     QPointer<QWidget> m_current;
@@ -141,11 +163,12 @@ private:
     QPointer<ScreenFrame> m_frame;
     QPointer<QLabel> m_unreadStrip;
     QStringList m_unread; // what could not be read
-    int m_loopLevel = 0;  // of the event loop that the modal screen was opened from
+    int m_openedAt = 0;   // screens are counted as they are opened
     bool m_loaded = false;
     bool m_unloading = false;
     bool m_escaping = false;
     bool m_checking = false;
     bool m_swallowPress = false;
     bool m_deleteOnUnload = false;
+    bool m_child = false; // opened by openChild
 };

@@ -1,9 +1,9 @@
 #include "controls/screen.h"
 
 #include "controls/ancestry.h"
-#include "controls/capitals.h"
 #include "controls/dateedit.h"
 #include "controls/matchlist.h"
+#include "controls/typedtext.h"
 
 #include <QAbstractItemView>
 #include <QAbstractSpinBox>
@@ -88,16 +88,14 @@ bool Screen::concerns(const QWidget *target, QEvent::Type type) const
 bool Screen::eventFilter(QObject *watched, QEvent *event)
 {
     const QEvent::Type type = event->type();
-    const bool ours = type == QEvent::KeyPress || type == QEvent::InputMethod || type == QEvent::FocusIn ||
-                      type == QEvent::FocusOut || type == QEvent::MouseButtonPress;
+    const bool ours = type == QEvent::KeyPress || type == QEvent::FocusIn || type == QEvent::FocusOut ||
+                      type == QEvent::MouseButtonPress;
     auto *target = ours ? qobject_cast<QWidget *>(watched) : nullptr;
     if (!target || !concerns(target, type))
         return false;
     switch (type) {
     case QEvent::KeyPress:
         return keyPressed(target, static_cast<QKeyEvent *>(event));
-    case QEvent::InputMethod:
-        return TypeCapitals(target, event);
     case QEvent::FocusIn:
         focusGained(target, static_cast<QFocusEvent *>(event));
         return false;
@@ -125,7 +123,8 @@ bool Screen::keyPressed(QWidget *target, QKeyEvent *event)
         return escapePressed(target);
     if (isEnter(event) && plain)
         return enterPressed(target);
-    return TypeCapitals(target, event);
+    FilterTypedText(target);
+    return false;
 }
 
 bool Screen::escapePressed(QWidget *target)
@@ -186,13 +185,13 @@ void Screen::focusGained(QWidget *target, const QFocusEvent *event)
 {
     QWidget *field = fieldOf(target);
     if (isCellEditor(target, field)) {
-        WatchCapitals(target);
+        FilterTypedText(target);
         if (!m_current)
             m_current = field; // it refused to be left: the grid is the field in hand again
         return;
     }
     const Qt::FocusReason reason = event->reason();
-    WatchCapitals(target);
+    FilterTypedText(target);
     if (field == m_current)
         return;
     if (reason != Qt::MouseFocusReason && !comesBack(reason))

@@ -3,9 +3,9 @@
 #include "context/errortail.h"
 #include "context/modbase.h"
 #include "controls/grid.h"
-#include "masters/clientrecord.h"
 #include "masters/clientstatus.h"
-#include "platform/recordset.h"
+#include "platform/sqltext.h"
+#include "records/clientlist.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -66,45 +66,6 @@ private:
     Grid *m_grid;
 };
 
-/// Where the columns of the list lie in a query, found once for all rows.
-class ClientRows
-{
-public:
-    explicit ClientRows(const Recordset &info)
-        : m_info(info)
-        , m_plain{at(u"Code_No"), at(u"Name"), at(u"PAN"), at(u"Pin")}
-        , m_status(at(u"ClStatus"))
-        , m_address{at(u"Flat"), at(u"building"), at(u"street"), at(u"area"), at(u"City"), at(u"State")}
-    {
-    }
-
-    /// The cells of the current row.
-    [[nodiscard]] QStringList cells() const { return {plain(0), plain(1), statusText(), plain(2), addressText()}; }
-
-private:
-    [[nodiscard]] int at(QStringView column) const { return m_info.FieldIndex(column); }
-    [[nodiscard]] QString plain(std::size_t which) const { return m_info.Fields(m_plain.at(which)).text(); }
-
-    [[nodiscard]] QString statusText() const
-    {
-        const Field status = m_info.Fields(m_status);
-        return status.isNull() ? QString() : StatusText(status.whole());
-    }
-
-    [[nodiscard]] QString addressText() const
-    {
-        QStringList parts;
-        for (const int column : m_address)
-            parts << m_info.Fields(column).text();
-        return AddressLine(parts, plain(3));
-    }
-
-    const Recordset &m_info;
-    std::array<int, 4> m_plain;
-    int m_status;
-    std::array<int, 6> m_address;
-};
-
 } // namespace
 
 ClGrd::ClGrd(QWidget *parent)
@@ -121,7 +82,7 @@ ClGrd::ClGrd(QWidget *parent)
     connect(vsf, &Grid::sorted, this, &ClGrd::VSF_AFTERSORT);
     vsf->installEventFilter(this);
     for (QLineEdit *box : Text1) {
-        connect(box, &QLineEdit::textChanged, this, &ClGrd::TEXT1_CHANGE);
+        connect(box, &QLineEdit::textChanged, this, [this, box] { TEXT1_CHANGE(box); });
         box->installEventFilter(this);
     }
 }
@@ -181,7 +142,14 @@ void ClGrd::placeBoxes()
     }
 }
 
-// The grid's parts still signal while they go, behind this part of the object.
+/// The first showing and every change of the window lay the grid out anew.
+void ClGrd::keepCurrentInView()
+{
+    if (vsf->hasDataRow() && !currentHidden() && !vsf->isRowInView(vsf->Row()))
+        vsf->ShowCell(vsf->Row(), Code);
+}
+
+// The grid's parts still signal while they go, after this part of the object.
 ClGrd::~ClGrd()
 {
     for (const QWidget *part : findChildren<QWidget *>())
@@ -233,12 +201,13 @@ bool ClGrd::loadClients()
 {
     const RedrawOff still(vsf);
     vsf->clearBody();
-    Recordset info;
-    if (!info.Open(QStringLiteral("Select * From FBT_Info"), Cnn))
+    GridModel *rows = vsf->gridModel(); // nobody looks at it while nothing is drawn
+    const bool read = ReadClientList(Cnn, [rows](const ListedClient &client) {
+        rows->insertGridRow({client.code, client.name, client.status ? StatusText(*client.status) : QString(),
+                             client.pan, client.address});
+    });
+    if (!read)
         return false;
-    const ClientRows rows(info);
-    for (; !info.Eof(); info.MoveNext())
-        vsf->AddItem(rows.cells());
     vsf->Sort(Code);
     return true;
 }
@@ -270,7 +239,8 @@ void ClGrd::showCount(int count)
     lblcount->setText(Sql(" No. of Records : ", count, " "));
 }
 
-void ClGrd::TEXT1_CHANGE()
+/// @param box where the text changed; clearing it only shows more clients, so one that shows stays current
+void ClGrd::TEXT1_CHANGE(const QLineEdit *box)
 {
     const ErrorTail tail(controlName());
     lblcount->clear();
@@ -281,7 +251,8 @@ void ClGrd::TEXT1_CHANGE()
         showCount(vsf->Rows() - vsf->FixedRows());
     } else if (const int count = showMatches(code, name); count > 0) {
         showCount(count);
-        vsf->setRow(vsf->firstVisibleRow());
+        if (!box->text().isEmpty() || !vsf->hasDataRow() || currentHidden())
+            vsf->setRow(vsf->firstVisibleRow());
     }
     vsf->ShowCell(vsf->Row(), Code);
 }
@@ -355,7 +326,10 @@ bool ClGrd::eventFilter(QObject *watched, QEvent *event)
             return true;
         }
     }
-    if (watched == vsf && (event->type() == QEvent::Resize || event->type() == QEvent::Show))
+    if (watched == vsf && (event->type() == QEvent::Resize || event->type() == QEvent::Show)) {
         placeBoxes();
+        // Once the grid itself has dealt with the event.
+        QMetaObject::invokeMethod(this, &ClGrd::keepCurrentInView, Qt::QueuedConnection);
+    }
     return QWidget::eventFilter(watched, event);
 }

@@ -47,7 +47,7 @@ protected:
 private:
     void USERCONTROL_INITIALIZE();
     void USERCONTROL_SHOW();
-    void TEXT1_CHANGE();
+    void TEXT1_CHANGE(const QLineEdit *box);
     bool TEXT1_KEYDOWN(int key);
     void VSF_DBLCLICK();
     void VSF_KEYPRESS(int KeyAscii);
@@ -55,6 +55,7 @@ private:
 
     void buildLayout();
     void placeBoxes();
+    void keepCurrentInView();
     bool loadClients();
     void emptyBoxes();
     void showCount(int count);

@@ -1,6 +1,6 @@
 #include "masters/clientrecord.h"
 
-#include "controls/capitals.h"
+#include "controls/typedtext.h"
 #include "platform/recordset.h"
 
 #include <algorithm>
@@ -127,18 +127,4 @@ QString PinCodeFault(const QString &pin)
     if (pin.contains(u' '))
         return QStringLiteral("Pin Code can not contain Spaces.");
     return pin.size() == digits ? QString() : QStringLiteral("Pin Code should be 6 digit Number.");
-}
-
-QString AddressLine(const QStringList &parts, const QString &pin)
-{
-    QString line;
-    for (const QString &part : parts) {
-        const QString trimmed = part.trimmed();
-        if (trimmed.isEmpty())
-            continue;
-        if (!line.isEmpty())
-            line += QStringLiteral(", ");
-        line += trimmed;
-    }
-    return pin.isEmpty() ? line : line + u'-' + pin;
 }

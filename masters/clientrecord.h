@@ -75,7 +75,3 @@ FBT_OFFERED QStringList ExistingCodes(Connection *cnn);
 
 /// What is wrong with a pin code; empty when nothing is. An empty pin code may still be missing.
 FBT_OFFERED QString PinCodeFault(const QString &pin);
-
-/// An address on one line, from the columns of the client master (`Flat`, `Building`, `Street`, `Area`, `City`,
-/// `State`): the parts that are not empty with ", " between them, and the pin code behind a "-".
-FBT_OFFERED QString AddressLine(const QStringList &parts, const QString &pin);

@@ -30,6 +30,7 @@ constexpr int firstRateColumn = 3;
 constexpr int natureNoRow = 1;
 
 constexpr int rateColumn = 1; // of the rate grid
+constexpr int enterKey = 13;
 
 void setUpRateColumn(Grid *grid, int column, const Nature &nature)
 {
@@ -125,6 +126,10 @@ void frmfbtmas::setUpRates()
     ui->vsfr->setValidateEdit([this](int row, int, QString &text) { return VSFR_VALIDATEEDIT(row, text); });
     connect(ui->vsfr, &Grid::afterEdit, this, [this](int row, int) { VSFR_AFTEREDIT(row); });
     connect(ui->vsfr, &Grid::enterCell, this, &frmfbtmas::VSFR_ENTERCELL);
+    connect(ui->vsfr, &Grid::keyPress, this, [this](int ascii) {
+        if (ascii == enterKey)
+            nextRate(); // its edit has ended by another key
+    });
     connect(this, &Screen::entered, this, [this](const QWidget *field) {
         if (field == ui->vsfr)
             VSFR_GOTFOCUS();
@@ -363,8 +368,11 @@ void frmfbtmas::selectFirstRate()
 
 void frmfbtmas::VSFR_GOTFOCUS()
 {
-    selectFirstRate();
-    // Behind the event that brought the focus: a click goes to the rate that it points at.
+    {
+        const QSignalBlocker unopened(ui->vsfr);
+        selectFirstRate();
+    }
+    // After the event that brought the focus: a click goes to the rate that it points at.
     QMetaObject::invokeMethod(this, &frmfbtmas::VSFR_ENTERCELL, Qt::QueuedConnection);
 }
 

@@ -14,33 +14,6 @@ class TestGrid : public QObject
 {
     Q_OBJECT
 
-private slots:
-    void init();
-    void cleanup() { m_grid.reset(); }
-
-    void noRowIsCurrentUntilOneIsSet();
-    void currentRowThroughChanges();
-    void rowsWithoutHeader();
-    void hiddenRowStaysCurrent();
-    void reloadWithRedrawOff();
-    void keysMoveAndAreTold();
-    void headerClickSorts();
-    void headerShowsTheOrder();
-    void typedEditIsValidatedAndTold();
-    void refusedEditStaysOpen();
-    void finishesAnEditWithoutTheFocus();
-    void stretchesOnlyWhileThereIsRoom();
-    void escapeDropsEdit();
-    void goesWithAnEditorOpen();
-    void listCellStoresId();
-    void checkBoxBySpaceAndClick();
-    void spaceFindsTheOnlyCheckBox();
-    void headerBlocks_data();
-    void headerBlocks();
-    void headerGrowsWithCaptions();
-    void scrollToRow();
-    void manyRows();
-
 private:
     [[nodiscard]] QPoint centreOf(int row, int col) const;
     template<class Editor>
@@ -51,406 +24,364 @@ private:
     }
 
     std::unique_ptr<Grid> m_grid;
-};
 
-void TestGrid::init()
-{
-    m_grid = std::make_unique<Grid>();
-    m_grid->setCaptions({"Sr.", "Name", "Amount"});
-    for (const char *name : {"Delta", "alpha", "Charlie", "bravo"})
-        m_grid->AddItem({QString::number(m_grid->Rows()), name, "10"});
-    m_grid->resize(400, 300);
-    m_grid->show();
-    QVERIFY(QTest::qWaitForWindowActive(m_grid.get()));
-}
+private slots:
+    void init()
+    {
+        m_grid = std::make_unique<Grid>();
+        m_grid->setCaptions({"Sr.", "Name", "Amount"});
+        for (const char *name : {"Delta", "alpha", "Charlie", "bravo"})
+            m_grid->AddItem({QString::number(m_grid->Rows()), name, "10"});
+        m_grid->resize(400, 300);
+        m_grid->show();
+        QVERIFY(QTest::qWaitForWindowActive(m_grid.get()));
+    }
+
+    void cleanup() { m_grid.reset(); }
+
+    void noRowIsCurrentUntilOneIsSet()
+    {
+        m_grid->setFocus();
+        QCOMPARE(m_grid->Row(), 0);
+        QVERIFY(!m_grid->hasDataRow());
+        const QSignalSpy moves(m_grid.get(), &Grid::rowColChange);
+        m_grid->setRow(1);
+        QCOMPARE(moves.size(), 1);
+        QCOMPARE(moves.constFirst(), QVariantList({0, 0, 1, 0}));
+        m_grid->setRow(1);
+        m_grid->setRow(99);
+        QCOMPARE(moves.size(), 1);
+        m_grid->clearBody();
+        QCOMPARE(m_grid->Row(), 0);
+        QCOMPARE(m_grid->Rows(), 1);
+    }
+
+    void currentRowThroughChanges()
+    {
+        m_grid->setRow(3);
+        m_grid->Sort(1);
+        QCOMPARE(m_grid->TextMatrix(m_grid->Row(), 1), QString("Charlie"));
+        QCOMPARE(m_grid->currentIndex().data().toString(), QString("3"));
+        m_grid->AddItem({"0", "first"}, 1);
+        QCOMPARE(m_grid->TextMatrix(m_grid->Row(), 1), QString("Charlie"));
+        m_grid->RemoveItem(1);
+        QCOMPARE(m_grid->TextMatrix(m_grid->Row(), 1), QString("Charlie"));
+        m_grid->RemoveItem(m_grid->Row()); // the one below takes its place
+        QCOMPARE(m_grid->TextMatrix(m_grid->Row(), 1), QString("Delta"));
+        m_grid->RemoveItem(m_grid->Row()); // there is none below
+        QCOMPARE(m_grid->TextMatrix(m_grid->Row(), 1), QString("bravo"));
+        m_grid->RemoveItem(1);
+        m_grid->RemoveItem(1);
+        QCOMPARE(m_grid->Row(), 0);
+        m_grid->RemoveItem(0);
+        QCOMPARE(m_grid->Rows(), 1);
+    }
+
+    void rowsWithoutHeader()
+    {
+        Grid grid;
+        grid.setCols(1);
+        grid.setFixedRows(0);
+        grid.clearBody();
+        for (const char *text : {"a", "b", "c"})
+            grid.AddItem({text});
+        QCOMPARE(grid.Row(), 0);
+        grid.AddItem({"first"}, 0);
+        QCOMPARE(grid.TextMatrix(grid.Row(), 0), QString("a"));
+    }
+
+    void hiddenRowStaysCurrent()
+    {
+        m_grid->setRow(2);
+        const QSignalSpy moves(m_grid.get(), &Grid::rowColChange);
+        m_grid->setRowsVisible([](int) { return false; });
+        QCOMPARE(m_grid->Row(), 2);
+        QVERIFY(m_grid->RowHidden(2));
+        QCOMPARE(m_grid->firstVisibleRow(), -1);
+        QVERIFY(!m_grid->currentIndex().isValid());
+        m_grid->setRowHidden(4, false);
+        QCOMPARE(m_grid->Row(), 2);
+        m_grid->showAllRows();
+        QCOMPARE(m_grid->currentIndex().row(), 1);
+        QCOMPARE(moves.size(), 0);
+    }
+
+    void reloadWithRedrawOff()
+    {
+        m_grid->setRow(3);
+        const QSignalSpy moves(m_grid.get(), &Grid::rowColChange);
+        m_grid->setRedraw(false);
+        m_grid->setRedraw(false);
+        m_grid->clearBody();
+        m_grid->AddItem({"1", "only"});
+        m_grid->setRow(1);
+        m_grid->setRedraw(true);
+        QCOMPARE(m_grid->model()->rowCount(), 0);
+        m_grid->setRedraw(true);
+        QCOMPARE(m_grid->model()->rowCount(), 1);
+        QCOMPARE(moves.size(), 1);
+        QCOMPARE(moves.constFirst(), QVariantList({3, 0, 1, 0}));
+        QCOMPARE(m_grid->currentIndex().row(), 0);
+    }
+
+    void keysMoveAndAreTold()
+    {
+        m_grid->setRow(1);
+        m_grid->setRowHidden(2, true);
+        const QSignalSpy keys(m_grid.get(), &Grid::keyPress);
+        QTest::keyClick(m_grid.get(), Qt::Key_Down);
+        QCOMPARE(m_grid->Row(), 3);
+        QTest::keyClick(m_grid.get(), Qt::Key_PageDown);
+        QCOMPARE(m_grid->Row(), 4);
+        QTest::keyClick(m_grid.get(), Qt::Key_Return);
+        QTest::keyClick(m_grid.get(), Qt::Key_Escape);
+        QCOMPARE(keys.size(), 2);
+        QCOMPARE(keys.at(0).constFirst().toInt(), 13);
+        QCOMPARE(keys.at(1).constFirst().toInt(), 27);
+
+        const QSignalSpy doubleClicks(m_grid.get(), &Grid::dblClick);
+        QTest::mouseDClick(m_grid->viewport(), Qt::LeftButton, {}, centreOf(1, 1));
+        QTest::mouseDClick(m_grid->viewport(), Qt::LeftButton, {}, {50, 280});
+        QCOMPARE(doubleClicks.size(), 1);
+    }
+
+    void headerClickSorts()
+    {
+        const auto clickOn = [this](int col) {
+            const QPoint at(m_grid->gridHeader()->sectionViewportPosition(col) + 20, 8);
+            QTest::mouseClick(m_grid->gridHeader()->viewport(), Qt::LeftButton, {}, at);
+        };
+        const QSignalSpy sorts(m_grid.get(), &Grid::sorted);
+        clickOn(1);
+        QCOMPARE(m_grid->TextMatrix(1, 1), QString("Delta"));
+        m_grid->setSortByHeader(true);
+        m_grid->setRow(1);
+        clickOn(1);
+        QCOMPARE(m_grid->TextMatrix(1, 1), QString("alpha"));
+        clickOn(1);
+        QCOMPARE(m_grid->TextMatrix(4, 1), QString("alpha"));
+        QCOMPARE(m_grid->TextMatrix(m_grid->Row(), 1), QString("Delta"));
+        QCOMPARE(sorts.size(), 2);
+        QCOMPARE(sorts.at(1).at(1).value<Qt::SortOrder>(), Qt::DescendingOrder);
+        m_grid->clearBody();
+        QCOMPARE(m_grid->gridHeader()->sortIndicatorSection(), -1);
+    }
+
+    void typedEditIsValidatedAndTold()
+    {
+        m_grid->setEditable([](int, int col) { return col == 2; });
+        m_grid->setValidateEdit([](int, int, QString &text) {
+            text += ".00";
+            return true;
+        });
+        QStringList order;
+        connect(m_grid.get(), &Grid::afterEdit, this, [&](int row, int col) {
+            order.append(m_grid->TextMatrix(row, col));
+            QVERIFY(!m_grid->isEditing());
+        });
+        m_grid->setCell(2, 1);
+        QVERIFY(!m_grid->EditCell());
+        m_grid->setCol(2);
+        QTest::keyClick(m_grid.get(), Qt::Key_4);
+        QVERIFY(m_grid->isEditing());
+        QTest::keyClicks(editor<QLineEdit>(), "2");
+        QTest::keyClick(editor<QLineEdit>(), Qt::Key_Return);
+        QCOMPARE(order, QStringList("42.00"));
+        QCOMPARE(m_grid->Row(), 2);
+        QVERIFY(m_grid->hasFocus());
+    }
+
+    void refusedEditStaysOpen()
+    {
+        m_grid->setEditable([](int, int col) { return col == 2; });
+        int asked = 0;
+        m_grid->setValidateEdit([&](int, int, const QString &text) {
+            ++asked;
+            return text != "bad";
+        });
+        const QSignalSpy edits(m_grid.get(), &Grid::afterEdit);
+        m_grid->setCell(1, 2);
+        QVERIFY(m_grid->EditCell());
+        auto *line = editor<QLineEdit>();
+        QTest::keyClicks(line, "bad");
+        QTest::keyClick(line, Qt::Key_Return);
+        QVERIFY(m_grid->isEditing());
+        QCOMPARE(line->selectedText(), QString("bad"));
+        QTest::mouseClick(m_grid->viewport(), Qt::LeftButton, {}, centreOf(3, 1));
+        QVERIFY(m_grid->isEditing());
+        QCOMPARE(m_grid->Row(), 1);
+        QTRY_VERIFY(line->hasFocus());
+        QCOMPARE(edits.size(), 0);
+        QTest::keyClicks(line, "77");
+        QTest::mouseClick(m_grid->viewport(), Qt::LeftButton, {}, centreOf(3, 1));
+        QCOMPARE(m_grid->TextMatrix(1, 2), QString("77"));
+        QCOMPARE(m_grid->Row(), 3);
+        QCOMPARE(edits.size(), 1);
+        QCOMPARE(asked, 3);
+    }
+
+    void finishesAnEditWithoutTheFocus()
+    {
+        QVERIFY(m_grid->finishEdit()); // nothing to finish
+        m_grid->setEditable([](int, int) { return true; });
+        m_grid->setValidateEdit([](int, int, QString &text) { return text != "bad"; });
+        const QSignalSpy edits(m_grid.get(), &Grid::afterEdit);
+        m_grid->setCell(1, 2);
+        QVERIFY(m_grid->EditCell());
+        QTest::keyClicks(editor<QLineEdit>(), "bad");
+        QWidget other;
+        other.show();
+        other.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&other));
+        QVERIFY(!m_grid->finishEdit());
+        QVERIFY(m_grid->isEditing());
+        QCOMPARE(m_grid->window()->focusWidget(), editor<QLineEdit>());
+        QCOMPARE(m_grid->TextMatrix(1, 2), QString("10"));
+        editor<QLineEdit>()->setText("77");
+        QVERIFY(m_grid->finishEdit());
+        QVERIFY(!m_grid->isEditing());
+        QCOMPARE(m_grid->TextMatrix(1, 2), QString("77"));
+        QCOMPARE(edits.size(), 1);
+    }
+
+    void stretchesOnlyWhileThereIsRoom()
+    {
+        m_grid->setStretchCol(1, 150);
+        m_grid->setColWidth(0, 50);
+        m_grid->setColWidth(2, 100);
+        for (const int width : {600, 240, 601}) {
+            m_grid->resize(width, 300);
+            QCoreApplication::processEvents();
+            QCOMPARE(m_grid->ColWidth(1), std::max(150, m_grid->viewport()->width() - 150));
+        }
+    }
+
+    void goesWithAnEditorOpen()
+    {
+        int asked = 0;
+        m_grid->setEditable([](int, int) { return true; });
+        m_grid->setValidateEdit([&](int, int, QString &) { return ++asked, true; });
+        m_grid->setCell(1, 2);
+        QVERIFY(m_grid->EditCell());
+        m_grid.reset();
+        QCOMPARE(asked, 0);
+    }
+
+    void listCellStoresId()
+    {
+        m_grid->setColComboList(2, "#10;Ten|#20;Twenty");
+        m_grid->setEditable([](int, int) { return true; });
+        m_grid->setCell(1, 2);
+        QVERIFY(m_grid->EditCell());
+        auto *combo = editor<QComboBox>();
+        QCOMPARE(combo->currentText(), QString("Ten"));
+        QTest::keyClick(combo, Qt::Key_Down);
+        QTest::keyClick(combo, Qt::Key_Return);
+        QCOMPARE(m_grid->TextMatrix(1, 2), QString("20"));
+        QCOMPARE(m_grid->shownText(1, 2), QString("Twenty"));
+    }
+
+    void checkBoxBySpaceAndClick()
+    {
+        m_grid->setColCheck(2);
+        m_grid->setTextMatrix(1, 2, "0");
+        m_grid->setEditable([](int row, int col) { return col == 2 && row != 2; });
+        const QSignalSpy edits(m_grid.get(), &Grid::afterEdit);
+        m_grid->setCell(1, 2);
+        QTest::keyClick(m_grid.get(), Qt::Key_Space);
+        QCOMPARE(m_grid->TextMatrix(1, 2), QString("-1"));
+        QTest::mouseClick(m_grid->viewport(), Qt::LeftButton, {}, centreOf(1, 2));
+        QCOMPARE(m_grid->TextMatrix(1, 2), QString("0"));
+        QTest::mouseClick(m_grid->viewport(), Qt::LeftButton, {}, centreOf(2, 2));
+        QCOMPARE(m_grid->TextMatrix(2, 2), QString("10"));
+        m_grid->setValidateEdit([](int, int, QString &) { return false; });
+        QTest::mouseClick(m_grid->viewport(), Qt::LeftButton, {}, centreOf(1, 2));
+        QCOMPARE(m_grid->TextMatrix(1, 2), QString("0"));
+        QCOMPARE(edits.size(), 2);
+    }
+
+    void spaceFindsTheOnlyCheckBox()
+    {
+        m_grid->setColCheck(2);
+        m_grid->setTextMatrix(1, 2, "0");
+        m_grid->setEditable([](int row, int col) { return col == 2 && row == 1; });
+        m_grid->setCell(1, 0);
+        QTest::keyClick(m_grid.get(), Qt::Key_Space);
+        QCOMPARE(m_grid->TextMatrix(1, 2), QString("-1"));
+        m_grid->setCell(2, 0);
+        QTest::keyClick(m_grid.get(), Qt::Key_Space);
+        QCOMPARE(m_grid->TextMatrix(2, 2), QString("10"));
+        m_grid->setColCheck(1); // which of the two is meant cannot be told
+        m_grid->setEditable([](int, int col) { return col > 0; });
+        m_grid->setCell(1, 0);
+        QTest::keyClick(m_grid.get(), Qt::Key_Space);
+        QCOMPARE(m_grid->TextMatrix(1, 2), QString("-1"));
+        m_grid->setRowHidden(1, true);
+        m_grid->setEditable([](int, int col) { return col == 2; });
+        QTest::keyClick(m_grid.get(), Qt::Key_Space);
+        QCOMPARE(m_grid->TextMatrix(1, 2), QString("-1"));
+    }
+
+    void headerBlocks_data()
+    {
+        QTest::addColumn<int>("row");
+        QTest::addColumn<int>("col");
+        QTest::addColumn<QList<int>>("block"); // top, bottom, left, right
+        QTest::newRow("downwards") << 0 << 0 << QList{0, 1, 0, 0};
+        QTest::newRow("to the side, over a hidden column") << 0 << 1 << QList{0, 0, 1, 3};
+        QTest::newRow("from the right end") << 0 << 3 << QList{0, 0, 1, 3};
+        QTest::newRow("its own") << 1 << 3 << QList{1, 1, 3, 3};
+        QTest::newRow("empty cells stay apart") << 1 << 4 << QList{1, 1, 4, 4};
+        QTest::newRow("wider above does not join") << 1 << 1 << QList{1, 1, 1, 1};
+    }
+
+    void headerBlocks()
+    {
+        QFETCH(int, row);
+        QFETCH(int, col);
+        Grid grid;
+        grid.setCols(6);
+        grid.setFixedRows(2);
+        const QList<QStringList> captions{{"Sr.", "April", "hidden", "April", "", ""},
+                                          {"Sr.", "April", "x", "Value", "", ""}};
+        for (int r = 0; r < 2; ++r) {
+            for (int c = 0; c < 6; ++c)
+                grid.setTextMatrix(r, c, captions.at(r).at(c));
+        }
+        grid.setColHidden(2, true);
+        grid.setMergeHeaders(true);
+        const GridHeader::Block block = grid.gridHeader()->blockAt(row, col);
+        QTEST((QList{block.top, block.bottom, block.left, block.right}), "block");
+    }
+
+    void headerGrowsWithCaptions()
+    {
+        const int oneLine = m_grid->gridHeader()->height();
+        m_grid->setColWidth(1, 60);
+        m_grid->setTextMatrix(0, 1, "Carriage of Passengers or Goods by Ship");
+        QTRY_VERIFY(m_grid->gridHeader()->height() > 2 * oneLine);
+        m_grid->setTextMatrix(0, 1, "Name");
+        QTRY_COMPARE(m_grid->gridHeader()->height(), oneLine);
+        m_grid->setFixedRows(2);
+        QTRY_VERIFY(m_grid->gridHeader()->height() > oneLine);
+        m_grid->setRowHidden(1, true);
+        QTRY_COMPARE(m_grid->gridHeader()->height(), oneLine);
+    }
+
+    void scrollToRow()
+    {
+        m_grid->setRows(500);
+        QVERIFY(m_grid->isRowInView(1));
+        QVERIFY(!m_grid->isRowInView(400));
+        m_grid->showAtTop(400);
+        QVERIFY(m_grid->isRowInView(400) && !m_grid->isRowInView(399));
+    }
+};
 
 QPoint TestGrid::centreOf(int row, int col) const
 {
     const GridModel *model = m_grid->gridModel();
     return m_grid->visualRect(model->index(model->viewRow(row), col)).center();
-}
-
-void TestGrid::noRowIsCurrentUntilOneIsSet()
-{
-    m_grid->setFocus();
-    QCOMPARE(m_grid->Row(), 0);
-    QVERIFY(!m_grid->hasDataRow());
-    const QSignalSpy moves(m_grid.get(), &Grid::rowColChange);
-    m_grid->setRow(1);
-    QCOMPARE(moves.size(), 1);
-    QCOMPARE(moves.constFirst(), QVariantList({0, 0, 1, 0}));
-    m_grid->setRow(1);
-    m_grid->setRow(99);
-    QCOMPARE(moves.size(), 1);
-    m_grid->clearBody();
-    QCOMPARE(m_grid->Row(), 0);
-    QCOMPARE(m_grid->Rows(), 1);
-}
-
-void TestGrid::currentRowThroughChanges()
-{
-    m_grid->setRow(3);
-    m_grid->Sort(1);
-    QCOMPARE(m_grid->TextMatrix(m_grid->Row(), 1), QString("Charlie"));
-    QCOMPARE(m_grid->currentIndex().data().toString(), QString("3"));
-    m_grid->AddItem({"0", "first"}, 1);
-    QCOMPARE(m_grid->TextMatrix(m_grid->Row(), 1), QString("Charlie"));
-    m_grid->RemoveItem(1);
-    QCOMPARE(m_grid->TextMatrix(m_grid->Row(), 1), QString("Charlie"));
-    m_grid->RemoveItem(m_grid->Row()); // the one below takes its place
-    QCOMPARE(m_grid->TextMatrix(m_grid->Row(), 1), QString("Delta"));
-    m_grid->RemoveItem(m_grid->Row()); // there is none below
-    QCOMPARE(m_grid->TextMatrix(m_grid->Row(), 1), QString("bravo"));
-    m_grid->RemoveItem(1);
-    m_grid->RemoveItem(1);
-    QCOMPARE(m_grid->Row(), 0);
-    m_grid->RemoveItem(0);
-    QCOMPARE(m_grid->Rows(), 1);
-}
-
-void TestGrid::rowsWithoutHeader()
-{
-    Grid grid;
-    grid.setCols(1);
-    grid.setFixedRows(0);
-    grid.clearBody();
-    for (const char *text : {"a", "b", "c"})
-        grid.AddItem({text});
-    QCOMPARE(grid.Row(), 0);
-    grid.AddItem({"first"}, 0);
-    QCOMPARE(grid.TextMatrix(grid.Row(), 0), QString("a"));
-}
-
-void TestGrid::hiddenRowStaysCurrent()
-{
-    m_grid->setRow(2);
-    const QSignalSpy moves(m_grid.get(), &Grid::rowColChange);
-    m_grid->setRowsVisible([](int) { return false; });
-    QCOMPARE(m_grid->Row(), 2);
-    QVERIFY(m_grid->RowHidden(2));
-    QCOMPARE(m_grid->firstVisibleRow(), -1);
-    QVERIFY(!m_grid->currentIndex().isValid());
-    m_grid->setRowHidden(4, false);
-    QCOMPARE(m_grid->Row(), 2);
-    m_grid->showAllRows();
-    QCOMPARE(m_grid->currentIndex().row(), 1);
-    QCOMPARE(moves.size(), 0);
-}
-
-void TestGrid::reloadWithRedrawOff()
-{
-    m_grid->setRow(3);
-    const QSignalSpy moves(m_grid.get(), &Grid::rowColChange);
-    m_grid->setRedraw(false);
-    m_grid->setRedraw(false);
-    m_grid->clearBody();
-    m_grid->AddItem({"1", "only"});
-    m_grid->setRow(1);
-    m_grid->setRedraw(true);
-    QCOMPARE(m_grid->model()->rowCount(), 0);
-    m_grid->setRedraw(true);
-    QCOMPARE(m_grid->model()->rowCount(), 1);
-    QCOMPARE(moves.size(), 1);
-    QCOMPARE(moves.constFirst(), QVariantList({3, 0, 1, 0}));
-    QCOMPARE(m_grid->currentIndex().row(), 0);
-}
-
-void TestGrid::keysMoveAndAreTold()
-{
-    m_grid->setRow(1);
-    m_grid->setRowHidden(2, true);
-    const QSignalSpy keys(m_grid.get(), &Grid::keyPress);
-    QTest::keyClick(m_grid.get(), Qt::Key_Down);
-    QCOMPARE(m_grid->Row(), 3);
-    QTest::keyClick(m_grid.get(), Qt::Key_PageDown);
-    QCOMPARE(m_grid->Row(), 4);
-    QTest::keyClick(m_grid.get(), Qt::Key_Return);
-    QTest::keyClick(m_grid.get(), Qt::Key_Escape);
-    QCOMPARE(keys.size(), 2);
-    QCOMPARE(keys.at(0).constFirst().toInt(), 13);
-    QCOMPARE(keys.at(1).constFirst().toInt(), 27);
-
-    const QSignalSpy doubleClicks(m_grid.get(), &Grid::dblClick);
-    QTest::mouseDClick(m_grid->viewport(), Qt::LeftButton, {}, centreOf(1, 1));
-    QTest::mouseDClick(m_grid->viewport(), Qt::LeftButton, {}, {50, 280});
-    QCOMPARE(doubleClicks.size(), 1);
-}
-
-void TestGrid::headerClickSorts()
-{
-    const auto clickOn = [this](int col) {
-        const QPoint at(m_grid->gridHeader()->sectionViewportPosition(col) + 20, 8);
-        QTest::mouseClick(m_grid->gridHeader()->viewport(), Qt::LeftButton, {}, at);
-    };
-    const QSignalSpy sorts(m_grid.get(), &Grid::sorted);
-    clickOn(1);
-    QCOMPARE(m_grid->TextMatrix(1, 1), QString("Delta"));
-    m_grid->setSortByHeader(true);
-    m_grid->setRow(1);
-    clickOn(1);
-    QCOMPARE(m_grid->TextMatrix(1, 1), QString("alpha"));
-    clickOn(1);
-    QCOMPARE(m_grid->TextMatrix(4, 1), QString("alpha"));
-    QCOMPARE(m_grid->TextMatrix(m_grid->Row(), 1), QString("Delta"));
-    QCOMPARE(sorts.size(), 2);
-    QCOMPARE(sorts.at(1).at(1).value<Qt::SortOrder>(), Qt::DescendingOrder);
-}
-
-void TestGrid::headerShowsTheOrder()
-{
-    const GridHeader *header = m_grid->gridHeader();
-    m_grid->Sort(1, Qt::DescendingOrder);
-    m_grid->setSortByHeader(true);
-    QCOMPARE(header->sortIndicatorSection(), 1);
-    QCOMPARE(header->sortIndicatorOrder(), Qt::DescendingOrder);
-    m_grid->Sort(1);
-    QCOMPARE(header->sortIndicatorOrder(), Qt::AscendingOrder);
-    QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, {header->sectionViewportPosition(1) + 20, 8});
-    QCOMPARE(m_grid->TextMatrix(1, 1), QString("Delta"));
-    QCOMPARE(header->sortIndicatorOrder(), Qt::DescendingOrder);
-    m_grid->clearBody();
-    QCOMPARE(header->sortIndicatorSection(), -1);
-}
-
-void TestGrid::typedEditIsValidatedAndTold()
-{
-    m_grid->setEditable([](int, int col) { return col == 2; });
-    m_grid->setValidateEdit([](int, int, QString &text) {
-        text += ".00";
-        return true;
-    });
-    QStringList order;
-    connect(m_grid.get(), &Grid::afterEdit, this, [&](int row, int col) {
-        order.append(m_grid->TextMatrix(row, col));
-        QVERIFY(!m_grid->isEditing());
-    });
-    m_grid->setCell(2, 1);
-    QVERIFY(!m_grid->EditCell());
-    m_grid->setCol(2);
-    QTest::keyClick(m_grid.get(), Qt::Key_4);
-    QVERIFY(m_grid->isEditing());
-    QTest::keyClicks(editor<QLineEdit>(), "2");
-    QTest::keyClick(editor<QLineEdit>(), Qt::Key_Return);
-    QCOMPARE(order, QStringList("42.00"));
-    QCOMPARE(m_grid->Row(), 2);
-    QVERIFY(m_grid->hasFocus());
-}
-
-void TestGrid::refusedEditStaysOpen()
-{
-    m_grid->setEditable([](int, int col) { return col == 2; });
-    int asked = 0;
-    m_grid->setValidateEdit([&](int, int, const QString &text) {
-        ++asked;
-        return text != "bad";
-    });
-    const QSignalSpy edits(m_grid.get(), &Grid::afterEdit);
-    m_grid->setCell(1, 2);
-    QVERIFY(m_grid->EditCell());
-    auto *line = editor<QLineEdit>();
-    QTest::keyClicks(line, "bad");
-    QTest::keyClick(line, Qt::Key_Return);
-    QVERIFY(m_grid->isEditing());
-    QCOMPARE(line->selectedText(), QString("bad"));
-    QTest::mouseClick(m_grid->viewport(), Qt::LeftButton, {}, centreOf(3, 1));
-    QVERIFY(m_grid->isEditing());
-    QCOMPARE(m_grid->Row(), 1);
-    QTRY_VERIFY(line->hasFocus());
-    QCOMPARE(edits.size(), 0);
-    QTest::keyClicks(line, "77");
-    QTest::mouseClick(m_grid->viewport(), Qt::LeftButton, {}, centreOf(3, 1));
-    QCOMPARE(m_grid->TextMatrix(1, 2), QString("77"));
-    QCOMPARE(m_grid->Row(), 3);
-    QCOMPARE(edits.size(), 1);
-    QCOMPARE(asked, 3);
-}
-
-void TestGrid::finishesAnEditWithoutTheFocus()
-{
-    QVERIFY(m_grid->finishEdit()); // nothing to finish
-    m_grid->setEditable([](int, int) { return true; });
-    m_grid->setValidateEdit([](int, int, QString &text) { return text != "bad"; });
-    const QSignalSpy edits(m_grid.get(), &Grid::afterEdit);
-    m_grid->setCell(1, 2);
-    QVERIFY(m_grid->EditCell());
-    QTest::keyClicks(editor<QLineEdit>(), "bad");
-    QWidget other;
-    other.show();
-    other.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&other));
-    QVERIFY(!m_grid->finishEdit());
-    QVERIFY(m_grid->isEditing());
-    QCOMPARE(m_grid->window()->focusWidget(), editor<QLineEdit>());
-    QCOMPARE(m_grid->TextMatrix(1, 2), QString("10"));
-    editor<QLineEdit>()->setText("77");
-    QVERIFY(m_grid->finishEdit());
-    QVERIFY(!m_grid->isEditing());
-    QCOMPARE(m_grid->TextMatrix(1, 2), QString("77"));
-    QCOMPARE(edits.size(), 1);
-}
-
-void TestGrid::stretchesOnlyWhileThereIsRoom()
-{
-    m_grid->setStretchCol(1, 150);
-    m_grid->setColWidth(0, 50);
-    m_grid->setColWidth(2, 100);
-    for (const int width : {600, 240, 601}) {
-        m_grid->resize(width, 300);
-        QCoreApplication::processEvents();
-        QCOMPARE(m_grid->ColWidth(1), std::max(150, m_grid->viewport()->width() - 150));
-    }
-}
-
-void TestGrid::escapeDropsEdit()
-{
-    m_grid->setEditable([](int, int) { return true; });
-    const QSignalSpy edits(m_grid.get(), &Grid::afterEdit);
-    m_grid->setCell(1, 2);
-    QVERIFY(m_grid->EditCell());
-    QTest::keyClicks(editor<QLineEdit>(), "77");
-    QTest::keyClick(editor<QLineEdit>(), Qt::Key_Escape);
-    QVERIFY(!m_grid->isEditing());
-    QCOMPARE(m_grid->TextMatrix(1, 2), QString("10"));
-    QCOMPARE(edits.size(), 0);
-}
-
-void TestGrid::goesWithAnEditorOpen()
-{
-    int asked = 0;
-    m_grid->setEditable([](int, int) { return true; });
-    m_grid->setValidateEdit([&](int, int, QString &) { return ++asked, true; });
-    m_grid->setCell(1, 2);
-    QVERIFY(m_grid->EditCell());
-    m_grid.reset();
-    QCOMPARE(asked, 0);
-}
-
-void TestGrid::listCellStoresId()
-{
-    m_grid->setColComboList(2, "#10;Ten|#20;Twenty");
-    m_grid->setEditable([](int, int) { return true; });
-    m_grid->setCell(1, 2);
-    QVERIFY(m_grid->EditCell());
-    auto *combo = editor<QComboBox>();
-    QCOMPARE(combo->currentText(), QString("Ten"));
-    QTest::keyClick(combo, Qt::Key_Down);
-    QTest::keyClick(combo, Qt::Key_Return);
-    QCOMPARE(m_grid->TextMatrix(1, 2), QString("20"));
-    QCOMPARE(m_grid->shownText(1, 2), QString("Twenty"));
-}
-
-void TestGrid::checkBoxBySpaceAndClick()
-{
-    m_grid->setColCheck(2);
-    m_grid->setTextMatrix(1, 2, "0");
-    m_grid->setEditable([](int row, int col) { return col == 2 && row != 2; });
-    const QSignalSpy edits(m_grid.get(), &Grid::afterEdit);
-    m_grid->setCell(1, 2);
-    QTest::keyClick(m_grid.get(), Qt::Key_Space);
-    QCOMPARE(m_grid->TextMatrix(1, 2), QString("-1"));
-    QTest::mouseClick(m_grid->viewport(), Qt::LeftButton, {}, centreOf(1, 2));
-    QCOMPARE(m_grid->TextMatrix(1, 2), QString("0"));
-    QTest::mouseClick(m_grid->viewport(), Qt::LeftButton, {}, centreOf(2, 2));
-    QCOMPARE(m_grid->TextMatrix(2, 2), QString("10"));
-    m_grid->setValidateEdit([](int, int, QString &) { return false; });
-    QTest::mouseClick(m_grid->viewport(), Qt::LeftButton, {}, centreOf(1, 2));
-    QCOMPARE(m_grid->TextMatrix(1, 2), QString("0"));
-    QCOMPARE(edits.size(), 2);
-}
-
-void TestGrid::spaceFindsTheOnlyCheckBox()
-{
-    m_grid->setColCheck(2);
-    m_grid->setTextMatrix(1, 2, "0");
-    m_grid->setEditable([](int row, int col) { return col == 2 && row == 1; });
-    m_grid->setCell(1, 0);
-    QTest::keyClick(m_grid.get(), Qt::Key_Space);
-    QCOMPARE(m_grid->TextMatrix(1, 2), QString("-1"));
-    m_grid->setCell(2, 0);
-    QTest::keyClick(m_grid.get(), Qt::Key_Space);
-    QCOMPARE(m_grid->TextMatrix(2, 2), QString("10"));
-    m_grid->setColCheck(1); // which of the two is meant cannot be told
-    m_grid->setEditable([](int, int col) { return col > 0; });
-    m_grid->setCell(1, 0);
-    QTest::keyClick(m_grid.get(), Qt::Key_Space);
-    QCOMPARE(m_grid->TextMatrix(1, 2), QString("-1"));
-    m_grid->setRowHidden(1, true);
-    m_grid->setEditable([](int, int col) { return col == 2; });
-    QTest::keyClick(m_grid.get(), Qt::Key_Space);
-    QCOMPARE(m_grid->TextMatrix(1, 2), QString("-1"));
-}
-
-void TestGrid::headerBlocks_data()
-{
-    QTest::addColumn<int>("row");
-    QTest::addColumn<int>("col");
-    QTest::addColumn<QList<int>>("block"); // top, bottom, left, right
-    QTest::newRow("downwards") << 0 << 0 << QList{0, 1, 0, 0};
-    QTest::newRow("to the side, over a hidden column") << 0 << 1 << QList{0, 0, 1, 3};
-    QTest::newRow("from the right end") << 0 << 3 << QList{0, 0, 1, 3};
-    QTest::newRow("its own") << 1 << 3 << QList{1, 1, 3, 3};
-    QTest::newRow("empty cells stay apart") << 1 << 4 << QList{1, 1, 4, 4};
-    QTest::newRow("wider above does not join") << 1 << 1 << QList{1, 1, 1, 1};
-}
-
-void TestGrid::headerBlocks()
-{
-    QFETCH(int, row);
-    QFETCH(int, col);
-    Grid grid;
-    grid.setCols(6);
-    grid.setFixedRows(2);
-    const QList<QStringList> captions{{"Sr.", "April", "hidden", "April", "", ""},
-                                      {"Sr.", "April", "x", "Value", "", ""}};
-    for (int r = 0; r < 2; ++r) {
-        for (int c = 0; c < 6; ++c)
-            grid.setTextMatrix(r, c, captions.at(r).at(c));
-    }
-    grid.setColHidden(2, true);
-    grid.setMergeHeaders(true);
-    const GridHeader::Block block = grid.gridHeader()->blockAt(row, col);
-    QTEST((QList{block.top, block.bottom, block.left, block.right}), "block");
-}
-
-void TestGrid::headerGrowsWithCaptions()
-{
-    const int oneLine = m_grid->gridHeader()->height();
-    m_grid->setColWidth(1, 60);
-    m_grid->setTextMatrix(0, 1, "Carriage of Passengers or Goods by Ship");
-    QTRY_VERIFY(m_grid->gridHeader()->height() > 2 * oneLine);
-    m_grid->setTextMatrix(0, 1, "Name");
-    QTRY_COMPARE(m_grid->gridHeader()->height(), oneLine);
-    m_grid->setFixedRows(2);
-    QTRY_VERIFY(m_grid->gridHeader()->height() > oneLine);
-    m_grid->setRowHidden(1, true);
-    QTRY_COMPARE(m_grid->gridHeader()->height(), oneLine);
-}
-
-void TestGrid::scrollToRow()
-{
-    m_grid->setRows(500);
-    QVERIFY(m_grid->isRowInView(1));
-    QVERIFY(!m_grid->isRowInView(400));
-    m_grid->showAtTop(400);
-    QCOMPARE(m_grid->TopRow(), 400);
-    QVERIFY(m_grid->isRowInView(400));
-    m_grid->ShowCell(1, 0);
-    QCOMPARE(m_grid->TopRow(), 1);
-}
-
-void TestGrid::manyRows()
-{
-    m_grid->setRedraw(false);
-    for (int i = 0; i < 100000; ++i)
-        m_grid->AddItem({QString::number(i), QStringLiteral("Employer %1").arg(99999 - i), "5"});
-    m_grid->setRedraw(true);
-    m_grid->setRowsVisible([this](int row) { return m_grid->TextMatrix(row, 1).startsWith("Employer 9999"); });
-    QCOMPARE(m_grid->visibleRowCount(), 11);
-    m_grid->setRow(m_grid->FindRow("Employer 99999", 1, 1));
-    m_grid->Sort(1);
-    QCOMPARE(m_grid->TextMatrix(m_grid->Row(), 0), QString("0"));
-    m_grid->showAllRows();
-    QCOMPARE(m_grid->visibleRowCount(), 100004);
 }
 
 QTEST_MAIN(TestGrid)

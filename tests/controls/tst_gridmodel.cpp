@@ -5,28 +5,6 @@
 #include <QSignalSpy>
 #include <QTest>
 
-/// The flat model: its texts, its order and its hidden rows, against plain lists, with a tester watching each signal.
-class TestGridModel : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void textsSurviveEditsAndCompaction();
-    void ownTextCanBeStoredAgain();
-    void randomChangesMatchPlainList();
-    void hidingIsOneReset();
-    void sort_data();
-    void sort();
-    void sortIsStableAndKeepsHidden();
-    void persistentIndexFollowsItsRow();
-    void findRow_data();
-    void findRow();
-    void shownText_data();
-    void shownText();
-    void editFlags();
-    void unexposedModelTellsNothing();
-};
-
 namespace {
 
 void fill(GridModel &model, const QStringList &texts)
@@ -55,283 +33,233 @@ QStringList shownColumn(const GridModel &model, int col)
 
 } // namespace
 
-void TestGridModel::textsSurviveEditsAndCompaction()
+/// The flat model: its texts, its order and its hidden rows, against plain lists, with a tester watching each signal.
+class TestGridModel : public QObject
 {
-    CellTexts texts(3);
-    for (int i = 0; i < 200; ++i)
-        texts.addSlot();
-    for (int round = 0; round < 60; ++round) {
-        for (CellTexts::Slot slot = 0; slot < 200; ++slot)
-            texts.setText(slot, 1, QString::number(slot).repeated(round % 7));
-    }
-    texts.setText(7, 0, u"kept");
-    texts.freeSlot(199);
-    QCOMPARE(texts.text(7, 0).toString(), QString("kept"));
-    QCOMPARE(texts.text(198, 1).toString(), QString("198").repeated(3));
-    QVERIFY(texts.waste() <= texts.runLength() / 2 + 4096);
-    QVERIFY(texts.runLength() < 12000); // without compaction 60 rounds leave more than 20,000 characters
+    Q_OBJECT
 
-    const CellTexts::Slot again = texts.addSlot();
-    QCOMPARE(again, 199U);
-    QVERIFY(texts.text(again, 1).isEmpty());
-    texts.setCols(2);
-    QCOMPARE(texts.text(198, 1).toString(), QString("198").repeated(3));
-}
-
-void TestGridModel::ownTextCanBeStoredAgain()
-{
-    CellTexts texts(2);
-    const CellTexts::Slot slot = texts.addSlot();
-    texts.setText(slot, 0, u"a text that moves when the run grows");
-    for (int i = 0; i < 50; ++i) {
-        texts.setText(slot, 1, u"");
-        texts.setText(slot, 1, texts.text(slot, 0));
-    }
-    QCOMPARE(texts.text(slot, 1).toString(), QString("a text that moves when the run grows"));
-}
-
-void TestGridModel::randomChangesMatchPlainList()
-{
-    GridModel model;
-    const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
-    fill(model, {});
-    QList<std::pair<QString, bool>> plain; // text, hidden
-    QRandomGenerator random(20070401);
-    for (int step = 0; step < 3000; ++step) {
-        const QString text = QString::number(random.bounded(1000));
-        const int at = plain.isEmpty() ? -1 : random.bounded(static_cast<int>(plain.size()));
-        switch (at < 0 ? 0 : random.bounded(8)) {
-        case 0:
-            model.insertGridRow({text}, std::max(at, 0) + 1);
-            plain.insert(std::max(at, 0), {text, false});
-            break;
-        case 1:
-            model.removeGridRow(at + 1);
-            plain.removeAt(at);
-            break;
-        case 2:
-        case 3:
-            model.setText(at + 1, 0, text);
-            plain[at].first = text;
-            break;
-        case 4:
-        case 5:
-            model.setRowHidden(at + 1, step % 2 == 0);
-            plain[at].second = step % 2 == 0;
-            break;
-        case 6: {
-            const int count = std::min(static_cast<int>(plain.size()), 40) + step % 3 - 1;
-            model.setRows(count + 1);
-            plain.resize(count, {QString(), false});
-            break;
+private slots:
+    void textsSurviveEditsAndCompaction()
+    {
+        CellTexts texts(3);
+        for (int i = 0; i < 200; ++i)
+            texts.addSlot();
+        for (int round = 0; round < 60; ++round) {
+            for (CellTexts::Slot slot = 0; slot < 200; ++slot)
+                texts.setText(slot, 1, QString::number(slot).repeated(round % 7));
         }
-        default:
-            model.sort(0, Qt::AscendingOrder);
-            std::stable_sort(plain.begin(), plain.end(), [](const auto &a, const auto &b) {
-                return (a.first.isEmpty() ? -1 : a.first.toInt()) < (b.first.isEmpty() ? -1 : b.first.toInt());
-            });
-        }
-        QStringList all;
-        QStringList shown;
-        for (const auto &[rowText, hidden] : plain) {
-            all.append(rowText);
-            if (!hidden)
-                shown.append(rowText);
-        }
-        QCOMPARE(column(model, 0), all);
-        QCOMPARE(shownColumn(model, 0), shown);
+        texts.setText(7, 0, u"kept");
+        texts.freeSlot(199);
+        QCOMPARE(texts.text(7, 0).toString(), QString("kept"));
+        QCOMPARE(texts.text(198, 1).toString(), QString("198").repeated(3));
+        QVERIFY(texts.waste() <= texts.runLength() / 2 + 4096);
+        QVERIFY(texts.runLength() < 12000); // without compaction 60 rounds leave more than 20,000 characters
+
+        const CellTexts::Slot again = texts.addSlot();
+        QCOMPARE(again, 199U);
+        QVERIFY(texts.text(again, 1).isEmpty());
+        texts.setCols(2);
+        QCOMPARE(texts.text(198, 1).toString(), QString("198").repeated(3));
     }
-    model.setCols(4);
-    model.setCols(1);
-    model.setFixedRows(2);
-    QCOMPARE(model.rows(), std::max(2, static_cast<int>(plain.size()) + 1));
-}
 
-void TestGridModel::hidingIsOneReset()
-{
-    GridModel model;
-    const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
-    fill(model, {});
-    model.setRows(100001);
-    const QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
-    const QSignalSpy removals(&model, &QAbstractItemModel::rowsRemoved);
-    model.setRowsVisible([](int row) { return row % 50000 == 0; });
-    QCOMPARE(resets.size(), 1);
-    QCOMPARE(removals.size(), 0);
-    QCOMPARE(model.rowCount(), 2);
-    QCOMPARE(model.gridRow(1), 100000);
-    QCOMPARE(model.viewRow(100000), 1);
-    QCOMPARE(model.viewRow(99999), -1);
-}
+    void ownTextCanBeStoredAgain()
+    {
+        CellTexts texts(2);
+        const CellTexts::Slot slot = texts.addSlot();
+        texts.setText(slot, 0, u"a text that moves when the run grows");
+        for (int i = 0; i < 50; ++i) {
+            texts.setText(slot, 1, u"");
+            texts.setText(slot, 1, texts.text(slot, 0));
+        }
+        QCOMPARE(texts.text(slot, 1).toString(), QString("a text that moves when the run grows"));
+    }
 
-void TestGridModel::sort_data()
-{
-    QTest::addColumn<QStringList>("texts");
-    QTest::addColumn<QString>("list");
-    QTest::addColumn<Qt::SortOrder>("order");
-    QTest::addColumn<QStringList>("sorted");
-    QTest::newRow("numbers by value") << QStringList{"10", "9.5", "-1", ""} << "" << Qt::AscendingOrder
-                                      << QStringList{"", "-1", "9.5", "10"};
-    QTest::newRow("one text makes them texts")
-        << QStringList{"10", "9", "N/A"} << "" << Qt::AscendingOrder << QStringList{"10", "9", "N/A"};
-    QTest::newRow("texts without case") << QStringList{"b", "A", "a", "B"} << "" << Qt::AscendingOrder
-                                        << QStringList{"A", "a", "b", "B"};
-    QTest::newRow("descending stays stable")
-        << QStringList{"b", "A", "a", "B"} << "" << Qt::DescendingOrder << QStringList{"b", "B", "A", "a"};
-    QTest::newRow("translated by the list") << QStringList{"1", "3", "2", "9"} << "#3;Zero|#2;One|#1;Two"
-                                            << Qt::AscendingOrder << QStringList{"9", "3", "2", "1"};
-}
+    void randomChangesMatchPlainList()
+    {
+        GridModel model;
+        const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
+        fill(model, {});
+        QList<std::pair<QString, bool>> plain; // text, hidden
+        QRandomGenerator random(20070401);
+        for (int step = 0; step < 3000; ++step) {
+            const QString text = QString::number(random.bounded(1000));
+            const int at = plain.isEmpty() ? -1 : random.bounded(static_cast<int>(plain.size()));
+            switch (at < 0 ? 0 : random.bounded(8)) {
+            case 0:
+                model.insertGridRow({text}, std::max(at, 0) + 1);
+                plain.insert(std::max(at, 0), {text, false});
+                break;
+            case 1:
+                model.removeGridRow(at + 1);
+                plain.removeAt(at);
+                break;
+            case 2:
+            case 3:
+                model.setText(at + 1, 0, text);
+                plain[at].first = text;
+                break;
+            case 4:
+            case 5:
+                model.setRowHidden(at + 1, step % 2 == 0);
+                plain[at].second = step % 2 == 0;
+                break;
+            case 6: {
+                const int count = std::min(static_cast<int>(plain.size()), 40) + step % 3 - 1;
+                model.setRows(count + 1);
+                plain.resize(count, {QString(), false});
+                break;
+            }
+            default:
+                model.sort(0, Qt::AscendingOrder);
+                std::stable_sort(plain.begin(), plain.end(), [](const auto &a, const auto &b) {
+                    return (a.first.isEmpty() ? -1 : a.first.toInt()) < (b.first.isEmpty() ? -1 : b.first.toInt());
+                });
+            }
+            QStringList all;
+            QStringList shown;
+            for (const auto &[rowText, hidden] : plain) {
+                all.append(rowText);
+                if (!hidden)
+                    shown.append(rowText);
+            }
+            QCOMPARE(column(model, 0), all);
+            QCOMPARE(shownColumn(model, 0), shown);
+        }
+        model.setCols(4);
+        model.setCols(1);
+        model.setFixedRows(2);
+        QCOMPARE(model.rows(), std::max(2, static_cast<int>(plain.size()) + 1));
+    }
 
-void TestGridModel::sort()
-{
-    QFETCH(QStringList, texts);
-    QFETCH(QString, list);
-    QFETCH(Qt::SortOrder, order);
-    GridModel model;
-    fill(model, texts);
-    model.changeColumn(0, [&](GridColumn &look) { look.list = TranslationList(list); });
-    model.sort(0, order);
-    QTEST(column(model, 0), "sorted");
-}
+    void sort_data()
+    {
+        QTest::addColumn<QStringList>("texts");
+        QTest::addColumn<QString>("list");
+        QTest::addColumn<Qt::SortOrder>("order");
+        QTest::addColumn<QStringList>("sorted");
+        QTest::newRow("numbers by value")
+            << QStringList{"10", "9.5", "-1", ""} << "" << Qt::AscendingOrder << QStringList{"", "-1", "9.5", "10"};
+        QTest::newRow("one text makes them texts")
+            << QStringList{"10", "9", "N/A"} << "" << Qt::AscendingOrder << QStringList{"10", "9", "N/A"};
+        QTest::newRow("texts without case")
+            << QStringList{"b", "A", "a", "B"} << "" << Qt::AscendingOrder << QStringList{"A", "a", "b", "B"};
+        QTest::newRow("descending stays stable")
+            << QStringList{"b", "A", "a", "B"} << "" << Qt::DescendingOrder << QStringList{"b", "B", "A", "a"};
+        QTest::newRow("translated by the list") << QStringList{"1", "3", "2", "9"} << "#3;Zero|#2;One|#1;Two"
+                                                << Qt::AscendingOrder << QStringList{"9", "3", "2", "1"};
+    }
 
-void TestGridModel::sortIsStableAndKeepsHidden()
-{
-    GridModel model;
-    fill(model, {"x", "y", "x", "y"});
-    model.setRowHidden(2, true);
-    model.setRowColor(3, Qt::blue);
-    model.sort(0, Qt::AscendingOrder);
-    QCOMPARE(column(model, 1), QStringList({"1", "3", "2", "4"}));
-    QVERIFY(model.rowHidden(3));
-    QCOMPARE(model.rowColor(2), QColor(Qt::blue));
-}
+    void sort()
+    {
+        QFETCH(QStringList, texts);
+        QFETCH(QString, list);
+        QFETCH(Qt::SortOrder, order);
+        GridModel model;
+        fill(model, texts);
+        model.changeColumn(0, [&](GridColumn &look) { look.list = TranslationList(list); });
+        model.sort(0, order);
+        QTEST(column(model, 0), "sorted");
+    }
 
-void TestGridModel::persistentIndexFollowsItsRow()
-{
-    GridModel model;
-    fill(model, {"c", "b", "a"});
-    const QPersistentModelIndex c = model.index(0, 1);
-    model.sort(0, Qt::AscendingOrder);
-    QCOMPARE(c.row(), 2);
-    QCOMPARE(c.column(), 1);
-    model.setRowHidden(1, true);
-    QCOMPARE(c.row(), 1);
-}
+    void findRow_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("from");
+        QTest::addColumn<Qt::CaseSensitivity>("sensitivity");
+        QTest::addColumn<bool>("full");
+        QTest::addColumn<int>("row");
+        QTest::newRow("begins, no case") << "ab" << 1 << Qt::CaseInsensitive << false << 1;
+        QTest::newRow("goes on behind") << "ab" << 2 << Qt::CaseInsensitive << false << 3;
+        QTest::newRow("case counts") << "ab" << 1 << Qt::CaseSensitive << false << 3;
+        QTest::newRow("whole text") << "ab" << 1 << Qt::CaseInsensitive << true << 3;
+        QTest::newRow("none") << "zz" << 1 << Qt::CaseInsensitive << false << -1;
+        QTest::newRow("empty begins any") << "" << 2 << Qt::CaseInsensitive << false << 2;
+        QTest::newRow("header counts from 0") << "" << 0 << Qt::CaseInsensitive << true << 0;
+    }
 
-void TestGridModel::findRow_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<int>("from");
-    QTest::addColumn<Qt::CaseSensitivity>("sensitivity");
-    QTest::addColumn<bool>("full");
-    QTest::addColumn<int>("row");
-    QTest::newRow("begins, no case") << "ab" << 1 << Qt::CaseInsensitive << false << 1;
-    QTest::newRow("goes on behind") << "ab" << 2 << Qt::CaseInsensitive << false << 3;
-    QTest::newRow("case counts") << "ab" << 1 << Qt::CaseSensitive << false << 3;
-    QTest::newRow("whole text") << "ab" << 1 << Qt::CaseInsensitive << true << 3;
-    QTest::newRow("none") << "zz" << 1 << Qt::CaseInsensitive << false << -1;
-    QTest::newRow("empty begins any") << "" << 2 << Qt::CaseInsensitive << false << 2;
-    QTest::newRow("header counts from 0") << "" << 0 << Qt::CaseInsensitive << true << 0;
-}
+    void findRow()
+    {
+        QFETCH(QString, text);
+        QFETCH(int, from);
+        QFETCH(Qt::CaseSensitivity, sensitivity);
+        QFETCH(bool, full);
+        GridModel model;
+        fill(model, {"ABC", "x", "ab"});
+        model.setRowHidden(3, true);
+        QTEST(model.findRow(text, from, 0, sensitivity, full), "row");
+    }
 
-void TestGridModel::findRow()
-{
-    QFETCH(QString, text);
-    QFETCH(int, from);
-    QFETCH(Qt::CaseSensitivity, sensitivity);
-    QFETCH(bool, full);
-    GridModel model;
-    fill(model, {"ABC", "x", "ab"});
-    model.setRowHidden(3, true);
-    QTEST(model.findRow(text, from, 0, sensitivity, full), "row");
-}
-
-void TestGridModel::shownText_data()
-{
-    QTest::addColumn<QString>("stored");
-    QTest::addColumn<QString>("format");
-    QTest::addColumn<QString>("list");
-    QTest::addColumn<QString>("shown");
-    QTest::newRow("format") << "12.345"
-                            << "###0.00"
-                            << ""
-                            << "12.35";
-    QTest::newRow("empty stays empty") << ""
-                                       << "###0.00"
-                                       << ""
-                                       << "";
-    QTest::newRow("no number stays") << "-"
-                                     << "###0.00"
-                                     << ""
-                                     << "-";
-    QTest::newRow("translated") << "4"
+    void shownText_data()
+    {
+        QTest::addColumn<QString>("stored");
+        QTest::addColumn<QString>("format");
+        QTest::addColumn<QString>("list");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("format") << "12.345"
+                                << "###0.00"
                                 << ""
-                                << "#0;Annual|#4;January-March"
-                                << "January-March";
-    QTest::newRow("not in the list") << "5"
+                                << "12.35";
+        QTest::newRow("empty stays empty") << ""
+                                           << "###0.00"
+                                           << ""
+                                           << "";
+        QTest::newRow("no number stays") << "-"
+                                         << "###0.00"
+                                         << ""
+                                         << "-";
+        QTest::newRow("translated") << "4"
+                                    << ""
+                                    << "#0;Annual|#4;January-March"
+                                    << "January-March";
+        QTest::newRow("not in the list") << "5"
+                                         << ""
+                                         << "#0;Annual"
+                                         << "5";
+        QTest::newRow("shown empty") << "0"
                                      << ""
-                                     << "#0;Annual"
-                                     << "5";
-    QTest::newRow("shown empty") << "0"
-                                 << ""
-                                 << "#0;|#1;A"
-                                 << "";
-    QTest::newRow("entry for itself") << "Cash"
-                                      << ""
-                                      << "Cash|#1;Cheque"
-                                      << "Cash";
-}
+                                     << "#0;|#1;A"
+                                     << "";
+        QTest::newRow("entry for itself") << "Cash"
+                                          << ""
+                                          << "Cash|#1;Cheque"
+                                          << "Cash";
+    }
 
-void TestGridModel::shownText()
-{
-    QFETCH(QString, stored);
-    QFETCH(QString, format);
-    QFETCH(QString, list);
-    GridModel model;
-    fill(model, {stored});
-    model.changeColumn(0, [&](GridColumn &look) {
-        look.format = format;
-        look.list = TranslationList(list);
-    });
-    QTEST(model.shownText(1, 0), "shown");
-    QCOMPARE(model.text(1, 0), stored);
-}
+    void shownText()
+    {
+        QFETCH(QString, stored);
+        QFETCH(QString, format);
+        QFETCH(QString, list);
+        GridModel model;
+        fill(model, {stored});
+        model.changeColumn(0, [&](GridColumn &look) {
+            look.format = format;
+            look.list = TranslationList(list);
+        });
+        QTEST(model.shownText(1, 0), "shown");
+        QCOMPARE(model.text(1, 0), stored);
+    }
 
-void TestGridModel::editFlags()
-{
-    GridModel model;
-    fill(model, {"-1", ""});
-    QVERIFY(!(model.index(0, 0).flags() & Qt::ItemIsEditable));
-    model.setEditable([](int row, int) { return row == 1; });
-    QVERIFY(model.index(0, 1).flags() & Qt::ItemIsEditable);
-    QVERIFY(!(model.index(1, 1).flags() & Qt::ItemIsEditable));
-    model.changeColumn(0, [](GridColumn &look) { look.check = true; });
-    QVERIFY(model.index(0, 0).flags() & Qt::ItemIsUserCheckable);
-    QCOMPARE(model.index(0, 0).data(Qt::CheckStateRole).toInt(), static_cast<int>(Qt::Checked));
-    QCOMPARE(model.index(1, 0).data(Qt::CheckStateRole).toInt(), static_cast<int>(Qt::Unchecked));
-    model.setFixedCols(1);
-    QVERIFY(!(model.index(0, 0).flags() & Qt::ItemIsUserCheckable));
-}
-
-void TestGridModel::unexposedModelTellsNothing()
-{
-    GridModel model;
-    const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
-    fill(model, {"a", "b", "c"});
-    const QSignalSpy inserted(&model, &QAbstractItemModel::rowsInserted);
-    const QSignalSpy removed(&model, &QAbstractItemModel::rowsRemoved);
-    model.setExposed(false);
-    QCOMPARE(model.rowCount(), 0);
-    model.insertGridRow({"d"});
-    model.removeGridRow(1);
-    model.setRowHidden(1, true);
-    model.setRows(3);
-    model.setRows(6);
-    model.setFixedRows(2);
-    model.setExposed(true);
-    QCOMPARE(inserted.size() + removed.size(), 0);
-    QCOMPARE(model.rowCount(), 4);
-}
+    void unexposedModelTellsNothing()
+    {
+        GridModel model;
+        const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
+        fill(model, {"a", "b", "c"});
+        const QSignalSpy inserted(&model, &QAbstractItemModel::rowsInserted);
+        const QSignalSpy removed(&model, &QAbstractItemModel::rowsRemoved);
+        model.setExposed(false);
+        QCOMPARE(model.rowCount(), 0);
+        model.insertGridRow({"d"});
+        model.removeGridRow(1);
+        model.setRowHidden(1, true);
+        model.setRows(3);
+        model.setRows(6);
+        model.setFixedRows(2);
+        model.setExposed(true);
+        QCOMPARE(inserted.size() + removed.size(), 0);
+        QCOMPARE(model.rowCount(), 4);
+    }
+};
 
 QTEST_MAIN(TestGridModel)
 #include "tst_gridmodel.moc"

@@ -97,27 +97,6 @@ private slots:
         QTEST(StatusCode(StatusPosition(stored)), "saved");
     }
 
-    void address_data()
-    {
-        QTest::addColumn<QStringList>("parts");
-        QTest::addColumn<QString>("pin");
-        QTest::addColumn<QString>("line");
-        QTest::newRow("all parts") << QStringList{"1", "Tower", "Road", "Area", "City", "Delhi"} << "110001"
-                                   << "1, Tower, Road, Area, City, Delhi-110001";
-        QTest::newRow("gaps") << QStringList{"", " Tower ", "  ", "", "City", ""} << ""
-                              << "Tower, City";
-        QTest::newRow("pin alone") << QStringList{"", ""} << "110001"
-                                   << "-110001";
-        QTest::newRow("none") << QStringList{"", " "} << ""
-                              << "";
-    }
-    void address()
-    {
-        QFETCH(QStringList, parts);
-        QFETCH(QString, pin);
-        QTEST(AddressLine(parts, pin), "line");
-    }
-
     void showsClientsByCode()
     {
         addClients({"b2=BETA", "A1=ALPHA"});
@@ -135,6 +114,36 @@ private slots:
         QCOMPARE(m_grid->TextMatrix(0, 4), QStringLiteral("Address"));
         m_grid->DispClGrid();
         QCOMPARE(shownCodes().size(), 3);
+    }
+
+    void clearingABoxKeepsTheClient()
+    {
+        addClients({"A1=ALPHA", "A2=BETA", "A3=BAKERS", "B1=BARBER"});
+        m_grid->DispClGrid();
+        m_code->setText("A");
+        m_name->setText("B");
+        m_vsf->setRow(3); // the client chosen
+        m_code->clear();
+        m_name->clear();
+        QCOMPARE(m_grid->TextMatrix(m_grid->Row(), 0), QStringLiteral("A3"));
+    }
+
+    void opensOnTheLastClientInSight()
+    {
+        QStringList clients;
+        for (int i = 100; i < 400; ++i)
+            clients << QStringLiteral("K%1=CLIENT").arg(i);
+        addClients(clients);
+        Base->code = QStringLiteral("K399");
+        ClGrd later;
+        later.DispClGrid();
+        later.SelectLastClient();
+        later.resize(900, 400);
+        later.show();
+        const auto *vsf = later.findChild<Grid *>(QStringLiteral("vsf"));
+        QTRY_VERIFY(vsf->isRowInView(300));
+        later.resize(900, 200);
+        QTRY_VERIFY(vsf->isRowInView(300));
     }
 
     void emptyOrMissingTable()
@@ -274,7 +283,7 @@ private slots:
         Base->code = "K150";
         m_grid->SelectLastClient();
         QCOMPARE(m_grid->Row(), 51);
-        QCOMPARE(m_vsf->TopRow(), 51);
+        QVERIFY(m_vsf->isRowInView(51) && !m_vsf->isRowInView(50));
         for (const char *other : {"k160", "K1", "NONE"}) {
             Base->code = other;
             m_grid->SelectLastClient();
