@@ -4,6 +4,7 @@
 #include "context/modbase.h"
 #include "controls/pelkbtn.h"
 #include "db/frmupdatedb.h"
+#include "entry/frmfbtdet.h"
 #include "frame/frmLogin.h"
 #include "frame/frmsbase.h"
 #include "frame/frmsettings.h"
@@ -15,6 +16,7 @@
 #include "masters/frmnatmas.h"
 #include "platform/clock.h"
 #include "platform/connection.h"
+#include "platform/sqltext.h"
 #include "ui_frmmain.h"
 
 #include <QLocale>
@@ -27,11 +29,9 @@ namespace {
 constexpr int escapeKey = 27;
 constexpr int tickMs = 1000;
 
-/// Loads a screen and shows it as a child of the host's window.
-template<typename S>
-void openScreen()
+bool knows(const QString &object)
 {
-    (new S(MdiForm))->openChild(MdiForm);
+    return SuiteObjects != nullptr && SuiteObjects->knows(object);
 }
 
 } // namespace
@@ -108,7 +108,8 @@ void frmmain::FORM_LOAD()
     ErrorTail tail(this);
     m_firstActivation = true;
     Base->Resize_For_Resolution(this);
-    ui->cmdbill->setVisible(SuiteObjects != nullptr && SuiteObjects->knows(QStringLiteral("PrjWexaBill.Forms")));
+    ui->cmdbill->setVisible(knows(QStringLiteral("PrjWexaBill.Forms")));
+    ui->cmdmiscinf->setVisible(knows(QStringLiteral("WexaMiscInf.ClsMain")));
     for (QWidget *ownLauncherOnly : {static_cast<QWidget *>(ui->cmdprod), static_cast<QWidget *>(ui->lbltime),
                                      static_cast<QWidget *>(ui->lbldate)})
         ownLauncherOnly->setVisible(!SuiteMode);
@@ -154,9 +155,8 @@ void frmmain::firstActivation(NoTail &none)
         leave();
         return;
     }
-    GETPASSWORD();
-    bool passed = true;
-    none([&] { passed = AdminPassword.isEmpty() || passwordGiven(); });
+    bool passed = false;
+    none([&] { passed = mayEnter(); });
     if (!passed) {
         leave();
         return;
@@ -173,9 +173,19 @@ bool frmmain::updateDatabase()
         return false;
     }
     Cnn->Execute("Delete From VerInfo");
-    Cnn->Execute("Insert Into VerInfo Values ('2.10.1')");
+    Cnn->Execute(Sql("Insert Into VerInfo Values ('", FBT_VERSION, "')"));
     Cnn->Execute("Flush Tables");
     return true;
+}
+
+/// A password that could not be read keeps everybody out: nobody can say that there is none.
+bool frmmain::mayEnter()
+{
+    if (GETPASSWORD())
+        return AdminPassword.isEmpty() || passwordGiven();
+    MsgBox(this, QStringLiteral("The administrator's password could not be read. Please start the Software again."),
+           Buttons::Ok, Icon::Critical);
+    return false;
 }
 
 bool frmmain::passwordGiven()
@@ -232,25 +242,29 @@ void frmmain::openMenuBeside(QWidget *button, QMenu *menu)
 void frmmain::MNUCLINFO_CLICK()
 {
     ErrorTail tail(this);
-    openScreen<frmclinfo>();
+    // A client that is being worked on must not get another code, or none, under the working screen.
+    if (auto *working = opened<frmfbtdet>(); working != nullptr && !working->Unload())
+        working->openChild(MdiForm);
+    else
+        openOnce<frmclinfo>(MdiForm);
 }
 
 void frmmain::MNUNATBUS_CLICK()
 {
     ErrorTail tail(this);
-    openScreen<frmnatmas>();
+    openOnce<frmnatmas>(MdiForm);
 }
 
 void frmmain::MNUEXPHEAD_CLICK()
 {
     ErrorTail tail(this);
-    openScreen<frmfbtmas>();
+    openOnce<frmfbtmas>(MdiForm);
 }
 
 void frmmain::MNUDUEDT_CLICK()
 {
     ErrorTail tail(this);
-    openScreen<frmduedts>();
+    openOnce<frmduedts>(MdiForm);
 }
 
 void frmmain::MNUCLDET_CLICK()
@@ -289,13 +303,13 @@ void frmmain::MNUREPAIR_CLICK()
 void frmmain::CMDFBTDET_CLICK()
 {
     ErrorTail tail(this);
-    openScreen<frmsbase>();
+    openOnce<frmsbase>(MdiForm);
 }
 
 void frmmain::CMDSETTINGS_CLICK()
 {
     ErrorTail tail(this);
-    openScreen<frmsettings>();
+    openOnce<frmsettings>(MdiForm);
 }
 
 void frmmain::CMDBILL_CLICK()

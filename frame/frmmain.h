@@ -37,6 +37,7 @@ private:
     void enableButtons(bool on);
     void firstActivation(NoTail &none);
     bool updateDatabase();
+    bool mayEnter();
     bool passwordGiven();
     void leave();
     bool confirmQuit();

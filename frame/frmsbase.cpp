@@ -4,6 +4,7 @@
 #include "context/modbase.h"
 #include "entry/frmfbtdet.h"
 #include "frame/selection.h"
+#include "masters/frmclinfo.h"
 #include "ui_frmsbase.h"
 
 #include <QMainWindow>
@@ -55,6 +56,8 @@ void frmsbase::PROCEED()
         MsgBox(this, QStringLiteral("Pleas Select Assessment Year."));
         return;
     }
+    if (!closeOther())
+        return;
     const int row = ui->ClGrd1->Row();
     bool taxed = true;
     tail([&] {
@@ -63,5 +66,18 @@ void frmsbase::PROCEED()
     });
     if (!taxed)
         MsgBox(this, QStringLiteral("FBT is not applicable for A.Y. 2010-11."), Buttons::Ok, Icon::Information);
-    (new frmfbtdet(MdiForm))->openChild(MdiForm);
+    openOnce<frmfbtdet>(MdiForm);
+}
+
+/// The working screen keeps the client and year that it was opened for, so it goes, by its own question, before another
+/// one is taken in hand. So does the client master, where the client chosen could get another code. False when one stays.
+bool frmsbase::closeOther()
+{
+    for (Screen *other : {static_cast<Screen *>(opened<frmfbtdet>()), static_cast<Screen *>(opened<frmclinfo>())}) {
+        if (other == nullptr || other->Unload())
+            continue;
+        other->openChild(MdiForm);
+        return false;
+    }
+    return true;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/screen.h"
+#include "platform/offer.h"
 
 #include <memory>
 
@@ -9,7 +10,7 @@ class frmsbase;
 }
 
 /// Chooses the client and the assessment year that all later screens work on.
-class frmsbase : public Screen
+class FBT_OFFERED frmsbase : public Screen
 {
     Q_OBJECT
 
@@ -22,6 +23,7 @@ public:
 
 private:
     void PROCEED();
+    bool closeOther();
 
     std::unique_ptr<Ui::frmsbase> ui;
 };

@@ -8,7 +8,6 @@
 
 #include <QIntValidator>
 #include <QPrinterInfo>
-#include <QRegularExpressionValidator>
 
 namespace {
 
@@ -33,9 +32,6 @@ frmsettings::frmsettings(QWidget *parent)
     , ui(std::make_unique<Ui::frmsettings>())
 {
     ui->setupUi(this);
-    // What cannot be scrambled cannot be typed, so that nobody believes in a password that was not kept.
-    ui->Text2->setValidator(
-        new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[^\\x00-\\x2e]*")), this));
     ui->txtlines->setValidator(new QIntValidator(0, 999, this));
     connect(ui->xpcmdbutton1, &QPushButton::clicked, this, &Screen::Unload);
     connect(ui->xpcmdbutton2, &QPushButton::clicked, this, &frmsettings::XPCMDBUTTON2_CLICK);
@@ -67,26 +63,34 @@ void frmsettings::TXTLINES_LOSTFOCUS()
 
 void frmsettings::XPCMDBUTTON2_CLICK()
 {
-    ErrorTail tail(this);
-    if (!savePassword(tail))
+    const ErrorTail tail(this);
+    if (!savePassword())
         return;
     saveSettings();
     Unload();
 }
 
-/// False when the old password was wrong: nothing is saved then.
-bool frmsettings::savePassword(ErrorTail &tail)
+/// Shows why the password was not taken, and goes back to the field.
+bool frmsettings::refusePassword(QLineEdit *field, const QString &why)
+{
+    MsgBox(this, why, Buttons::Ok, Icon::None, QStringLiteral("Login"));
+    field->setFocus();
+    field->selectAll();
+    return false;
+}
+
+/// False when the password was not taken: nothing is saved then.
+bool frmsettings::savePassword()
 {
     if (ui->Text1->text().isEmpty() && ui->Text2->text().isEmpty())
         return true;
-    if (ui->Text1->text() == AdminPassword) {
-        tail([this] { StorePassword(ui->Text2->text()); });
-        return true;
-    }
-    MsgBox(this, QStringLiteral("Invalid Password, try again!"), Buttons::Ok, Icon::None, QStringLiteral("Login"));
-    ui->Text1->setFocus();
-    ui->Text1->selectAll();
-    return false;
+    if (ui->Text1->text() != AdminPassword)
+        return refusePassword(ui->Text1, QStringLiteral("Invalid Password, try again!"));
+    const QString fault = PasswordFault(ui->Text2->text());
+    if (!fault.isEmpty())
+        return refusePassword(ui->Text2, fault);
+    return StorePassword(ui->Text2->text()) ||
+           refusePassword(ui->Text2, QStringLiteral("The password could not be saved."));
 }
 
 void frmsettings::saveSettings()

@@ -1,17 +1,16 @@
 #pragma once
 
 #include "controls/screen.h"
+#include "platform/offer.h"
 
 #include <memory>
-
-class ErrorTail;
 
 namespace Ui {
 class frmsettings;
 }
 
 /// Keeps the printers, the page length of text printing and the administrator's password.
-class frmsettings : public Screen
+class FBT_OFFERED frmsettings : public Screen
 {
     Q_OBJECT
 
@@ -24,7 +23,8 @@ public:
 private:
     void TXTLINES_LOSTFOCUS();
     void XPCMDBUTTON2_CLICK();
-    bool savePassword(ErrorTail &tail);
+    bool savePassword();
+    bool refusePassword(class QLineEdit *field, const QString &why);
     void saveSettings();
 
     std::unique_ptr<Ui::frmsettings> ui;

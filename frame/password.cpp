@@ -2,15 +2,15 @@
 
 #include "context/errortail.h"
 #include "context/modbase.h"
-#include "platform/recordset.h"
-#include "platform/write.h"
+#include "records/adminpassword.h"
 
 #include <algorithm>
 
 namespace {
 
 constexpr int shift = 47;
-constexpr QChar quote(39); // would end the text in the statement
+constexpr int longest = 10; // characters that the table has room for
+constexpr QChar quote(39);  // would end the text in the statement
 constexpr QChar comma(44);
 
 } // namespace
@@ -19,7 +19,7 @@ QString ScramblePassword(const QString &plain)
 {
     QString scrambled;
     for (const QChar c : plain) {
-        if (!CanScramble(c))
+        if (c.unicode() < shift)
             throw FaultError(FaultNumber::TypeMismatch,
                              QStringLiteral("The password holds a character below code 47."));
         scrambled.prepend(QChar(c.unicode() - shift));
@@ -27,9 +27,15 @@ QString ScramblePassword(const QString &plain)
     return scrambled.replace(quote, comma);
 }
 
-bool CanScramble(QChar c)
+QString PasswordFault(const QString &plain)
 {
-    return c.unicode() >= shift;
+    if (plain.size() > longest)
+        return QStringLiteral("A password has at most %1 characters.").arg(longest);
+    for (const QChar c : plain) {
+        if (c.unicode() < shift)
+            return QStringLiteral("A password cannot hold the character \"%1\".").arg(c);
+    }
+    return {};
 }
 
 QString UnscramblePassword(const QString &scrambled)
@@ -42,28 +48,20 @@ QString UnscramblePassword(const QString &scrambled)
     return plain;
 }
 
-void GETPASSWORD()
+bool GETPASSWORD()
 {
-    ErrorTail tail(QStringLiteral("MODBASE"));
-    Cnn->Execute("Create Table if not Exists TableMP (Val1 Varchar(10))");
-    Cnn->Execute("Flush Tables");
-    QString stored;
-    Recordset rows;
-    if (!rows.Open("TableMP", Cnn))
-        return;
-    if (rows.empty()) {
-        Cnn->Execute("Insert into TableMP Values('')");
-        Cnn->Execute("Flush Tables");
-    } else {
-        stored = rows.Fields(u"Val1").text();
-    }
-    AdminPassword = UnscramblePassword(stored);
+    const ErrorTail tail(QStringLiteral("MODBASE"));
+    const Reading<QString> stored = ReadAdminPassword(Cnn);
+    if (stored.failed())
+        return false;
+    AdminPassword = UnscramblePassword(*stored);
+    return true;
 }
 
-void StorePassword(const QString &plain)
+bool StorePassword(const QString &plain)
 {
-    const QString scrambled = ScramblePassword(plain);
-    AdminPassword = plain;
-    Write(Cnn, "Delete from TableMP");
-    Write(Cnn, Sql("Insert into TableMP Values('", scrambled, "')"));
+    const bool stored = WriteAdminPassword(Cnn, ScramblePassword(plain));
+    if (stored)
+        AdminPassword = plain;
+    return stored;
 }

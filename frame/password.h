@@ -12,11 +12,13 @@ FBT_OFFERED QString ScramblePassword(const QString &plain);
 /// The mirror of ScramblePassword.
 FBT_OFFERED QString UnscramblePassword(const QString &scrambled);
 
-/// Whether a password of these characters can be kept.
-FBT_OFFERED bool CanScramble(QChar c);
+/// Why a password cannot be kept, for the user to read; empty when it can.
+QString PasswordFault(const QString &plain);
 
-/// Reads the password of `TableMP` into `AdminPassword`, making the table and its row where they are missing.
-FBT_OFFERED void GETPASSWORD();
+/// Reads the stored password into `AdminPassword`. False, and no change, when it could not be read: whether there is one
+/// is then not known.
+FBT_OFFERED bool GETPASSWORD();
 
-/// Stores `AdminPassword` := `plain`. A password that cannot be scrambled is a fault and changes nothing (FaultError).
-FBT_OFFERED void StorePassword(const QString &plain);
+/// Stores `AdminPassword` := `plain`. False, and no change, when it could not be stored; a password that cannot be
+/// scrambled is a fault (FaultError).
+FBT_OFFERED bool StorePassword(const QString &plain);

@@ -157,6 +157,17 @@ private slots:
         QVERIFY(!m_window->isVisible());
     }
 
+    void unreadablePasswordKeepsEverybodyOut()
+    {
+        for (const char *statement :
+             {"Create Table Kept (Val1 Varchar(10))", "Create View TableMP as Select * from Kept", "Drop Table Kept"})
+            Cnn->Execute(QLatin1String(statement));
+        show();
+        QCOMPARE(m_answerer.texts().size(), 1);
+        QCOMPARE(m_module->base.calls, QStringList("TerminateObj"));
+        QVERIFY(!m_window->isVisible());
+    }
+
     void quit_data()
     {
         QTest::addColumn<bool>("suite");
@@ -198,7 +209,8 @@ private slots:
         show();
         for (const char *name : {"cmdprod", "lbltime", "lbldate"})
             QVERIFY2(!control<QWidget>(name)->isVisible(), name);
-        QVERIFY(!control<PelkBtn>("cmdbill")->isVisible()); // no billing module is registered
+        for (const char *name : {"cmdbill", "cmdmiscinf"}) // nothing is registered for them
+            QVERIFY2(!control<QWidget>(name)->isVisible(), name);
     }
 };
 

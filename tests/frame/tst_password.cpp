@@ -1,5 +1,7 @@
 #include "frame/password.h"
 
+#include "frame/frmsettings.h"
+#include "tests/support/screenuser.h"
 #include "tests/support/testmodule.h"
 
 #include <QTest>
@@ -62,17 +64,32 @@ private slots:
         QCOMPARE(module.rows(QStringLiteral("Select Count(*) from TableMP")), QStringList("1"));
     }
 
-    void charactersBelow47ChangeNothing()
+    void refusesBeforeAnythingIsSaved_data()
+    {
+        QTest::addColumn<QString>("password");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("character that cannot be scrambled") << "NEW+ONE"
+                                                            << "A password cannot hold the character \"+\".";
+        QTest::newRow("too long to be kept whole") << "LONGERTHAN9"
+                                                   << "A password has at most 10 characters.";
+    }
+    void refusesBeforeAnythingIsSaved()
     {
         TestModule module(*server);
-        GETPASSWORD();
-        StorePassword(QStringLiteral("FIRST"));
-        QVERIFY_THROWS_EXCEPTION(FaultError, StorePassword(QStringLiteral("NEW+ONE")));
+        QVERIFY(GETPASSWORD() && StorePassword(QStringLiteral("FIRST")));
+        ScreenUser user;
+        const auto *settings = user.open<frmsettings>();
+        user.type("Text1", "FIRST");
+        QFETCH(QString, password);
+        user.paste("Text2", password);
+        user.click("xpcmdbutton2");
+        QTEST(user.said().join(u'|'), "message");
+        QVERIFY(settings->isLoaded());
+        QVERIFY(GETPASSWORD());
         QCOMPARE(AdminPassword, QStringLiteral("FIRST"));
-        GETPASSWORD();
-        QCOMPARE(AdminPassword, QStringLiteral("FIRST"));
+        QCOMPARE(module.base.GetSettingINI("Settings", "LinesPP", "none"), QStringLiteral("none"));
     }
 };
 
-QTEST_GUILESS_MAIN(TestPassword)
+QTEST_MAIN(TestPassword)
 #include "tst_password.moc"

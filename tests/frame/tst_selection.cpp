@@ -1,9 +1,13 @@
 #include "frame/selection.h"
 
 #include "calc/modfbtcalc.h"
+#include "entry/frmfbtdet.h"
+#include "frame/frmsbase.h"
 #include "platform/clock.h"
+#include "tests/support/screenuser.h"
 #include "tests/support/testmodule.h"
 
+#include <QMainWindow>
 #include <QTest>
 
 Q_GLOBAL_STATIC(TestServer, server)
@@ -73,7 +77,37 @@ private slots:
         QVERIFY(!EmpBoth && IndiaEmp == 0);
         QCOMPARE(module.logLines(), QStringList());
     }
+
+    /// In a plain window every screen has a window of its own, and another client can be chosen beside the working screen.
+    void workingScreenKeepsItsClient()
+    {
+        TestModule module(*server);
+        QMainWindow host;
+        MdiForm = &host;
+        Cnn->Execute("Create Table FBT_Info (Code_no Varchar(50), Name Varchar(50), ClStatus Int, SurApp Varchar(9))");
+        Cnn->Execute("Insert into FBT_Info Values ('A1','ALPHA',16,''),('B1','BETA',16,'')");
+        ScreenUser user;
+        user.open<frmsbase>(&host);
+        user.grid("vsf")->setFocus();
+        user.key(Qt::Key_Return);
+        const QPointer<frmfbtdet> first = Screen::opened<frmfbtdet>();
+        QVERIFY(first && first->windowTitle().contains("ALPHA"));
+
+        const auto chooseBeta = [&](Reply reply) {
+            user.grid("vsf")->setFocus();
+            user.grid("vsf")->setRow(2);
+            user.answers({reply});
+            QTest::keyClick(user.grid("vsf"), Qt::Key_Return);
+        };
+        chooseBeta(Reply::No);
+        QCOMPARE(Screen::opened<frmfbtdet>(), first.data());
+        QCOMPARE(Base->code, QString("A1"));
+        chooseBeta(Reply::Yes);
+        QCOMPARE(Base->code, QString("B1"));
+        QVERIFY(Screen::opened<frmfbtdet>()->windowTitle().contains("BETA"));
+        user.said();
+    }
 };
 
-QTEST_GUILESS_MAIN(TestSelection)
+QTEST_MAIN(TestSelection)
 #include "tst_selection.moc"
