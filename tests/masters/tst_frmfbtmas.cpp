@@ -291,6 +291,7 @@ private slots:
         openItems("2008-09", 5);
         m_user->click("cmdmodifyded");
         Grid *vsfr = m_user->grid("vsfr");
+        vsfr->setCell(5, 1); // the rate left last: the first one gets current with the focus, and must not open
         QTest::mouseClick(vsfr->viewport(), Qt::LeftButton, {}, cellCentre(vsfr, 3));
         QCoreApplication::processEvents();
         QCOMPARE(vsfr->Row(), 3);
@@ -299,6 +300,12 @@ private slots:
         QTest::mouseClick(vsfr->viewport(), Qt::LeftButton, {}, cellCentre(vsfr, 1));
         QCOMPARE(vsfr->Row(), 1);
         QCOMPARE(vsfr->TextMatrix(4, 1), QString("9.00"));
+        m_user->key(Qt::Key_Escape);
+        QVERIFY(!vsfr->isEditing());
+        m_user->key(Qt::Key_Return); // Enter goes down from a rate that is not open, too
+        QVERIFY(vsfr->Row() == 2 && vsfr->isEditing());
+        m_user->key(Qt::Key_Tab);
+        QVERIFY(!vsfr->isEditing() && !vsfr->hasFocus());
     }
 
     void aRateStillInEditIsSaved()
