@@ -104,7 +104,7 @@ void KeyPlayer::step()
         closeAll();
         return;
     }
-    const std::array<int, 4> pauses{0, 1, 5, 60};
+    const std::array<int, 4> pauses{0, 0, 5, 50};
     QTimer::singleShot(pauses.at(static_cast<std::size_t>(upTo(4))), this, &KeyPlayer::step);
     QWidget *window = windowInFront();
     if (window != nullptr)

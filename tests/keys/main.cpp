@@ -22,6 +22,13 @@ void addEmployers(Connection &connection)
         .expense(2007, 2, 7, 65, 2300);
 }
 
+/// Clicks that no control takes are part of the game; only what is worse than a warning is told.
+void tellFaults(QtMsgType type, const QMessageLogContext &context, const QString &text)
+{
+    if (type == QtCriticalMsg || type == QtFatalMsg)
+        fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, text)));
+}
+
 int play(int rounds, quint32 firstSeed)
 {
     const QTemporaryDir scratch;
@@ -55,6 +62,7 @@ int play(int rounds, quint32 firstSeed)
 int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    qInstallMessageHandler(tellFaults);
     Application application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     const QStringList arguments = QCoreApplication::arguments();
