@@ -96,16 +96,22 @@ private:
     bool openMenu(const QContextMenuEvent *event)
     {
         QMenu *menu = m_field->createStandardContextMenu();
-        if (auto *entry = menu->findChild<QAction *>(QStringLiteral("edit-paste"))) {
-            entry->disconnect(m_field);
-            connect(entry, &QAction::triggered, this, [this] {
-                if (!paste(QApplication::clipboard()->text()))
-                    m_field->paste();
-            });
+        for (QAction *entry : menu->actions()) {
+            if (entry->text().startsWith(QLineEdit::tr("&Paste")))
+                pasteBy(entry);
         }
         menu->setAttribute(Qt::WA_DeleteOnClose);
         menu->popup(event->globalPos());
         return true;
+    }
+
+    void pasteBy(const QAction *entry)
+    {
+        entry->disconnect(m_field);
+        connect(entry, &QAction::triggered, this, [this] {
+            if (!paste(QApplication::clipboard()->text()))
+                m_field->paste();
+        });
     }
 
     bool released(const QMouseEvent *event)

@@ -29,7 +29,7 @@ QChar mnemonicOf(const QString &caption)
 
 void pressLetter(QWidget *target, QChar letter)
 {
-    if (letter.unicode() < 0x7f && target != nullptr)
+    if (letter.unicode() < 0x7f && letter.isLetterOrNumber() && target != nullptr)
         QTest::keyClick(target, letter.toLatin1(), Qt::AltModifier);
 }
 
