@@ -45,7 +45,7 @@ int play(int rounds, quint32 firstSeed)
     KeyPlayer player(program.window(), rounds, firstSeed);
     QObject::connect(&player, &KeyPlayer::finished, qApp, [&played] {
         played = 0;
-        QCoreApplication::quit();
+        QCoreApplication::exit(0); // quit() would ask the windows
     });
     QTimer::singleShot(0, qApp, [&] {
         program.show();
