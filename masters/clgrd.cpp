@@ -267,7 +267,7 @@ void ClGrd::emptyBoxes()
 
 void ClGrd::showCount(int count)
 {
-    lblcount->setText(Sql(" No. of Records : ", count, " "));
+    lblcount->setText(Joined(" No. of Records : ", count, " "));
 }
 
 void ClGrd::TEXT1_CHANGE()
