@@ -1,9 +1,12 @@
 #include "context/errortail.h"
 
+#include "context/faultnotice.h"
 #include "context/modbase.h"
 #include "platform/clock.h"
+#include "platform/ownfiles.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QObject>
 
 namespace {
@@ -13,6 +16,19 @@ ErrorTail *innermost = nullptr; // the tail in force, part of the module's state
 QString onOneLine(QString text)
 {
     return text.replace(u'\r', u' ').replace(u'\n', u' ').replace(u'\t', u' ');
+}
+
+/// A full log becomes `.1`, the one before `.2`, and so on; the oldest goes.
+void rotate(const QString &path)
+{
+    constexpr qint64 full = 2 * 1024 * 1024;
+    constexpr int files = 5;
+    if (QFileInfo(path).size() < full)
+        return;
+    const auto name = [&path](int age) { return age == 0 ? path : path + u'.' + QString::number(age); };
+    QFile::remove(name(files - 1));
+    for (int age = files - 1; age > 0; --age)
+        QFile::rename(name(age - 1), name(age));
 }
 
 } // namespace
@@ -55,6 +71,7 @@ void ErrorTail::take(const Fault &fault)
         return;
     ErrText = m_place;
     LogFault(fault);
+    Notify(fault);
 }
 
 void ErrorTail::dispatch(const Fault &fault)
@@ -67,9 +84,12 @@ void LogFault(const Fault &fault)
 {
     if (fault.number == 0 || Base == nullptr)
         return;
-    QFile log(Base->AppPath + QStringLiteral("/FBTLogger.log"));
+    const QString path = Base->AppPath + QStringLiteral("/FBTLogger.log");
+    rotate(path);
+    QFile log(path);
     if (!log.open(QIODevice::Append | QIODevice::Text))
         return;
+    KeepPrivate(path);
     const QStringList line{Now().toString(u"dd/MM/yyyy HH:mm:ss"), QString::number(fault.number),
                            onOneLine(fault.description), onOneLine(fault.source), ErrText};
     log.write(line.join(u'\t').toUtf8() + '\n');

@@ -69,5 +69,6 @@ public:
 };
 
 /// Appends one line to `FBTLogger.log` in the application folder: date and time, number, description, source and
-/// `ErrText`, with a tab between them. Fault number 0 writes nothing; a file that cannot be written is ignored.
+/// `ErrText`, with a tab between them. Fault number 0 writes nothing; a file that cannot be written is ignored. Only the
+/// user can read the file. At 2 MB it is put aside as `FBTLogger.log.1`, and of those four are kept.
 FBT_OFFERED void LogFault(const Fault &fault);

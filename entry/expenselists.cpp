@@ -39,7 +39,7 @@ QString displayList(const std::vector<ExpenseChoice> &list)
 {
     QStringList entries;
     for (const ExpenseChoice &choice : list)
-        entries << Sql("#", choice.id, ";", choice.text);
+        entries << Joined("#", choice.id, ";", choice.text);
     return entries.join(u'|');
 }
 

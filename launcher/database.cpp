@@ -57,6 +57,8 @@ bool LauncherDatabase::openServer(QString *why)
         if (!m_server->start(why))
             return false;
         m_address = m_server->address();
+        for (Connection *connection : {&m_connection, &m_suite})
+            connection->setReviver([this] { return m_server->revive(); });
     }
     if (m_address.schema.isEmpty())
         m_address.schema = m_settings.schema;

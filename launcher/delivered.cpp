@@ -1,5 +1,7 @@
 #include "launcher/delivered.h"
 
+#include "platform/ownfiles.h"
+
 #include <QCryptographicHash>
 #include <QDir>
 #include <QDirIterator>
@@ -89,6 +91,7 @@ bool TopUpApplicationFolder(const QString &from, const QStringList &folders, con
         *why = QStringLiteral("The application folder %1 cannot be made.").arg(appPath);
     if (!why->isEmpty())
         return false;
+    KeepPrivate(appPath);
     const Checksums before = readChecksums(appPath);
     Checksums known = before;
     for (const QString &folder : folders) {

@@ -2,11 +2,13 @@
 
 #include "platform/offer.h"
 
+#include <QElapsedTimer>
 #include <QMainWindow>
 
 class ScreenStack;
 
 /// The host's main window: the screens lie on its stack, the reports write into its status bar `TXStatusBar1`.
+/// There, too, it says what could not be saved: for ten seconds at least, and until the user goes on.
 /// Closing it closes the screens from the top down, each with its own question.
 class FBT_OFFERED MainWindow : public QMainWindow
 {
@@ -14,11 +16,17 @@ class FBT_OFFERED MainWindow : public QMainWindow
 
 public:
     MainWindow();
+    ~MainWindow() override;
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    void showNotice(const QString &line);
+
+    QString m_notice;
+    QElapsedTimer m_noticeAge;
     ScreenStack *m_screens;
     bool m_closing = false;
 };

@@ -26,6 +26,7 @@ struct SampleYear
     std::optional<SampleStaff> staff;
     std::vector<Salary> salaries;
     std::vector<Expense> expenses;
+    std::vector<int> expenseLines; ///< where each of them stands in the data file
     std::vector<Payment> challans;
 };
 
@@ -42,5 +43,8 @@ struct FBT_OFFERED SampleEmployer
     int status = -1; ///< `FBT_Info.ClStatus`
     QString surchargeYears = QStringLiteral("00000");
     std::vector<int> natures;
+    QString file;        ///< the data file
+    int codeLine = 0;    ///< line of the code
+    int naturesLine = 0; ///< line of the natures
     std::vector<SampleYear> years;
 };

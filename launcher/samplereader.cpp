@@ -71,8 +71,9 @@ QString plainText(const QStringList &words)
 class SampleParser
 {
 public:
-    void record(const QStringList &words)
+    void record(const QStringList &words, int line)
     {
+        m_line = line;
         const auto found = records().constFind(words[0]);
         if (found == records().constEnd())
             refuse(QStringLiteral("there is no record \"%1\"").arg(words[0]));
@@ -141,6 +142,8 @@ private:
             {QStringLiteral("state"), &SampleEmployer::state},
             {QStringLiteral("pin"), &SampleEmployer::pin}};
         once(words);
+        if (words[0] == u"employer")
+            m_employer.codeLine = m_line;
         m_employer.*places.value(words[0]) = plainText(words);
     }
 
@@ -171,6 +174,7 @@ private:
     {
         constexpr int highest = 1000;
         once(words);
+        m_employer.naturesLine = m_line;
         for (const QString &word : words.mid(1))
             m_employer.natures.push_back(wholeNumber(word, 1, highest, QStringLiteral("a nature of business")));
     }
@@ -216,6 +220,7 @@ private:
         expense.expId = wholeNumber(words[3], 1, highest, QStringLiteral("an expense item"));
         expense.amount = rupees(words[4]);
         year(words).expenses.push_back(expense);
+        year(words).expenseLines.push_back(m_line);
     }
 
     void readChallan(const QStringList &words)
@@ -239,6 +244,7 @@ private:
     }
 
     SampleEmployer m_employer;
+    int m_line = 0;
     QSet<QString> m_seen;
 };
 
@@ -289,9 +295,11 @@ std::optional<SampleEmployer> ReadSample(QIODevice &data, const QString &fileNam
             ++line;
             const QStringList words = wordsOf(QString::fromUtf8(data.readLine()));
             if (!words.isEmpty())
-                parser.record(words);
+                parser.record(words, line);
         }
-        return parser.employer();
+        SampleEmployer employer = parser.employer();
+        employer.file = fileName;
+        return employer;
     } catch (const Mistake &mistake) {
         *why = QStringLiteral("%1:%2: %3").arg(fileName).arg(line).arg(mistake.text);
         return std::nullopt;

@@ -9,9 +9,13 @@
 #include "launcher/samplereader.h"
 #include "launcher/samplereport.h"
 #include "platform/connection.h"
+#include "records/law.h"
+#include "records/natures.h"
 
 #include <QDir>
 #include <QTextStream>
+
+#include <algorithm>
 
 namespace {
 
@@ -21,6 +25,48 @@ bool storeAll(Connection &connection, const std::vector<SampleEmployer> &employe
     for (const SampleEmployer &employer : employers)
         stored = StoreSample(connection, employer) && stored;
     return stored;
+}
+
+QString mistakeAt(const SampleEmployer &employer, int line, const QString &text)
+{
+    return QStringLiteral("%1:%2: %3").arg(employer.file).arg(line).arg(text);
+}
+
+/// The first nature of a stored employer that the masters do not have: nothing would be computed for it.
+QString unknownNature(Connection &connection, const SampleEmployer &employer)
+{
+    const RowsRead<Nature> known = ClientNatures(&connection, employer.code);
+    for (const int nature : employer.natures) {
+        if (!known.failed() && !std::ranges::count(*known, nature, &Nature::srNo))
+            return mistakeAt(employer, employer.naturesLine, QStringLiteral("there is no nature %1").arg(nature));
+    }
+    return {};
+}
+
+/// The first expense item that the year's masters do not have; likewise.
+QString unknownItem(Connection &connection, const SampleEmployer &employer)
+{
+    for (const SampleYear &year : employer.years) {
+        const RowsRead<ExpenseItem> known = ExpenseItems(&connection, year.year);
+        for (std::size_t i = 0; i < year.expenses.size() && !known.failed(); ++i) {
+            const int item = year.expenses[i].expId;
+            if (!std::ranges::count(*known, item, &ExpenseItem::srNo))
+                return mistakeAt(employer, year.expenseLines[i],
+                                 QStringLiteral("there is no expense item %1 in %2").arg(item).arg(year.year));
+        }
+    }
+    return {};
+}
+
+bool allKnown(Connection &connection, const std::vector<SampleEmployer> &employers, QString *why)
+{
+    for (const SampleEmployer &employer : employers) {
+        if (why->isEmpty())
+            *why = unknownNature(connection, employer);
+        if (why->isEmpty())
+            *why = unknownItem(connection, employer);
+    }
+    return why->isEmpty();
 }
 
 void computeAll(const std::vector<SampleEmployer> &employers, QTextStream &out)
@@ -47,6 +93,14 @@ std::vector<SampleEmployer> ReadSamples(const QString &folder, QString *why)
         std::optional<SampleEmployer> employer = ReadSampleFile(QDir(folder).filePath(file), why);
         if (!employer)
             return {};
+        const auto twice = std::ranges::find_if(employers, [&](const SampleEmployer &other) {
+            return other.code.compare(employer->code, Qt::CaseInsensitive) == 0;
+        });
+        if (twice != employers.end()) {
+            *why = mistakeAt(*employer, employer->codeLine,
+                             QStringLiteral("the code %1 is in %2 already").arg(employer->code, twice->file));
+            return {};
+        }
         employers.push_back(std::move(*employer));
     }
     return employers;
@@ -63,11 +117,11 @@ bool RunSamples(Connection &connection, BaseObject &base, const std::vector<Samp
     {
         ErrorTail tail(QStringLiteral("LAUNCHER"));
         UpdateDatabase(&connection);
-        if (storeAll(connection, employers))
+        if (storeAll(connection, employers) && allKnown(connection, employers, why))
             computeAll(employers, out);
     }
     // The procedures go on after a fault; figures that may be incomplete must not pass for whole ones.
-    if (!ErrText.isEmpty())
+    if (!ErrText.isEmpty() && why->isEmpty())
         *why = QStringLiteral("The sample employers were not computed in full; FBTLogger.log in %1 tells why.")
                    .arg(base.AppPath);
     connection.setFaultHandler({});

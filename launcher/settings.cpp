@@ -1,8 +1,11 @@
 #include "launcher/settings.h"
 
+#include "platform/ownfiles.h"
 #include "platform/settingsfile.h"
 
+#include <QFile>
 #include <QFileInfo>
+#include <QHash>
 #include <QRegularExpression>
 #include <QStandardPaths>
 
@@ -28,7 +31,7 @@ public:
         bool number = false;
         const int port = value.toInt(&number);
         if (!value.isEmpty() && (!number || port < 1 || port > highest))
-            refuse(key, QStringLiteral("\"%1\" is not a port number from 1 to 65535").arg(value));
+            refuse(key, QStringLiteral("that is not a port number from 1 to 65535"));
         return port;
     }
 
@@ -38,8 +41,30 @@ public:
         static const QRegularExpression plain(QStringLiteral("^[A-Za-z0-9_]{1,64}$"));
         const QString value = text(key);
         if (!value.isEmpty() && !plain.match(value).hasMatch())
-            refuse(key, QStringLiteral("\"%1\" is not a schema name of letters, digits and underscores").arg(value));
+            refuse(key, QStringLiteral("that is not a schema name of letters, digits and underscores"));
         return value.isEmpty() ? usual : value;
+    }
+
+    ServerAddress::Tls tls(const QString &key)
+    {
+        using Tls = ServerAddress::Tls;
+        static const QHash<QString, Tls> words{{QString(), Tls::Preferred},
+                                               {QStringLiteral("preferred"), Tls::Preferred},
+                                               {QStringLiteral("required"), Tls::Required},
+                                               {QStringLiteral("off"), Tls::Off}};
+        const auto found = words.constFind(text(key).toLower());
+        if (found != words.constEnd())
+            return *found;
+        refuse(key, QStringLiteral("say required, preferred or off"));
+        return Tls::Required;
+    }
+
+    QString file(const QString &key)
+    {
+        const QString path = text(key);
+        if (!path.isEmpty() && !QFileInfo(path).isReadable())
+            refuse(key, QStringLiteral("that file cannot be read"));
+        return path;
     }
 
     void refuse(const QString &key, const QString &what)
@@ -71,6 +96,53 @@ bool readable(const QString &path, QString *why)
     return why->isEmpty();
 }
 
+/// The keys that a section may have; none named: any key, which the program itself has written there.
+const QHash<QString, QStringList> &sections()
+{
+    static const QHash<QString, QStringList> known{
+        {QStringLiteral("Server"), QStringLiteral("host port socket user password schema tls ca").split(u' ')},
+        {QStringLiteral("Suite"), {QStringLiteral("schema")}},
+        {QStringLiteral("EPay"), QStringLiteral("driver browser portal").split(u' ')},
+        {QStringLiteral("Settings"), {}},
+        {QStringLiteral("Windows"), {}},
+    };
+    return known;
+}
+
+/// Why a line of the file cannot stand there, without the value in it; empty when it can.
+QString mistakeIn(const QString &line, QString &section)
+{
+    if (line.isEmpty() || line.startsWith(u';') || line.startsWith(u'#'))
+        return {};
+    if (line.startsWith(u'[')) {
+        section = line.mid(1).chopped(line.endsWith(u']') ? 1 : 0).trimmed();
+        return sections().contains(section) ? QString() : QStringLiteral("there is no section [%1]").arg(section);
+    }
+    const QString key = line.section(u'=', 0, 0).trimmed();
+    const QStringList keys = sections().value(section);
+    if (section.isEmpty() || (!keys.isEmpty() && !keys.contains(key)))
+        return QStringLiteral("there is no key %1 in the section [%2]").arg(key, section);
+    static const QRegularExpression escaped(QStringLiteral(R"(\\.)"));
+    const bool open = QString(line).remove(escaped).count(u'"') % 2 != 0;
+    return open ? QStringLiteral("the value of %1 has a quote without its partner").arg(key) : QString();
+}
+
+bool wellFormed(const QString &path, QString *why)
+{
+    QFile file(path);
+    QString section;
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        return !file.exists();
+    for (int number = 1; !file.atEnd(); ++number) {
+        const QString mistake = mistakeIn(QString::fromUtf8(file.readLine()).trimmed(), section);
+        if (mistake.isEmpty())
+            continue;
+        *why = QStringLiteral("The settings file %1 is wrong in line %2: %3.").arg(path).arg(number).arg(mistake);
+        return false;
+    }
+    return true;
+}
+
 bool hasServer(const QString &path)
 {
     QSettings file(path, QSettings::IniFormat);
@@ -85,6 +157,8 @@ ServerAddress readServer(SectionReader &server)
     address.socket = server.text(QStringLiteral("socket"));
     address.user = server.text(QStringLiteral("user"));
     address.password = server.text(QStringLiteral("password"));
+    address.tls = server.tls(QStringLiteral("tls"));
+    address.ca = server.file(QStringLiteral("ca"));
     if (address.host.isEmpty() == address.socket.isEmpty())
         server.refuse(QStringLiteral("host"), QStringLiteral("name either a host or a socket"));
     if (address.user.isEmpty())
@@ -102,8 +176,12 @@ QString UserSettingsFile()
 std::optional<LauncherSettings> ReadLauncherSettings(const QString &path, QString *why)
 {
     why->clear();
-    if (!readable(path, why))
+    if (!readable(path, why) || !wellFormed(path, why))
         return std::nullopt;
+    if (QFileInfo::exists(path)) {
+        KeepPrivate(path);
+        KeepPrivate(QFileInfo(path).path());
+    }
     LauncherSettings settings;
     SectionReader server(path, QStringLiteral("Server"));
     SectionReader suite(path, QStringLiteral("Suite"));

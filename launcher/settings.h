@@ -13,6 +13,8 @@
 ///     host, port          or
 ///     socket              one of host and socket, not both
 ///     user, password
+///     tls                 required, preferred (whenever the server offers it; so too without this key) or off
+///     ca                  file with the authority that must have signed the server's certificate
 ///     schema              the module's schema, `pelkfbt` when it is not named
 ///     [Suite]
 ///     schema              the suite's own schema on the same server, only read; absent: there is none
@@ -29,5 +31,7 @@ struct FBT_OFFERED LauncherSettings
 FBT_OFFERED QString UserSettingsFile();
 
 /// Reads a settings file; one that does not exist gives the settings of the private server.
+/// The file is made readable for the user alone. An unknown section or key is a mistake, so that a slip of the pen does not
+/// open another database; values are never part of the sentence, since one of them is the password.
 /// On a mistake in it the result is empty and `why` is one sentence that names the file and the key.
 FBT_OFFERED std::optional<LauncherSettings> ReadLauncherSettings(const QString &path, QString *why);

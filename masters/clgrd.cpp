@@ -236,7 +236,7 @@ void ClGrd::emptyBoxes()
 
 void ClGrd::showCount(int count)
 {
-    lblcount->setText(Sql(" No. of Records : ", count, " "));
+    lblcount->setText(Joined(" No. of Records : ", count, " "));
 }
 
 /// @param box where the text changed; clearing it only shows more clients, so one that shows stays current

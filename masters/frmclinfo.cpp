@@ -352,7 +352,7 @@ bool frmclinfo::askDeleteNature(int row)
         return !m_natures.contains(Val(nature));
     if (!*there)
         return true;
-    const QString question = Sql("Do you want to Delete Details of '", ui->vsfn->TextMatrix(row, NatDesc), "'?");
+    const QString question = Joined("Do you want to Delete Details of '", ui->vsfn->TextMatrix(row, NatDesc), "'?");
     if (MsgBox(this, question, Buttons::YesNo, Icon::Question, {}, 2) != Reply::Yes)
         return false;
     Cnn->Execute(Sql("Delete from FBT_Detail", details));

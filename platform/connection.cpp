@@ -1,187 +1,185 @@
 #include "platform/connection.h"
 
-#include <QSqlDriver>
-#include <QSqlError>
-#include <QSqlQuery>
-#include <QUuid>
+#include "platform/session.h"
 
-#include <mysql.h>
-#include <sys/socket.h>
+#include <QThread>
 
 #include <algorithm>
-#include <cerrno>
 
 namespace {
 
 constexpr int serverGone = 2006; // the statement was not sent
-
-// Lost under way: by the network, by a server that goes down, by one that ends its connections.
-constexpr int losses[] = {serverGone, 2013, 2055, 1053, 1927};
-
+constexpr int lostUnderWay = 2013;
+constexpr int nodeNotReady = 1047; // a cluster's node that takes no statement at present
 constexpr int deadlock = 1213;
 constexpr int lockWait = 1205;
+
+// Lost by the network, by a server that goes down, by one that ends its connections.
+constexpr int losses[] = {serverGone, lostUnderWay, nodeNotReady, 2055, 1053, 1927};
+
+constexpr int tries = 5;
 
 bool isLoss(const Fault &fault)
 {
     return std::find(std::begin(losses), std::end(losses), fault.number) != std::end(losses);
 }
 
-Fault faultOf(const QSqlError &error)
+bool isRefusedLock(const Fault &fault)
 {
-    const int number = error.nativeErrorCode().toInt();
-    const QString text = error.databaseText().isEmpty() ? error.driverText() : error.databaseText();
-    return {number != 0 ? number : FaultNumber::General, text, QStringLiteral("MariaDB")};
+    return fault.number == deadlock || fault.number == lockWait;
+}
+
+Doing doingOf(const QString &statement)
+{
+    const QString word = statement.trimmed().section(u' ', 0, 0).toLower();
+    if (word == u"select" || word == u"show" || word == u"explain")
+        return Doing::Read;
+    if (word == u"delete")
+        return Doing::Delete;
+    const bool saves = word == u"insert" || word == u"update" || word == u"replace" || word == u"commit";
+    return saves ? Doing::Save : Doing::Other;
+}
+
+bool canBeSentAgain(const Fault &fault, const QString &statement)
+{
+    if (fault.number == serverGone || fault.number == nodeNotReady || isRefusedLock(fault))
+        return true;
+    return isLoss(fault) && doingOf(statement) == Doing::Read;
 }
 
 } // namespace
 
-Connection::Connection()
-    : m_name(QUuid::createUuid().toString(QUuid::Id128))
-{
-}
+Connection::Connection() = default;
 
-Connection::~Connection()
-{
-    close();
-}
+Connection::~Connection() = default;
 
 bool Connection::open(const ServerAddress &address, Fault *why)
 {
     close();
     m_grouped = false;
     m_address = address;
-    m_wanted = connectNow(why);
+    Fault fault;
+    m_wanted = connectNow(&fault);
+    if (why != nullptr && !m_wanted)
+        *why = fault;
     return m_wanted;
 }
 
 void Connection::close()
 {
     m_wanted = false;
-    if (QSqlDatabase::contains(m_name))
-        QSqlDatabase::removeDatabase(m_name);
+    m_session.reset();
 }
 
 bool Connection::connectNow(Fault *why)
 {
-    if (!QSqlDatabase::contains(m_name))
-        QSqlDatabase::addDatabase(QStringLiteral("QMYSQL"), m_name);
-    QSqlDatabase database = QSqlDatabase::database(m_name, false);
-    database.close();
-    database.setHostName(m_address.socket.isEmpty() ? m_address.host : QStringLiteral("localhost"));
-    if (m_address.port != 0)
-        database.setPort(m_address.port);
-    database.setUserName(m_address.user);
-    database.setPassword(m_address.password);
-    database.setDatabaseName(m_address.schema);
-    database.setConnectOptions(m_address.socket.isEmpty() ? QStringLiteral("MYSQL_OPT_CONNECT_TIMEOUT=10")
-                                                          : QStringLiteral("UNIX_SOCKET=") + m_address.socket);
-    m_lost = !database.open();
-    if (m_lost && why != nullptr)
-        *why = faultOf(database.lastError());
-    if (!m_lost)
-        sessionSettings();
-    return !m_lost;
+    m_session = Session::open(m_address, why);
+    if (m_session && !sessionSettings()) {
+        *why = m_session->fault();
+        m_session.reset();
+    }
+    return m_session != nullptr;
 }
 
-void Connection::sessionSettings()
+bool Connection::sessionSettings()
 {
-    QSqlQuery query(QSqlDatabase::database(m_name, false));
-    query.exec(QStringLiteral("SET NAMES utf8mb4"));
-    query.exec(QStringLiteral("SET SESSION sql_mode=''"));
-    query.exec(QStringLiteral("SET SESSION default_storage_engine=InnoDB")); // groups of statements need transactions
+    const auto set = [this](const char *setting) { return m_session->send(QString::fromLatin1(setting)) != nullptr; };
     // Joined rows come in the order of the left table, with an index and without one. The one name is MariaDB's,
     // the other MySQL's; a server refuses the one that it does not know, which does no harm.
-    query.exec(QStringLiteral("SET SESSION join_cache_level=0"));
-    query.exec(QStringLiteral("SET SESSION optimizer_switch='block_nested_loop=off'"));
+    set("SET SESSION join_cache_level=0");
+    set("SET SESSION optimizer_switch='block_nested_loop=off'");
+    set("SET SESSION innodb_lock_wait_timeout=5"); // a change takes milliseconds; it is tried again
+    // A server that logs statements as texts carries no change out under READ COMMITTED.
+    const auto log = m_session->send(QStringLiteral("Select @@log_bin and @@binlog_format='STATEMENT'"));
+    if (log && log->next() && log->value(0).toInt() == 0)
+        set("SET SESSION TRANSACTION ISOLATION LEVEL READ COMMITTED");
+    // Groups of statements need transactions; the other two decide how a statement is read.
+    return set("SET NAMES utf8mb4") && set("SET SESSION sql_mode=''") &&
+           set("SET SESSION default_storage_engine=InnoDB");
 }
 
-bool Connection::serverHungUp() const
+bool Connection::reconnect(Fault *why)
 {
-    const QVariant handle = QSqlDatabase::database(m_name, false).driver()->handle();
-    if (qstrcmp(handle.typeName(), "MYSQL*") != 0)
-        return false;
-    MYSQL *mysql = *static_cast<MYSQL *const *>(handle.constData());
-    // A server that has nothing to answer sends nothing: what can be read is its end or its last word. Only an
-    // encrypted connection may hold a record of the encryption's own.
-    const int socket = static_cast<int>(mysql_get_socket(mysql));
-    char byte = 0;
-    const ssize_t pending = recv(socket, &byte, 1, MSG_PEEK | MSG_DONTWAIT);
-    if (pending > 0)
-        return mysql_get_ssl_cipher(mysql) == nullptr;
-    return pending == 0 || errno != EAGAIN;
+    return connectNow(why) || (m_reviver && m_reviver() && connectNow(why));
 }
 
-bool Connection::ensureAlive()
+bool Connection::ensureAlive(Fault *why)
 {
-    Fault why{FaultNumber::ConnectionClosed, QStringLiteral("The connection is closed."), QStringLiteral("FBT")};
-    if (m_wanted && !m_lost && !serverHungUp())
+    if (m_wanted && m_session && !m_session->hungUp())
         return true;
-    if (m_wanted && m_grouped && !m_lost)
-        why = {serverGone, QStringLiteral("The database server has gone away."), QStringLiteral("MariaDB")};
-    m_lost = true;
-    if (m_wanted && !m_grouped && connectNow(&why))
-        return true;
-    m_statementLost = true;
-    report(why);
-    return false;
+    if (!m_wanted)
+        *why = {FaultNumber::ConnectionClosed, QStringLiteral("The connection is closed."), QStringLiteral("FBT")};
+    else if (m_grouped)
+        *why = {serverGone, QStringLiteral("The database server has gone away."), QStringLiteral("MariaDB")};
+    m_session.reset();
+    return m_wanted && !m_grouped && reconnect(why);
 }
 
-bool Connection::attempt(QSqlQuery &query, const QString &statement)
+std::unique_ptr<ResultRows> Connection::sendUntilTaken(const QString &statement, Fault *fault)
 {
-    query.setForwardOnly(true);
-    return query.exec(statement);
-}
-
-std::unique_ptr<QSqlQuery> Connection::run(const QString &statement)
-{
-    if (m_observer)
-        m_observer(statement);
-    m_statementLost = false;
-    if (!ensureAlive())
-        return nullptr;
-    auto query = std::make_unique<QSqlQuery>(QSqlDatabase::database(m_name, false));
-    bool done = attempt(*query, statement);
-    if (!done && !m_grouped && faultOf(query->lastError()).number == serverGone) {
-        query.reset();
-        m_lost = true;
-        if (!ensureAlive())
+    for (int tried = 1;; ++tried) {
+        m_statementLost = true;
+        if (!ensureAlive(fault))
             return nullptr;
-        query = std::make_unique<QSqlQuery>(QSqlDatabase::database(m_name, false));
-        done = attempt(*query, statement);
+        m_statementLost = false;
+        if (auto rows = m_session->send(statement))
+            return rows;
+        *fault = m_session->fault();
+        m_statementLost = isLoss(*fault);
+        if (m_statementLost)
+            m_session.reset();
+        if (m_grouped || tried == tries || !canBeSentAgain(*fault, statement))
+            return nullptr;
+        QThread::msleep(tried); // lets the other one get on
     }
-    if (done)
-        return query;
-    takeFault(faultOf(query->lastError()));
+}
+
+std::unique_ptr<ResultRows> Connection::run(const SqlText &statement)
+{
+    if (!statement.fault().isEmpty()) {
+        m_statementLost = false;
+        fail({FaultNumber::UnsafeText, statement.fault(), QStringLiteral("FBT")}, statement.text());
+        return nullptr;
+    }
+    if (m_observer)
+        m_observer(statement.text());
+    Fault fault;
+    auto rows = sendUntilTaken(statement.text(), &fault);
+    if (rows)
+        return rows;
+    m_commitUnknown = m_grouped && isLoss(fault) && fault.number != serverGone && statement.text() == u"Commit";
+    if (m_commitUnknown)
+        fault.description += QStringLiteral(" It is not known whether the change was saved.");
+    m_groupBroken = m_groupBroken || (m_grouped && isRefusedLock(fault));
+    fail(std::move(fault), statement.text());
     return nullptr;
 }
 
-void Connection::takeFault(const Fault &fault)
+void Connection::fail(Fault fault, const QString &statement)
 {
-    m_lost = isLoss(fault);
-    m_statementLost = m_lost;
-    m_groupBroken = m_groupBroken || (m_grouped && (fault.number == deadlock || fault.number == lockWait));
+    fault.doing = m_commitUnknown ? Doing::Unknown : doingOf(statement);
     report(fault);
 }
 
-bool Connection::Execute(const QString &statement)
+bool Connection::Execute(const SqlText &statement)
 {
-    const std::unique_ptr<QSqlQuery> query = run(statement);
-    if (query)
-        m_affected = std::max<qint64>(query->numRowsAffected(), 0);
-    return query != nullptr;
+    const std::unique_ptr<ResultRows> done = run(statement);
+    if (done)
+        m_affected = std::max<qint64>(m_session->affectedRows(), 0);
+    return done != nullptr;
 }
 
 bool Connection::beginGroup()
 {
     m_grouped = false; // a lost group is over, and the connection may be opened again
-    m_groupBroken = false;
-    m_grouped = Execute(QStringLiteral("Start Transaction"));
+    m_groupBroken = m_commitUnknown = false;
+    m_grouped = Execute("Start Transaction");
     return m_grouped;
 }
 
 bool Connection::commitGroup()
 {
-    const bool stays = m_grouped && !groupLost() && Execute(QStringLiteral("Commit"));
+    const bool stays = m_grouped && !groupLost() && Execute("Commit");
     if (stays)
         m_grouped = false;
     else
@@ -191,8 +189,8 @@ bool Connection::commitGroup()
 
 void Connection::abandonGroup()
 {
-    if (m_grouped && m_wanted && !m_lost)
-        Execute(QStringLiteral("Rollback"));
+    if (m_grouped && m_session)
+        Execute("Rollback");
     m_grouped = false;
 }
 

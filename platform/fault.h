@@ -7,12 +7,16 @@
 #include <functional>
 #include <stdexcept>
 
+/// What a statement of SQL was to do with the user's rows. `Unknown`: save them, and whether it did nobody knows.
+enum class Doing { Other, Read, Save, Delete, Unknown };
+
 /// What went wrong in one statement: a statement of SQL, a division, a file, a date from text.
 struct Fault
 {
     int number = 0;      ///< native error number of the server, or one of the numbers below; 0 is no fault
     QString description; ///< the server's or the program's own sentence
     QString source;      ///< which component found it
+    Doing doing = Doing::Other;
 };
 
 /// Receives the faults of statements that never throw (Connection, Recordset).
@@ -27,6 +31,7 @@ constexpr int TypeMismatch = 13;
 constexpr int General = 51;
 constexpr int FileNotFound = 53;
 constexpr int PathAccess = 75;
+constexpr int UnsafeText = 3001; ///< a value would have left its place in the statement; it was not sent
 constexpr int NoCurrentRow = 3021;
 constexpr int NoSuchField = 3265;
 constexpr int ConnectionClosed = 3709;

@@ -1,9 +1,8 @@
 #include "platform/recordset.h"
 
+#include "platform/session.h"
+
 #include <QDate>
-#include <QSqlField>
-#include <QSqlQuery>
-#include <QSqlRecord>
 
 #include <algorithm>
 #include <cmath>
@@ -30,7 +29,8 @@ double Field::num() const
     constexpr double exact = 1e15;
     switch (m_value.typeId()) {
     case QMetaType::Int:
-        return m_value.toInt();
+    case QMetaType::LongLong:
+        return static_cast<double>(m_value.toLongLong());
     case QMetaType::Double: {
         const double value = m_value.toDouble();
         if (std::fabs(value) < exact && value == std::trunc(value))
@@ -58,17 +58,15 @@ Recordset::Recordset() = default;
 
 Recordset::~Recordset() = default;
 
-bool Recordset::Open(const QString &source, Connection *connection)
+bool Recordset::Open(const SqlText &source, Connection *connection)
 {
     Close();
     m_connection = connection;
-    const bool table = !source.contains(u' ');
-    m_query = connection->run(table ? QStringLiteral("Select * from ") + source : source);
+    const bool table = !source.text().contains(u' ');
+    m_query = connection->run(table ? Sql("Select * from ", source) : source);
     if (!m_query)
         return false;
-    const QSqlRecord record = m_query->record();
-    for (int i = 0; i < record.count(); ++i)
-        m_names << record.fieldName(i);
+    m_names = m_query->names();
     m_atEnd = !m_query->next();
     m_atStart = m_atEnd;
     return true;
@@ -128,13 +126,13 @@ Field Recordset::refuse(int number, const QString &description) const
     return Field();
 }
 
-bool HasRows(Connection *connection, const QString &query)
+bool HasRows(Connection *connection, const SqlText &query)
 {
     Recordset rows;
     return rows.Open(query, connection) && !rows.Eof();
 }
 
-Field FirstField(Connection *connection, const QString &query)
+Field FirstField(Connection *connection, const SqlText &query)
 {
     Recordset rows;
     if (!rows.Open(query, connection) || rows.Eof())

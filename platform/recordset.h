@@ -8,7 +8,7 @@
 
 #include <memory>
 
-class QSqlQuery;
+class ResultRows;
 
 /// One value of the current row. `Null` reads as the empty text and as 0.
 class FBT_OFFERED Field
@@ -45,7 +45,7 @@ public:
     Recordset &operator=(const Recordset &) = delete;
 
     /// Opens a query, or a whole table when the text is one word. The first row is current.
-    bool Open(const QString &source, Connection *connection);
+    bool Open(const SqlText &source, Connection *connection);
     void Close();
 
     [[nodiscard]] int State() const;
@@ -67,14 +67,14 @@ private:
     [[nodiscard]] Field refuse(int number, const QString &description) const;
 
     Connection *m_connection = nullptr;
-    std::unique_ptr<QSqlQuery> m_query;
+    std::unique_ptr<ResultRows> m_query;
     QStringList m_names;
     bool m_atStart = true;
     bool m_atEnd = true;
 };
 
 /// Whether a query finds a row.
-FBT_OFFERED bool HasRows(Connection *connection, const QString &query);
+FBT_OFFERED bool HasRows(Connection *connection, const SqlText &query);
 
 /// The first field of the first row of a query; `Null` without one.
-FBT_OFFERED Field FirstField(Connection *connection, const QString &query);
+FBT_OFFERED Field FirstField(Connection *connection, const SqlText &query);

@@ -1,13 +1,10 @@
 #include "platform/rowstream.h"
 
+#include "platform/session.h"
+
 #include <mysql.h>
 
 namespace {
-
-MYSQL *session(void *handle)
-{
-    return static_cast<MYSQL *>(handle);
-}
 
 MYSQL_RES *result(void *handle)
 {
@@ -16,27 +13,20 @@ MYSQL_RES *result(void *handle)
 
 } // namespace
 
+RowStream::RowStream() = default;
+
 RowStream::~RowStream()
 {
     drop();
-    if (m_session != nullptr)
-        mysql_close(session(m_session));
 }
 
 bool RowStream::connect(const ServerAddress &address)
 {
-    m_session = mysql_init(nullptr);
-    if (m_session == nullptr)
-        return false;
-    mysql_options(session(m_session), MYSQL_SET_CHARSET_NAME, "utf8mb4");
-    const QByteArray host = address.socket.isEmpty() ? address.host.toUtf8() : QByteArray("localhost");
-    const QByteArray socket = address.socket.toLocal8Bit();
-    const MYSQL *opened =
-        mysql_real_connect(session(m_session), host.constData(), address.user.toUtf8().constData(),
-                           address.password.toUtf8().constData(), address.schema.toUtf8().constData(),
-                           static_cast<unsigned>(address.port), socket.isEmpty() ? nullptr : socket.constData(), 0);
-    return opened != nullptr && open(QStringLiteral("Set Session Transaction Isolation Level Repeatable Read")) &&
-           open(QStringLiteral("Start Transaction With Consistent Snapshot"));
+    Fault why;
+    m_session = Session::open(address, &why);
+    m_refusal = why.description;
+    return m_session != nullptr && open("Set Session Transaction Isolation Level Repeatable Read") &&
+           open("Start Transaction With Consistent Snapshot");
 }
 
 void RowStream::drop()
@@ -48,14 +38,18 @@ void RowStream::drop()
     m_columns = 0;
 }
 
-bool RowStream::open(const QString &query)
+bool RowStream::open(const SqlText &query)
 {
     drop();
-    const QByteArray text = query.toUtf8();
-    if (mysql_real_query(session(m_session), text.constData(), static_cast<unsigned long>(text.size())) != 0)
+    if (!query.fault().isEmpty()) {
+        m_refusal = query.fault();
         return false;
-    m_result = mysql_use_result(session(m_session));
-    m_columns = static_cast<int>(mysql_field_count(session(m_session)));
+    }
+    const QByteArray text = query.text().toUtf8();
+    if (mysql_real_query(m_session->handle(), text.constData(), static_cast<unsigned long>(text.size())) != 0)
+        return false;
+    m_result = mysql_use_result(m_session->handle());
+    m_columns = static_cast<int>(mysql_field_count(m_session->handle()));
     return m_result != nullptr || m_columns == 0;
 }
 
@@ -75,7 +69,5 @@ QByteArray RowStream::value(int column) const
 
 QString RowStream::error() const
 {
-    if (m_session == nullptr)
-        return QStringLiteral("The client library of the database could not be started.");
-    return QString::fromUtf8(mysql_error(session(m_session)));
+    return m_refusal.isEmpty() ? QString::fromUtf8(mysql_error(m_session->handle())) : m_refusal;
 }

@@ -11,7 +11,7 @@
 class FBT_OFFERED RowStream
 {
 public:
-    RowStream() = default;
+    RowStream();
     ~RowStream();
     RowStream(const RowStream &) = delete;
     RowStream &operator=(const RowStream &) = delete;
@@ -20,8 +20,8 @@ public:
     bool connect(const ServerAddress &address);
 
     /// Sends a query. The rows of one before are dropped.
-    bool open(const QString &query);
-    /// Goes to the next row, the first one at the first call. False behind the last row and after a failure.
+    bool open(const SqlText &query);
+    /// Goes to the next row, the first one at the first call. False after the last row and after a failure.
     bool next();
 
     [[nodiscard]] int columns() const { return m_columns; }
@@ -34,8 +34,9 @@ public:
 private:
     void drop();
 
-    void *m_session = nullptr; // the client library's own handles
-    void *m_result = nullptr;
+    std::unique_ptr<Session> m_session;
+    QString m_refusal;        // why there is no session, or why a query was not sent
+    void *m_result = nullptr; // the client library's own handle
     char **m_row = nullptr;
     int m_columns = 0;
 };

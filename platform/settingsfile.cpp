@@ -1,5 +1,7 @@
 #include "platform/settingsfile.h"
 
+#include "platform/ownfiles.h"
+
 #include <QStringList>
 
 QString SettingsFile::value(const QString &section, const QString &key, const QString &defaultValue) const
@@ -12,4 +14,5 @@ void SettingsFile::save(const QString &section, const QString &key, const QStrin
 {
     m_file.setValue(section + u'/' + key, value);
     m_file.sync();
+    KeepPrivate(m_file.fileName());
 }

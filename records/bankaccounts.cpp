@@ -55,7 +55,8 @@ int writeAccount(Change &change, const ClientYear &client, const BankAccount &ac
 {
     if (account.number != 0)
         return change.write(updateText(client, account)) ? account.number : 0;
-    const auto number = change.nextNumber(Sql("Select Max(SrNo) as MaxSr from FBT_BankDet", ownRows(client)));
+    const auto number = change.nextNumber(QStringLiteral("FBT_BankDet"), client.code,
+                                          Sql("Select Max(SrNo) as MaxSr from FBT_BankDet", ownRows(client)));
     return number && change.write(insertText(client, *number, account)) ? *number : 0;
 }
 

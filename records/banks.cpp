@@ -34,7 +34,9 @@ std::optional<int> SaveBank(Connection *cnn, const Bank &bank)
     const bool saved = ChangeTogether(cnn, [&](Change &change) {
         if (number != 0)
             return change.write(updateText(bank));
-        number = change.nextNumber(QStringLiteral("Select Max(bank_code_no) as MaxSr from bank_master")).value_or(0);
+        number =
+            change.nextNumber(QStringLiteral("bank_master"), {}, "Select Max(bank_code_no) as MaxSr from bank_master")
+                .value_or(0);
         return number != 0 && change.write(insertText(number, bank));
     });
     return saved ? std::optional(number) : std::nullopt;

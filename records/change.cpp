@@ -2,46 +2,123 @@
 
 #include "platform/recordset.h"
 
+#include <QThread>
+
 namespace {
+
+constexpr int tries = 5;
+constexpr int noSuchTable = 1146;
 
 void flush(Connection *connection)
 {
-    connection->Execute(QStringLiteral("Flush Tables"));
+    connection->Execute("Flush Tables");
+}
+
+/// Stands between the connection and its fault handler while it lives.
+class FaultFilter
+{
+public:
+    /// @param holds whether a fault is kept back
+    FaultFilter(Connection *connection, const std::function<bool(const Fault &)> &holds)
+        : m_connection(connection)
+        , m_outer(connection->faultHandler())
+    {
+        m_connection->setFaultHandler([outer = m_outer, holds](const Fault &fault) {
+            if (!holds(fault) && outer)
+                outer(fault);
+        });
+    }
+    ~FaultFilter() { m_connection->setFaultHandler(m_outer); }
+    FaultFilter(const FaultFilter &) = delete;
+    FaultFilter &operator=(const FaultFilter &) = delete;
+
+private:
+    Connection *m_connection;
+    FaultHandler m_outer;
+};
+
+/// Takes the lock row of a table and client. False after a fault.
+bool lockRow(Connection *connection, const QString &table, const QString &clientCode)
+{
+    bool without = false;
+    const FaultFilter filter(connection, [&without](const Fault &fault) {
+        without = fault.number == noSuchTable;
+        return without;
+    });
+    return connection->Execute(Sql("Insert into FBT_Lock (Tbl,Code) Values (", Quoted(table), ",", Quoted(clientCode),
+                                   ") On Duplicate Key Update Code=Values(Code)")) ||
+           without;
 }
 
 } // namespace
 
-bool Change::write(const QString &statement)
+bool Change::write(const SqlText &statement)
 {
     m_given = m_given && m_connection->Execute(statement);
     m_written = true;
     return m_given;
 }
 
-std::optional<int> Change::nextNumber(const QString &query, int step)
+std::optional<int> Change::nextNumber(const QString &table, const QString &clientCode, const SqlText &query, int step)
 {
+    m_given = m_given && lockRow(m_connection, table, clientCode);
     Recordset highest;
     m_given = m_given && highest.Open(query, m_connection);
     return m_given ? std::optional(highest.Fields(0).whole() + step) : std::nullopt;
 }
 
+/// One try of a change.
+class ChangeTry
+{
+public:
+    ChangeTry(Connection *connection, bool last)
+        : m_connection(connection)
+        , m_last(last)
+    {
+    }
+
+    bool run(const std::function<bool(Change &)> &part)
+    {
+        const FaultFilter filter(m_connection, [this](const Fault &) { return holds(); });
+        Change change(m_connection);
+        m_done = part(change) && change.m_given && m_connection->commitGroup();
+        m_again = m_again || (!m_last && m_connection->groupLost());
+        if (!m_done)
+            m_connection->abandonGroup();
+        if (m_done && change.m_written)
+            flush(m_connection);
+        return m_done;
+    }
+    [[nodiscard]] bool again() const { return m_again; }
+
+private:
+    bool holds()
+    {
+        const bool held = !m_last && m_connection->groupLost() && !m_connection->commitUnknown();
+        m_again = m_again || held;
+        return held;
+    }
+
+    Connection *m_connection;
+    bool m_last;
+    bool m_done = false;
+    bool m_again = false; // nothing of it stays, and the next time may do better
+};
+
 bool ChangeTogether(Connection *connection, const std::function<bool(Change &)> &part)
 {
-    if (!connection->beginGroup())
-        return false;
-    Change change(connection);
-    if (!part(change) || !change.m_given) {
-        connection->abandonGroup();
-        return false;
+    for (int tried = 1; connection->beginGroup(); ++tried) {
+        ChangeTry once(connection, tried == tries);
+        if (once.run(part))
+            return true;
+        if (!once.again())
+            return false;
+        QThread::msleep(tried); // lets the other one get on
     }
-    if (!connection->commitGroup())
-        return false;
-    if (change.m_written)
-        flush(connection);
-    return true;
+    return false;
 }
 
-bool WriteOne(Connection *connection, const QString &statement)
+bool WriteOne(Connection *connection, const SqlText &statement)
 {
     const bool done = connection->Execute(statement);
     flush(connection);

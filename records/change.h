@@ -13,16 +13,21 @@ class FBT_OFFERED Change
 {
 public:
     /// Carries out one statement. False after a fault: the whole change is then given up.
-    bool write(const QString &statement);
+    bool write(const SqlText &statement);
 
     /// The number of a new row: the maximum that `query` finds (`Null` counts as 0) plus `step`. Without a value, and the
     /// change given up, when the query faulted: number 1 would then replace the row that has it.
-    std::optional<int> nextNumber(const QString &query, int step = 1);
+    ///
+    /// The lock row of the table and client is written first, and held to the end of the change: two users never get the
+    /// same number. A database that has no lock rows goes without.
+    /// @param table as its `Create Table` spells it
+    /// @param clientCode empty for a table whose numbers count for all clients
+    std::optional<int> nextNumber(const QString &table, const QString &clientCode, const SqlText &query, int step = 1);
 
     [[nodiscard]] Connection *connection() const { return m_connection; }
 
 private:
-    friend bool ChangeTogether(Connection *, const std::function<bool(Change &)> &);
+    friend class ChangeTry;
     explicit Change(Connection *connection)
         : m_connection(connection)
     {
@@ -37,7 +42,12 @@ private:
 
 /// Carries out `part` in one transaction. True when all of it was committed. False when a statement faulted, `part`
 /// returned false or the commit failed: then the tables are as before.
+///
+/// A deadlock, a wait for a lock, or a connection lost before the commit was sent leaves nothing of the change: `part` is
+/// run again, five times in all, and what it faulted with is reported of the last time only. `part` therefore begins from
+/// the beginning each time, and keeps nothing from a time before. A commit that was lost under way is not repeated, since
+/// the change may stay; it is reported as not known, and the result is false.
 FBT_OFFERED bool ChangeTogether(Connection *connection, const std::function<bool(Change &)> &part);
 
 /// One statement and its flush. True when the statement was carried out.
-FBT_OFFERED bool WriteOne(Connection *connection, const QString &statement);
+FBT_OFFERED bool WriteOne(Connection *connection, const SqlText &statement);

@@ -171,7 +171,8 @@ Reading<double> RateOfItem(Connection *cnn, int year, int expId, int natId)
 
 std::optional<int> NextExpenseNo(Change &change, const ClientYear &client, int quarter)
 {
-    return change.nextNumber(Sql("Select Max(SrNo) as MaxSr from FBT_Detail Where ", ofQuarter(client, quarter)));
+    return change.nextNumber(QStringLiteral("FBT_Detail"), client.code,
+                             Sql("Select Max(SrNo) as MaxSr from FBT_Detail Where ", ofQuarter(client, quarter)));
 }
 
 bool DeleteExpense(Change &change, const ClientYear &client, int quarter, int srNo)

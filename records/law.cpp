@@ -49,7 +49,8 @@ std::optional<int> AddExpenseHead(Connection *cnn, int year, const QString &sect
 {
     std::optional<int> id;
     const bool added = ChangeTogether(cnn, [&](Change &change) {
-        id = change.nextNumber(Sql("Select Max(HeadId) as MaxSr from FBT_ExpHead", year));
+        id = change.nextNumber(Joined("FBT_ExpHead", year), {},
+                               Sql("Select Max(HeadId) as MaxSr from FBT_ExpHead", year));
         return id &&
                change.write(Sql("Insert into FBT_Head", year, " Values (", *id, ",'", section, "'", ",'", text, "')"));
     });
@@ -121,7 +122,7 @@ std::optional<int> SaveRatedItem(Connection *cnn, int year, int headId, const Ra
     ExpenseItem row = item.item;
     const bool saved = ChangeTogether(cnn, [&](Change &change) {
         if (row.srNo == 0)
-            row.srNo = change.nextNumber(maximumItem(year)).value_or(0);
+            row.srNo = change.nextNumber(Joined("FBT_ExpHead", year), {}, maximumItem(year)).value_or(0);
         return row.srNo != 0 && writeItem(change, year, headId, row) && writeRates(change, year, row.srNo, item.rates);
     });
     return saved ? std::optional(row.srNo) : std::nullopt;

@@ -1,13 +1,14 @@
 #include "server/privateserver.h"
 
-#include "platform/recordset.h"
+#include "platform/ownfiles.h"
+#include "server/folderlock.h"
+#include "server/keeper.h"
 
 #include <QCryptographicHash>
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QLockFile>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QStorageInfo>
@@ -22,6 +23,7 @@ namespace {
 
 constexpr int patienceMs = 60'000; // a server that recovers after a power cut takes its time
 constexpr int pollMs = 20;
+constexpr auto ownFolder = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
 
 QString userName()
 {
@@ -79,11 +81,9 @@ PrivateServer::PrivateServer(const QString &folder, Durability durability, QStri
     : m_folder(QDir::cleanPath(QFileInfo(folder).absoluteFilePath()))
     , m_durability(durability)
     , m_programFolders(std::move(programFolders))
+    , m_use(std::make_unique<FolderLock>(m_folder + QStringLiteral("/users.lock")))
 {
-    // A socket's path may hold about a hundred characters, so it cannot lie in the data folder itself.
-    const QByteArray mark = QCryptographicHash::hash(m_folder.toUtf8(), QCryptographicHash::Sha1).toHex().left(12);
-    m_socketFolder =
-        QStringLiteral("%1/pelkfbt-%2-%3").arg(QDir::tempPath()).arg(geteuid()).arg(QString::fromLatin1(mark));
+    chooseSocketFolder();
 }
 
 PrivateServer::~PrivateServer()
@@ -114,17 +114,75 @@ ServerAddress PrivateServer::address() const
     return address;
 }
 
+QString PrivateServer::socketNote() const
+{
+    return m_folder + QStringLiteral("/server.socket");
+}
+
+bool PrivateServer::usableSocketFolder(const QString &folder) const
+{
+    constexpr int longest = 90; // of about a hundred characters that the path of a socket may hold
+    const QFileInfo info(folder);
+    // Another user may have made a folder of that name first: then its owner could listen in our place.
+    const bool ours = info.isDir() && !info.isSymLink() && info.ownerId() == geteuid();
+    return folder.toLocal8Bit().size() <= longest && (ours || !info.exists());
+}
+
+/// The user's own folder for such things, else the temporary folder, else the data folder.
+void PrivateServer::chooseSocketFolder()
+{
+    const QByteArray mark = QCryptographicHash::hash(m_folder.toUtf8(), QCryptographicHash::Sha1).toHex().left(12);
+    const QString name = QStringLiteral("/pelkfbt-%1-%2").arg(geteuid()).arg(QString::fromLatin1(mark));
+    const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    QStringList places{QDir::tempPath() + name, m_folder + QStringLiteral("/run")};
+    if (QFileInfo(runtime).isDir() && QFileInfo(runtime).ownerId() == geteuid())
+        places.prepend(runtime + name);
+    m_socketFolder = places.first();
+    for (const QString &place : places) {
+        if (usableSocketFolder(place)) {
+            m_socketFolder = place;
+            return;
+        }
+    }
+}
+
 bool PrivateServer::start(QString *why)
 {
-    if (!prepareFolder(why) || !prepareSocketFolder(why))
+    if (!prepareFolder(why))
         return false;
-    if (!m_lock && !takeLock(why))
-        return why->isEmpty() && join(why);
-    dropOrphan();
-    m_running = answers() || (createData(why) && launch(why));
+    // While a server is on its way down its keeper has the lock.
+    if (!m_use->take(FolderLock::Kind::Shared, patienceMs)) {
+        *why = QStringLiteral("The data folder %1 is in use by another program.").arg(m_folder);
+        return false;
+    }
+    m_running = startOrJoin(why);
     if (!m_running)
-        m_lock.reset();
+        m_use->release();
     return m_running;
+}
+
+bool PrivateServer::startOrJoin(QString *why)
+{
+    FolderLock turn(m_folder + QStringLiteral("/start.lock"));
+    if (!turn.take(FolderLock::Kind::Sole, patienceMs)) {
+        *why = QStringLiteral("The data folder %1 is in use by another program.").arg(m_folder);
+        return false;
+    }
+    // A server that runs may have its socket elsewhere: its program was started in another environment.
+    QFile note(socketNote());
+    const QString noted = note.open(QIODevice::ReadOnly) ? QString::fromUtf8(note.readAll()) : QString();
+    if (!noted.isEmpty() && usableSocketFolder(noted))
+        m_socketFolder = noted;
+    if (!prepareSocketFolder(why))
+        return false;
+    dropOrphan();
+    return answers() || (createData(why) && launch(why));
+}
+
+bool PrivateServer::revive()
+{
+    QString why;
+    return m_running && prepareFolder(&why) && startOrJoin(&why);
 }
 
 /// A server whose data folder was removed under it still answers, but holds nothing that would stay.
@@ -149,43 +207,19 @@ bool PrivateServer::prepareFolder(QString *why)
         *why = QStringLiteral("The data folder %1 cannot be made.").arg(m_folder);
     else if (!QFileInfo(m_folder).isWritable())
         *why = QStringLiteral("The data folder %1 cannot be written.").arg(m_folder);
+    else
+        KeepPrivate(m_folder);
     return why->isEmpty();
 }
 
 bool PrivateServer::prepareSocketFolder(QString *why)
 {
-    constexpr auto mine = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
-    const bool made = QDir().mkdir(m_socketFolder, mine);
-    const QFileInfo info(m_socketFolder);
-    // Another user may have made a folder of that name first: then its owner could listen in our place.
-    const bool ours = info.isDir() && !info.isSymLink() && info.ownerId() == geteuid();
-    if ((!made && !ours) || !QFile::setPermissions(m_socketFolder, mine))
+    const bool ours = usableSocketFolder(m_socketFolder);
+    QFile note(socketNote());
+    if (!ours || !QDir().mkpath(m_socketFolder) || !QFile::setPermissions(m_socketFolder, ownFolder) ||
+        !note.open(QIODevice::WriteOnly) || note.write(m_socketFolder.toUtf8()) < 0)
         *why = QStringLiteral("The folder %1 for the database socket cannot be used.").arg(m_socketFolder);
     return why->isEmpty();
-}
-
-bool PrivateServer::takeLock(QString *why)
-{
-    auto lock = std::make_unique<QLockFile>(m_folder + QStringLiteral("/pelkfbt.lock"));
-    lock->setStaleLockTime(0);
-    if (lock->tryLock(0)) {
-        m_lock = std::move(lock);
-        return true;
-    }
-    if (lock->error() == QLockFile::PermissionError)
-        *why = QStringLiteral("The data folder %1 cannot be written.").arg(m_folder);
-    else if (lock->error() != QLockFile::LockFailedError)
-        *why = failureReason(QStringLiteral("locked"));
-    return false;
-}
-
-bool PrivateServer::join(QString *why)
-{
-    constexpr int joinPatienceMs = 10'000; // the other program may just be starting its server
-    m_running = waitUntil([this] { return answers(); }, joinPatienceMs);
-    if (!m_running)
-        *why = QStringLiteral("The data folder %1 is in use by another program.").arg(m_folder);
-    return m_running;
 }
 
 QString PrivateServer::program(const QString &name) const
@@ -265,13 +299,8 @@ bool PrivateServer::launch(QString *why)
     else
         arguments << QStringLiteral("--innodb-flush-log-at-trx-commit=0")
                   << QStringLiteral("--skip-innodb-doublewrite");
-    qint64 pid = 0;
-    QProcess process;
-    process.setProgram(server);
-    process.setArguments(arguments);
-    process.setStandardOutputFile(QProcess::nullDevice());
-    process.setStandardErrorFile(QProcess::nullDevice());
-    if (!process.startDetached(&pid)) {
+    const qint64 pid = StartKept(server, arguments, m_folder + QStringLiteral("/users.lock"));
+    if (pid == 0) {
         *why = QStringLiteral("The program %1 could not be started.").arg(server);
         return false;
     }
@@ -300,15 +329,6 @@ bool PrivateServer::answers() const
     return probe.open(address());
 }
 
-bool PrivateServer::othersConnected(Connection &own) const
-{
-    constexpr int farewellMs = 500; // a connection closed just now is listed for a moment longer
-    const QString others = QStringLiteral("Select count(*) from information_schema.PROCESSLIST "
-                                          "Where Id<>connection_id() and User='%1'")
-                               .arg(userName());
-    return !waitUntil([&] { return FirstField(&own, others).num() == 0; }, farewellMs);
-}
-
 qint64 PrivateServer::serverPid() const
 {
     QFile file(pidFile());
@@ -320,19 +340,16 @@ void PrivateServer::stop()
     if (!m_running)
         return;
     m_running = false;
-    // One that only joined becomes the last one when the owner has left before it.
-    QString why;
-    if (m_lock || takeLock(&why)) {
+    // While others use the server the lock is not to be had.
+    if (m_use->take(FolderLock::Kind::Sole, 0)) {
         const qint64 pid = serverPid();
-        Connection last;
-        if (last.open(address()) && !othersConnected(last)) {
-            last.Execute(QStringLiteral("SHUTDOWN"));
-            last.close();
-            waitUntil([pid] { return !processLives(pid); });
-            QDir(m_socketFolder).removeRecursively();
-        }
+        if (pid > 0)
+            ::kill(static_cast<pid_t>(pid), SIGTERM);
+        waitUntil([pid] { return !processLives(pid); });
+        QFile::remove(socketNote());
+        QDir(m_socketFolder).removeRecursively();
     }
-    m_lock.reset();
+    m_use->release();
 }
 
 void PrivateServer::kill()

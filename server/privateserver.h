@@ -8,13 +8,13 @@
 
 #include <memory>
 
-class QLockFile;
+class FolderLock;
 
 /// The program's own database server on a data folder of the user: a Unix socket, no network, and the
 /// operating-system user as its only account.
 ///
-/// A lock keeps a second program off the folder; that one joins the server that runs already. A server that a killed
-/// program left behind is taken over. The last program that leaves stops the server.
+/// Programs that start at the same moment take turns; whoever comes later joins the server that runs already. The last
+/// program that leaves stops the server, also when it is killed.
 class FBT_OFFERED PrivateServer
 {
 public:
@@ -35,28 +35,29 @@ public:
     /// Leaves the server; the last one to leave shuts it down in order. The program's connections must be closed.
     void stop();
 
+    /// Starts a server that died while it was in use. False when it cannot be.
+    bool revive();
+
     /// Ends the server at once, as a power cut would. For tests of what a lost server costs.
     void kill();
 
     /// How to reach the server; no schema is chosen.
     [[nodiscard]] ServerAddress address() const;
 
-    /// True when this object holds the folder's lock, false when it joined another program's server.
-    [[nodiscard]] bool ownsFolder() const { return m_lock != nullptr; }
-
     [[nodiscard]] static QStringList defaultProgramFolders();
 
 private:
     bool prepareFolder(QString *why);
     bool prepareSocketFolder(QString *why);
-    bool takeLock(QString *why);
+    bool startOrJoin(QString *why);
+    [[nodiscard]] bool usableSocketFolder(const QString &folder) const;
+    void chooseSocketFolder();
     void dropOrphan();
-    bool join(QString *why);
     bool createData(QString *why);
     bool runInstaller(const QString &installer, const QString &target, QString *why);
     bool launch(QString *why);
     [[nodiscard]] bool answers() const;
-    [[nodiscard]] bool othersConnected(Connection &own) const;
+    [[nodiscard]] QString socketNote() const;
     [[nodiscard]] qint64 serverPid() const;
     [[nodiscard]] QString program(const QString &name) const;
     [[nodiscard]] QString dataFolder() const;
@@ -68,6 +69,6 @@ private:
     QString m_socketFolder;
     Durability m_durability;
     QStringList m_programFolders;
-    std::unique_ptr<QLockFile> m_lock;
+    std::unique_ptr<FolderLock> m_use; // shared by all programs that use the server
     bool m_running = false;
 };

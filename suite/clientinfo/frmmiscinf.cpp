@@ -78,7 +78,7 @@ void frmmiscinf::LOADCLIENTS()
     Recordset clients;
     clients.Open(QStringLiteral("Select Code_no, Name from FBT_Info Order by Name, Code_no"), m_base.CnnObj);
     for (; !clients.Eof(); clients.MoveNext())
-        cboclient->addItem(Sql(clients.Fields(1).text(), "  (", clients.Fields(0).text(), ")"),
+        cboclient->addItem(Joined(clients.Fields(1).text(), "  (", clients.Fields(0).text(), ")"),
                            clients.Fields(0).text());
     cboclient->setMinimumContentsLength(30);
     cboclient->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);

@@ -1,6 +1,7 @@
 #include "suite/datacare/backup.h"
 
 #include "platform/clock.h"
+#include "platform/ownfiles.h"
 #include "platform/recordset.h"
 #include "platform/rowstream.h"
 #include "suite/datacare/backupfile.h"
@@ -114,6 +115,7 @@ Trouble writeFile(Connection *cnn, const QString &path, BackupSummary &summary, 
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         return cannotWrite(file);
+    KeepPrivate(path);
     Trouble trouble = WriteBackup(cnn, file, summary, progress);
     if (!trouble.isEmpty())
         return trouble;

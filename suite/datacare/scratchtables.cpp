@@ -12,9 +12,9 @@ namespace {
 const QString newPrefix = QStringLiteral("fbt_restore_new_");
 const QString oldPrefix = QStringLiteral("fbt_restore_old_");
 
-QString literal(const QByteArray &value)
+SqlText literal(const QByteArray &value)
 {
-    return value.isNull() ? QStringLiteral("Null") : Quoted(QString::fromUtf8(value));
+    return value.isNull() ? SqlText("Null") : Quoted(QString::fromUtf8(value));
 }
 
 } // namespace

@@ -218,9 +218,9 @@ void TestLaw::dueDates()
 {
     QStringList expected;
     for (int year = 2006; year <= 2010; ++year) {
-        const QString audited = Sql(year <= 2007 ? "31/10/" : "30/09/", year);
+        const QString audited = Joined(year <= 2007 ? "31/10/" : "30/09/", year);
         for (int assesseeClass = 1; assesseeClass <= 4; ++assesseeClass)
-            expected << Sql(year, "\t", assesseeClass, "\t", assesseeClass == 3 ? Sql("31/07/", year) : audited);
+            expected << Joined(year, "\t", assesseeClass, "\t", assesseeClass == 3 ? Joined("31/07/", year) : audited);
     }
     QCOMPARE(ask("Select AssYear,StatC,DueDt from DueDt_Master"), expected);
     const QString order = QStringLiteral("\tOrder F.No. 225/147/2007-ITA-II(Pt.) dated 31/10/2007");

@@ -6,6 +6,7 @@
 #include <QDeadlineTimer>
 #include <QStandardPaths>
 #include <QTcpServer>
+#include <QTest>
 #include <QThread>
 
 #include <csignal>
@@ -37,7 +38,8 @@ int freePort()
 
 } // namespace
 
-OfficeServer::OfficeServer()
+OfficeServer::OfficeServer(Encrypts encrypts)
+    : m_encrypts(encrypts)
 {
     m_address.host = QStringLiteral("127.0.0.1");
     m_address.port = freePort();
@@ -49,6 +51,17 @@ OfficeServer::OfficeServer()
 }
 
 OfficeServer::~OfficeServer()
+{
+    stop();
+}
+
+void OfficeServer::restart()
+{
+    stop();
+    launch();
+}
+
+void OfficeServer::stop()
 {
     m_administrator.Execute(QStringLiteral("SHUTDOWN"));
     m_administrator.close();
@@ -70,12 +83,20 @@ void OfficeServer::launch()
 {
     const QString socket = m_folder.filePath("db.sock");
     m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); }); // a broken test leaves none behind
-    m_process.start(program(QStringLiteral("mariadbd")),
-                    {QStringLiteral("--no-defaults"), QStringLiteral("--datadir=") + m_folder.filePath("data"),
-                     QStringLiteral("--socket=") + socket, QStringLiteral("--bind-address=127.0.0.1"),
-                     QStringLiteral("--port=%1").arg(m_address.port), QStringLiteral("--lower-case-table-names=0"),
-                     QStringLiteral("--innodb-log-file-size=16M"), QStringLiteral("--innodb-buffer-pool-size=32M"),
-                     QStringLiteral("--innodb-flush-log-at-trx-commit=0"), userOption()});
+    QStringList arguments{QStringLiteral("--no-defaults"),
+                          QStringLiteral("--datadir=") + m_folder.filePath("data"),
+                          QStringLiteral("--socket=") + socket,
+                          QStringLiteral("--bind-address=127.0.0.1"),
+                          QStringLiteral("--port=%1").arg(m_address.port),
+                          QStringLiteral("--lower-case-table-names=0"),
+                          QStringLiteral("--innodb-log-file-size=16M"),
+                          QStringLiteral("--innodb-buffer-pool-size=32M"),
+                          QStringLiteral("--innodb-flush-log-at-trx-commit=0"),
+                          userOption()};
+    if (m_encrypts == Encrypts::Yes)
+        arguments << QStringLiteral("--ssl-cert=") + QFINDTESTDATA("office.crt")
+                  << QStringLiteral("--ssl-key=") + QFINDTESTDATA("office.key");
+    m_process.start(program(QStringLiteral("mariadbd")), arguments);
     ServerAddress root;
     root.socket = socket;
     root.user = QStringLiteral("root");

@@ -47,12 +47,22 @@ private slots:
         QTest::newRow("neither") << QByteArray("[Server]\nuser=u\n")
                                  << u"is wrong at [Server] host: name either a host or a socket."_s;
         QTest::newRow("port") << QByteArray("[Server]\nhost=db\nport=70000\nuser=u\n")
-                              << u"is wrong at [Server] port: \"70000\" is not a port number from 1 to 65535."_s;
+                              << u"is wrong at [Server] port: that is not a port number from 1 to 65535."_s;
         QTest::newRow("no user") << QByteArray("[Server]\nhost=db\n")
                                  << u"is wrong at [Server] user: the user is missing."_s;
         QTest::newRow("schema that is a statement")
             << QByteArray("[Server]\nhost=db\nuser=u\nschema=\"a; Drop\"\n")
-            << u"is wrong at [Server] schema: \"a; Drop\" is not a schema name of letters, digits and underscores."_s;
+            << u"is wrong at [Server] schema: that is not a schema name of letters, digits and underscores."_s;
+        QTest::newRow("a section that is none")
+            << QByteArray("[Sever]\nhost=db\n") << u"is wrong in line 1: there is no section [Sever]."_s;
+        QTest::newRow("a key that is none")
+            << QByteArray("[Server]\nhost=db\nuser=u\npasword=geheim\n")
+            << u"is wrong in line 4: there is no key pasword in the section [Server]."_s;
+        QTest::newRow("a lone quote")
+            << QByteArray("[Server]\nhost=db\nuser=u\npassword=\"ge\\\"heim\nschema=x\n")
+            << u"is wrong in line 4: the value of password has a quote without its partner."_s;
+        QTest::newRow("encryption") << QByteArray("[Server]\nhost=db\nuser=u\ntls=maybe\n")
+                                    << u"is wrong at [Server] tls: say required, preferred or off."_s;
         QTest::newRow("no settings file at all")
             << QByteArray("hello\n") << u"is not a settings file: it has lines that are no key=value."_s;
     }
@@ -66,6 +76,7 @@ private slots:
         put(path, text);
         QString why;
         const std::optional<LauncherSettings> read = ReadLauncherSettings(path, &why);
+        QVERIFY((QFileInfo(path).permissions() & (QFile::ReadGroup | QFile::ReadOther)) == 0 || !read);
         if (!read) {
             QCOMPARE(why, u"The settings file %1 %2"_s.arg(path, seen));
             return;

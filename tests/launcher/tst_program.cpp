@@ -1,3 +1,4 @@
+#include "context/errortail.h"
 #include "controls/msgbox.h"
 #include "launcher/application.h"
 #include "launcher/program.h"
@@ -45,6 +46,10 @@ private slots:
         QVERIFY2(program.start(&m_why), qPrintable(m_why));
         QCOMPARE(text(program, u"Select NatDesc from FBT_Nature Where Srno=8"_s), u"Of the user"_s);
         QVERIFY2(m_answers.unexpected().isEmpty(), "an orderly end asks for no repair");
+        const ErrorTail tail(u"frmnatmas"_s, u"CMDUPDATE_CLICK"_s);
+        program.connection().Execute(Sql("Update FBT_Nature Set NatDesc='", u"1' #2"_s, "' Where Srno=8"));
+        QCOMPARE(program.window()->statusBar()->currentMessage(), u"Not saved: the text holds an apostrophe"_s);
+        QCOMPARE(text(program, u"Select Count(*) from FBT_Nature Where NatDesc='Of the user'"_s), u"1"_s);
     }
 
     void aModuleThatIsNoneIsNamed_data()

@@ -3,6 +3,7 @@
 #include "tests/support/testmodule.h"
 
 #include <QBuffer>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTextStream>
 
@@ -89,6 +90,18 @@ private slots:
         QCOMPARE(m_why, why);
     }
 
+    void oneCodeInTwoFilesIsRefused()
+    {
+        const QTemporaryDir scratch;
+        for (const QString &name : {u"a.txt"_s, u"b.txt"_s}) {
+            QFile file(scratch.filePath(name));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write("# one\nemployer A1\nname A\nstatus 1\nnatures 1\nyear 2008\n");
+        }
+        QVERIFY(ReadSamples(scratch.path(), &m_why).empty());
+        QCOMPARE(m_why, u"%1/b.txt:2: the code A1 is in %1/a.txt already"_s.arg(scratch.path()));
+    }
+
     void theDeliveredFilesCoverWhatTheyAreFor()
     {
         const std::vector<SampleEmployer> all = ReadSamples(delivered(), &m_why);
@@ -143,6 +156,24 @@ private slots:
         QVERIFY(joint && separate);
         QVERIFY(run(*joint).contains(u"Total value 1000\nTaxable value, 1 of 4 employees 250\n"));
         QVERIFY(run(*separate).contains(u"Taxable value 1000\n"));
+    }
+
+    void whatTheMastersDoNotHaveIsRefused_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("why");
+        QTest::newRow("item") << whole + u"expense 1 7 57 1\nexpense 1 7 9057 1\n"_s
+                              << u"a.txt:7: there is no expense item 9057 in 2008"_s;
+        QTest::newRow("nature") << u"employer A1\nname A\nstatus 1\nnatures 7 77\nyear 2008\n"_s
+                                << u"a.txt:4: there is no nature 77"_s;
+    }
+    void whatTheMastersDoNotHaveIsRefused()
+    {
+        QFETCH(QString, text);
+        const auto employer = read(text, &m_why);
+        QVERIFY(employer);
+        QCOMPARE(run(*employer), u"\n"_s);
+        QTEST(m_why, "why");
     }
 
     void aFaultIsNotPassedOver()

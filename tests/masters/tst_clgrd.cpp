@@ -198,7 +198,7 @@ private slots:
         m_code->setText(code);
         m_name->setText(name);
         QCOMPARE(shownCodes(), shown);
-        QCOMPARE(count(), shown.isEmpty() ? QString() : Sql(" No. of Records : ", shown.size(), " "));
+        QCOMPARE(count(), shown.isEmpty() ? QString() : Joined(" No. of Records : ", shown.size(), " "));
         if (!shown.isEmpty())
             QCOMPARE(m_grid->TextMatrix(m_grid->Row(), 0), shown.first());
         m_code->clear();

@@ -110,7 +110,7 @@ private slots:
         QCOMPARE(natures("SrNo=1"), QStringList("1\tHotel Business"));
         const QStringList log = m_user->module.logLines();
         QCOMPARE(log.size(), 2);
-        QVERIFY(log.at(1).startsWith("1064\t") && log.at(1).endsWith("\tfrmnatmas\tCMDUPDATE_CLICK"));
+        QVERIFY(log.at(1).startsWith("3001\t") && log.at(1).endsWith("\tfrmnatmas\tCMDUPDATE_CLICK"));
 
         m_user->type("txtfields_1", "hotels");
         m_user->click("cmdupdate");

@@ -2,6 +2,9 @@
 #include "tests/support/testserver.h"
 
 #include <QTest>
+#include <QThread>
+
+#include <thread>
 
 Q_GLOBAL_STATIC(TestServer, server)
 
@@ -47,6 +50,7 @@ private slots:
         QTest::addColumn<int>("number");
         QTest::newRow("no such table") << "Insert into Nowhere Values (1)" << 1146;
         QTest::newRow("broken text") << "Insert into T Values ('O'Neil',1,1,Null)" << 1064;
+        QTest::newRow("a second statement") << "Select 1; Drop Table T" << 1064;
         QTest::newRow("too few values") << "Insert into T Values (1)" << 1136;
     }
     void faultsCostOneStatement()
@@ -56,6 +60,30 @@ private slots:
         QCOMPARE(m_faults.size(), 1U);
         QTEST(m_faults[0].number, "number");
         QVERIFY(m_cnn->Execute(QStringLiteral("Insert into T Values ('A',1,1,Null)")));
+    }
+
+    void hostileTextsAreNotSent_data()
+    {
+        QTest::addColumn<QString>("value");
+        for (const auto *value : {"1' #2", "x';delete from T; -- ", "X' or 'a'='a", "a\\", "O'Neil"})
+            QTest::newRow(value) << QString::fromLatin1(value);
+    }
+    void hostileTextsAreNotSent()
+    {
+        QFETCH(QString, value);
+        m_cnn->Execute("Insert into T Values ('A',1,1,Null),('B',2,2,Null)");
+        int sent = 0;
+        m_cnn->setObserver([&](const QString &) { ++sent; });
+        Recordset rows;
+        QVERIFY(!m_cnn->Execute(Sql("Update T Set Code='", value, "' Where N=", 1)));
+        QVERIFY(!m_cnn->Execute(Sql("Delete from T Where Code='", value, "'")));
+        QVERIFY(!rows.Open(Sql("Select * from T Where Code='", value, "'"), m_cnn.get()) && rows.empty());
+        QCOMPARE(sent, 0);
+        QCOMPARE(m_faults.size(), 3U);
+        QCOMPARE(m_faults[1].number, FaultNumber::UnsafeText);
+        QVERIFY(m_faults[0].doing == Doing::Save && m_faults[1].doing == Doing::Delete);
+        QVERIFY(m_cnn->Execute(Sql("Delete from T Where Code=", Quoted(value))));
+        QCOMPARE(text("Select Group_concat(Code,N) from T"), QStringLiteral("A1,B2"));
     }
 
     void emptyAndWrongRows()
@@ -102,6 +130,38 @@ private slots:
         server->restart();
         QVERIFY(m_cnn->Execute(QStringLiteral("Insert into T Values ('B',1,1,Null)")));
         QCOMPARE(text(QStringLiteral("Select Count(*) from T Where Code='b '")), QStringLiteral("1"));
+        QVERIFY(m_faults.empty());
+    }
+
+    void whatTheServerRefusesForALockIsSentAgain()
+    {
+        int sent = 0;
+        Connection other;
+        QVERIFY(other.open(m_cnn->address()));
+        m_cnn->Execute(QStringLiteral("Insert into T Values ('A',1,1,Null)"));
+        m_cnn->Execute(QStringLiteral("Set innodb_lock_wait_timeout=0"));
+        QVERIFY(other.beginGroup() && other.Execute(QStringLiteral("Update T Set N=2")));
+        m_cnn->setObserver([&](const QString &) { ++sent; });
+        QVERIFY(!m_cnn->Execute(QStringLiteral("Update T Set N=3")));
+        QCOMPARE(m_faults.size(), 1U); // of five times
+        QCOMPARE(m_faults[0].number, 1205);
+        QCOMPARE(sent, 1);
+        QVERIFY(other.commitGroup());
+        QVERIFY(m_cnn->Execute(QStringLiteral("Update T Set N=3")));
+        QCOMPARE(text(QStringLiteral("Select @@tx_isolation")), QStringLiteral("READ-COMMITTED"));
+    }
+
+    void aQueryLostUnderWayIsAskedAgain()
+    {
+        Connection other;
+        QVERIFY(other.open(m_cnn->address()));
+        const QString id = text(QStringLiteral("Select Connection_id()"));
+        std::thread killer([&] {
+            QThread::msleep(200);
+            other.Execute(QStringLiteral("Kill ") + id);
+        });
+        QCOMPARE(text(QStringLiteral("Select Sleep(1)")), QStringLiteral("0"));
+        killer.join();
         QVERIFY(m_faults.empty());
     }
 

@@ -1,0 +1,10 @@
+#include "platform/ownfiles.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+void KeepPrivate(const QString &path)
+{
+    constexpr auto file = QFile::ReadOwner | QFile::WriteOwner;
+    QFile::setPermissions(path, QFileInfo(path).isDir() ? file | QFile::ExeOwner : file);
+}
