@@ -7,13 +7,14 @@
 class ScreenStack;
 
 /// The host's main window: the screens lie on its stack, the reports write into its status bar `TXStatusBar1`.
-/// Closing it closes the screens from the top down, each with its own question.
+/// It opens maximised the first time and as it was left from then on. Closing it closes the screens from the top down, each with its own question.
 class FBT_OFFERED MainWindow : public QMainWindow
 {
     Q_OBJECT
 
 public:
     MainWindow();
+    ~MainWindow() override;
 
 protected:
     void closeEvent(QCloseEvent *event) override;
