@@ -173,7 +173,7 @@ bool frmmain::updateDatabase()
         return false;
     }
     Cnn->Execute("Delete From VerInfo");
-    Cnn->Execute("Insert Into VerInfo Values ('2.10.1')");
+    Cnn->Execute("Insert Into VerInfo Values ('" FBT_VERSION "')");
     Cnn->Execute("Flush Tables");
     return true;
 }
