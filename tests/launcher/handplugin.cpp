@@ -6,6 +6,9 @@
 #include <QTextStream>
 #include <QTimer>
 
+#include <algorithm>
+#include <functional>
+
 namespace {
 
 constexpr int pauseMs = 30;
