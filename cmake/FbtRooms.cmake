@@ -45,13 +45,16 @@ function(fbt_room target)
   install(TARGETS ${target} LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/pelkfbt")
 endfunction()
 
-# fbt_test(<name> LINKS <target>...): <name>.cpp is one test program and one test of CTest.
+# fbt_test(<name> [COST <seconds>] LINKS <target>...): <name>.cpp is one test program and one test of CTest. The dearest
+# start first, so that none of them is left to run alone at the end.
 function(fbt_test name)
-  cmake_parse_arguments(TEST "" "" "LINKS" ${ARGN})
+  cmake_parse_arguments(TEST "" "COST" "LINKS" ${ARGN})
   add_executable(${name} ${name}.cpp)
   target_link_libraries(${name} PRIVATE fbt_options Qt6::Test Qt6::Widgets ${TEST_LINKS})
   add_test(NAME ${name} COMMAND ${name})
-  set_property(GLOBAL APPEND PROPERTY fbt_tests ${name})
   set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/lsan.supp"
     TIMEOUT 300)
+  if(TEST_COST)
+    set_tests_properties(${name} PROPERTIES COST ${TEST_COST})
+  endif()
 endfunction()

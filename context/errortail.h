@@ -38,6 +38,8 @@ public:
             take(error.fault());
         } catch (const std::exception &error) {
             take({FaultNumber::General, QString::fromUtf8(error.what()), QStringLiteral("FBT")});
+        } catch (...) { // of a host's object: nothing may pass the library's border
+            take({FaultNumber::General, QStringLiteral("Something unknown was thrown."), QStringLiteral("FBT")});
         }
         return false;
     }

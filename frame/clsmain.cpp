@@ -2,10 +2,13 @@
 
 #include "context/errortail.h"
 #include "controls/msgbox.h"
+#include "controls/screen.h"
 #include "frame/frmmain.h"
 #include "platform/connection.h"
 
+#include <QApplication>
 #include <QMainWindow>
+#include <QPointer>
 #include <QStatusBar>
 
 namespace {
@@ -31,6 +34,20 @@ void receiveFaults(const FaultHandler &handler)
     }
 }
 
+/// Takes away every screen that still stands, without a question. A modal one belongs to the procedure that waits in it.
+void dropScreens()
+{
+    const QList<Screen *> waitedFor = Screen::modalScreens();
+    QList<QPointer<Screen>> screens;
+    for (QWidget *widget : QApplication::allWidgets()) {
+        auto *screen = qobject_cast<Screen *>(widget);
+        if (screen != nullptr && !waitedFor.contains(screen))
+            screens.append(screen);
+    }
+    for (const QPointer<Screen> &screen : screens)
+        delete screen.data(); // those that an earlier one owned are gone by then
+}
+
 } // namespace
 
 ClsMain::ClsMain(const ObjectTable *objects)
@@ -41,7 +58,7 @@ ClsMain::ClsMain(const ObjectTable *objects)
 
 ClsMain::~ClsMain()
 {
-    delete m_main.data();
+    dropScreens();
     receiveFaults({});
     ResetModule();
 }
@@ -70,7 +87,7 @@ bool ClsMain::LoadFBT(bool suiteFlag)
 {
     ErrorTail tail(QStringLiteral("CLSMAIN"));
     SuiteMode = suiteFlag;
-    m_base = CreateObject(QStringLiteral("WexaBase.ClsMain"));
+    tail([this] { m_base = CreateObject(QStringLiteral("WexaBase.ClsMain")); });
     Base = dynamic_cast<BaseObject *>(m_base.get());
     if (!makeMainObject(tail) || !makeReporter(tail))
         return false;
@@ -86,7 +103,7 @@ bool ClsMain::makeMainObject(ErrorTail &tail)
     if (SuiteMode)
         MainObj = nullptr;
     if (MainObj == nullptr) {
-        m_ownMainObject = CreateObject(QStringLiteral("PrjWexaMainO.ClsMain"));
+        tail([this] { m_ownMainObject = CreateObject(QStringLiteral("PrjWexaMainO.ClsMain")); });
         MainObj = dynamic_cast<MainObject *>(m_ownMainObject.get());
     }
     if (MainObj == nullptr) {
@@ -100,7 +117,7 @@ bool ClsMain::makeMainObject(ErrorTail &tail)
 
 bool ClsMain::makeReporter(ErrorTail &tail)
 {
-    m_reporter = CreateObject(QStringLiteral("PrjWexaRep.RepView"));
+    tail([this] { m_reporter = CreateObject(QStringLiteral("PrjWexaRep.RepView")); });
     Reporter = dynamic_cast<ReportObject *>(m_reporter.get());
     bool compatible = false;
     tail([&] { compatible = present(Reporter, "Reporter")->MyDllVersion() == reporterVersion; });
@@ -130,7 +147,9 @@ void ClsMain::prepareReporter()
 void ClsMain::ShowMain()
 {
     ErrorTail tail(QStringLiteral("CLSMAIN"));
-    if (m_main.isNull())
-        m_main = new frmmain(MdiForm);
-    m_main->openChild(MdiForm);
+    tail([this] {
+        if (m_main.isNull())
+            m_main = new frmmain(MdiForm);
+        m_main->openChild(MdiForm);
+    });
 }

@@ -12,12 +12,13 @@ class frmmain;
 
 /// The module's public class. A host hands over its objects by the `Set` calls as far as it has them, then calls
 /// `LoadFBT`, and, when that returned true, `ShowMain`. All members are virtual: a host that loads the module by its
-/// factory (moduleentry.h) needs nothing else of it.
+/// factory (moduleentry.h) needs nothing else of it. Nothing that an object of the host throws comes back out of them.
 class FBT_OFFERED ClsMain
 {
 public:
     /// @param objects where class names of the suite are looked up; must outlive the module
     explicit ClsMain(const ObjectTable *objects);
+    /// Closes the module's screens without a question; not for a handler of one of them.
     virtual ~ClsMain();
     ClsMain(const ClsMain &) = delete;
     ClsMain &operator=(const ClsMain &) = delete;

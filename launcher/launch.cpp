@@ -9,7 +9,9 @@
 
 #include <QDir>
 #include <QSettings>
+#include <QTemporaryDir>
 #include <QTextStream>
+#include <QTimer>
 
 namespace {
 
@@ -40,13 +42,9 @@ bool computeSamples(LauncherDatabase &database, const LaunchOptions &options, QS
     const std::vector<SampleEmployer> employers = ReadSamples(options.samples, why);
     if (employers.empty() || !database.open(why) || !database.takeScratch(why))
         return false;
-    const std::unique_ptr<SuiteObject> made = makeBase(options.appPath);
-    auto *base = dynamic_cast<BaseObject *>(made.get());
-    if (base == nullptr) {
-        *why = QStringLiteral("The suite has no base object.");
-        return false;
-    }
-    const bool done = RunSamples(database.connection(), *base, employers, standardOutput(), why);
+    const std::unique_ptr<SuiteObject> base = makeBase(options.appPath);
+    const bool done =
+        RunSamples(database.connection(), dynamic_cast<BaseObject *>(base.get()), employers, standardOutput(), why);
     database.dropScratch();
     return done;
 }
@@ -66,19 +64,19 @@ int runSamples(const LaunchOptions &options)
     return done ? 0 : Refuse(why);
 }
 
-int runWindow(const LaunchOptions &options)
+/// Runs the window from its start to its end.
+/// @param fill brings rows into the open database before the module is loaded
+int runProgram(const ProgramPlaces &places, const LauncherSettings &settings, const DatabaseFiller &fill = {})
 {
-    QString why;
-    const std::optional<LauncherSettings> settings = ReadLauncherSettings(UserSettingsFile(), &why);
-    if (!settings)
-        return Refuse(why);
-    QSettings geometry(UserSettingsFile(), QSettings::IniFormat);
+    QSettings geometry(places.settingsFile, QSettings::IniFormat);
     Screen::setGeometryStore(&geometry);
-    Program program(placesOf(options), *settings);
+    QuitOnSignals();
+    Program program(places, settings);
+    QString why;
     int code = 1;
-    if (program.start(&why)) {
-        QuitOnSignals();
-        program.show();
+    if (program.start(&why, fill)) {
+        // From within the event loop: the first activation may end the program, by a cancelled login for example.
+        QTimer::singleShot(0, [&program] { program.show(); });
         code = QApplication::exec();
     } else {
         Refuse(why);
@@ -86,6 +84,33 @@ int runWindow(const LaunchOptions &options)
     program.stop();
     Screen::setGeometryStore(nullptr);
     return code;
+}
+
+int runWindow(const LaunchOptions &options)
+{
+    QString why;
+    const std::optional<LauncherSettings> settings = ReadLauncherSettings(UserSettingsFile(), &why);
+    return settings ? runProgram(placesOf(options), *settings) : Refuse(why);
+}
+
+/// Application folder, database and settings lie in one scratch folder: nothing of the user's is read or written.
+int runDemo(const LaunchOptions &options)
+{
+    QString why;
+    const std::vector<SampleEmployer> employers = ReadSamples(options.samples, &why);
+    if (employers.empty())
+        return Refuse(why);
+    const QTemporaryDir scratch(QDir::temp().filePath(QStringLiteral("pelkfbt-demo-XXXXXX")));
+    if (!scratch.isValid())
+        return Refuse(QStringLiteral("The scratch folder cannot be made: %1").arg(scratch.errorString()));
+    ProgramPlaces places = placesOf(options);
+    places.appPath = scratch.filePath(QStringLiteral("app"));
+    places.dataFolder = scratch.filePath(QStringLiteral("db"));
+    places.settingsFile = scratch.filePath(QStringLiteral("pelkfbt.ini"));
+    return runProgram(places, LauncherSettings(), [&](Connection &connection, QString *failure) {
+        const std::unique_ptr<SuiteObject> base = makeBase(places.appPath);
+        return FillWithSamples(connection, dynamic_cast<BaseObject *>(base.get()), employers, failure);
+    });
 }
 
 } // namespace
@@ -112,6 +137,8 @@ int Launch(const LaunchOptions &options)
         return 0;
     case Action::Sample:
         return runSamples(options);
+    case Action::Demo:
+        return runDemo(options);
     case Action::Window:
         return runWindow(options);
     }

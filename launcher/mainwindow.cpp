@@ -1,13 +1,19 @@
 #include "launcher/mainwindow.h"
 
 #include "context/faultnotice.h"
+#include "controls/screen.h"
 #include "controls/screenstack.h"
 
 #include <QApplication>
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QScreen>
+#include <QSettings>
 #include <QStatusBar>
+
+namespace {
+const QString geometryKey = QStringLiteral("Windows/MainWindow");
+}
 
 MainWindow::MainWindow()
     : m_screens(new ScreenStack(this))
@@ -20,11 +26,16 @@ MainWindow::MainWindow()
     qApp->installEventFilter(this);
     // The screens are drawn for 1024 by 768; a smaller display gets what it has.
     resize(QSize(1024, 768).boundedTo(QGuiApplication::primaryScreen()->availableSize()));
+    const QSettings *store = Screen::geometryStore();
+    if (store == nullptr || !restoreGeometry(store->value(geometryKey).toByteArray()))
+        setWindowState(Qt::WindowMaximized);
 }
 
 MainWindow::~MainWindow()
 {
     SetFaultNotice({});
+    if (QSettings *store = Screen::geometryStore())
+        store->setValue(geometryKey, saveGeometry());
 }
 
 void MainWindow::showNotice(const QString &line)

@@ -8,8 +8,9 @@
 class ScreenStack;
 
 /// The host's main window: the screens lie on its stack, the reports write into its status bar `TXStatusBar1`.
-/// There, too, it says what could not be saved: for ten seconds at least, and until the user goes on.
-/// Closing it closes the screens from the top down, each with its own question.
+/// It opens maximised the first time and as it was left from then on. In the status bar it says what could not be saved: for
+/// ten seconds at least, and until the user goes on. Closing it closes the screens from the top down, each with its own
+/// question.
 class FBT_OFFERED MainWindow : public QMainWindow
 {
     Q_OBJECT

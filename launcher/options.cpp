@@ -11,6 +11,7 @@
 namespace {
 
 const QString sampleOption = QStringLiteral("sample");
+const QString demoOption = QStringLiteral("demo");
 const QString samplesOption = QStringLiteral("samples");
 const QString dataOption = QStringLiteral("data");
 const QString appOption = QStringLiteral("app");
@@ -22,6 +23,8 @@ void define(QCommandLineParser &parser)
     parser.addVersionOption();
     parser.addOptions({
         {sampleOption, QStringLiteral("Compute the sample employers in a scratch database, print them, and end.")},
+        {demoOption, QStringLiteral("Open the window on a scratch database with the sample employers; it is removed at "
+                                    "the end.")},
         {samplesOption, QStringLiteral("Take the sample employers from DIR."), QStringLiteral("DIR")},
         {dataOption, QStringLiteral("Keep the private database in DIR."), QStringLiteral("DIR")},
         {appOption, QStringLiteral("Use DIR as the application folder (log, delivered files)."), QStringLiteral("DIR")},
@@ -61,6 +64,8 @@ bool ReadOptions(const QStringList &arguments, LaunchOptions *options, QString *
         options->action = Action::Version;
     else if (parser.isSet(sampleOption))
         options->action = Action::Sample;
+    else if (parser.isSet(demoOption))
+        options->action = Action::Demo;
     options->appPath = folder(parser, appOption, QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
     options->dataFolder = folder(parser, dataOption, options->appPath + QStringLiteral("/db"));
     options->samples = folder(parser, samplesOption, DeliveredFolder() + QStringLiteral("/samples"));

@@ -9,7 +9,7 @@
 /// What the command line asks for.
 struct LaunchOptions
 {
-    enum class Action { Window, Sample, Version, Help };
+    enum class Action { Window, Demo, Sample, Version, Help };
 
     Action action = Action::Window;
     QString appPath;    ///< application folder

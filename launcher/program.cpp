@@ -21,10 +21,12 @@ Program::~Program()
     stop();
 }
 
-bool Program::start(QString *why)
+bool Program::start(QString *why, const DatabaseFiller &fill)
 {
     const QStringList folders{QStringLiteral("Data"), QStringLiteral("HTMLHelp")};
     if (!TopUpApplicationFolder(m_places.delivered, folders, m_places.appPath, why) || !m_database.open(why))
+        return false;
+    if (fill && !fill(m_database.connection(), why))
         return false;
     RegisterSuiteObjects(m_objects, context());
     return makeMainObject(why) && loadModule(why);

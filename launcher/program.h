@@ -7,9 +7,13 @@
 #include "launcher/settings.h"
 #include "platform/offer.h"
 
+#include <functional>
 #include <memory>
 
 class MainObject;
+
+/// Brings rows into an open database. On failure false, and the text is one sentence.
+using DatabaseFiller = std::function<bool(Connection &, QString *)>;
 
 /// Where a run of the program finds and keeps its things.
 struct ProgramPlaces
@@ -32,9 +36,11 @@ public:
     Program &operator=(const Program &) = delete;
 
     /// Brings everything up to the loaded module. On failure `why` is one sentence.
-    bool start(QString *why);
+    /// @param fill called with the open database before the module is there, if there is anything to fill in
+    bool start(QString *why, const DatabaseFiller &fill = {});
 
     /// Shows the main window and in it the module's main screen, which brings the database up to date.
+    /// To be called from within the event loop, since the user may end the program before this returns.
     void show();
 
     /// Ends the module, the main object and the database, in this order.

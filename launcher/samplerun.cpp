@@ -16,6 +16,7 @@
 #include <QTextStream>
 
 #include <algorithm>
+#include <functional>
 
 namespace {
 
@@ -81,6 +82,32 @@ void computeAll(const std::vector<SampleEmployer> &employers, QTextStream &out)
     }
 }
 
+/// Runs a piece of work with the module's state on a database of the current structure. False when a statement of it
+/// failed: the procedures go on after a fault, and what may be incomplete must not pass for whole.
+bool withModule(Connection &connection, BaseObject *base, QString *why, const std::function<void()> &work)
+{
+    if (base == nullptr) {
+        *why = QStringLiteral("The suite has no base object.");
+        return false;
+    }
+    Cnn = &connection;
+    Base = base;
+    Base->CnnObj = Cnn;
+    connection.setFaultHandler(ErrorTail::dispatch);
+    ErrText.clear();
+    {
+        const ErrorTail tail(QStringLiteral("LAUNCHER"), QStringLiteral("RUNSAMPLES"));
+        UpdateDatabase(&connection);
+        work();
+    }
+    if (!ErrText.isEmpty() && why->isEmpty())
+        *why = QStringLiteral("The sample employers were not computed in full; FBTLogger.log in %1 tells why.")
+                   .arg(base->AppPath);
+    connection.setFaultHandler({});
+    ResetModule();
+    return why->isEmpty();
+}
+
 } // namespace
 
 std::vector<SampleEmployer> ReadSamples(const QString &folder, QString *why)
@@ -106,25 +133,20 @@ std::vector<SampleEmployer> ReadSamples(const QString &folder, QString *why)
     return employers;
 }
 
-bool RunSamples(Connection &connection, BaseObject &base, const std::vector<SampleEmployer> &employers,
+bool RunSamples(Connection &connection, BaseObject *base, const std::vector<SampleEmployer> &employers,
                 QTextStream &out, QString *why)
 {
-    Cnn = &connection;
-    Base = &base;
-    Base->CnnObj = Cnn;
-    connection.setFaultHandler(ErrorTail::dispatch);
-    ErrText.clear();
-    {
-        ErrorTail tail(QStringLiteral("LAUNCHER"));
-        UpdateDatabase(&connection);
+    return withModule(connection, base, why, [&] {
         if (storeAll(connection, employers) && allKnown(connection, employers, why))
             computeAll(employers, out);
-    }
-    // The procedures go on after a fault; figures that may be incomplete must not pass for whole ones.
-    if (!ErrText.isEmpty() && why->isEmpty())
-        *why = QStringLiteral("The sample employers were not computed in full; FBTLogger.log in %1 tells why.")
-                   .arg(base.AppPath);
-    connection.setFaultHandler({});
-    ResetModule();
-    return why->isEmpty();
+    });
+}
+
+bool FillWithSamples(Connection &connection, BaseObject *base, const std::vector<SampleEmployer> &employers,
+                     QString *why)
+{
+    return withModule(connection, base, why, [&] {
+        if (storeAll(connection, employers))
+            allKnown(connection, employers, why);
+    });
 }

@@ -17,5 +17,9 @@ FBT_OFFERED std::vector<SampleEmployer> ReadSamples(const QString &folder, QStri
 /// the stored rows and prints it.
 /// @param base the module's base object; client and year of the last computation stay in it
 /// @return false when a statement failed; `why` is then one sentence, and the log in the application folder has more
-FBT_OFFERED bool RunSamples(Connection &connection, BaseObject &base, const std::vector<SampleEmployer> &employers,
+FBT_OFFERED bool RunSamples(Connection &connection, BaseObject *base, const std::vector<SampleEmployer> &employers,
                             QTextStream &out, QString *why);
+
+/// As RunSamples, but nothing is computed: the employers are there for the user to work with.
+FBT_OFFERED bool FillWithSamples(Connection &connection, BaseObject *base, const std::vector<SampleEmployer> &employers,
+                                 QString *why);

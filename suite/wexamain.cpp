@@ -5,10 +5,10 @@
 #include "platform/recordset.h"
 #include "records/clientcode.h"
 #include "records/updatemark.h"
-#include "suite/version.h"
 
 #include <QApplication>
 #include <QFile>
+#include <QVersionNumber>
 
 WexaMain::WexaMain(const SuiteContext &context)
     : m_version(context.version)
@@ -37,7 +37,8 @@ bool WexaMain::UpdateDbFlag() const
     if (TableNames(Cnn)->contains(QString::fromLatin1(updateMark).toLower()))
         return true;
     const Field stored = FirstField(Cnn, QStringLiteral("Select * from VerInfo"));
-    return !stored.isNull() && CompareVersions(stored.text(), m_version) < 0;
+    const auto version = [](const QString &text) { return QVersionNumber::fromString(text.trimmed()).normalized(); };
+    return !stored.isNull() && version(stored.text()) < version(m_version);
 }
 
 void WexaMain::CheckForUpdates()

@@ -110,9 +110,10 @@ QString freshName(const QDir &folder)
     return folder.filePath(name);
 }
 
-Trouble writeFile(Connection *cnn, const QString &path, BackupSummary &summary, const Progress &progress)
+bool writeFile(Connection *cnn, const QString &path, BackupSummary &summary, const Progress &progress, QString *why)
 {
     QFile file(path);
+<<<<<<< HEAD
     if (!file.open(QIODevice::WriteOnly))
         return cannotWrite(file);
     KeepPrivate(path);
@@ -122,89 +123,118 @@ Trouble writeFile(Connection *cnn, const QString &path, BackupSummary &summary, 
     if (!file.flush() || ::fsync(file.handle()) != 0)
         return cannotWrite(file);
     return {};
+=======
+    const bool opened = file.open(QIODevice::WriteOnly);
+    if (opened && !WriteBackup(cnn, file, summary, progress, why))
+        return false;
+    if (opened && file.flush() && ::fsync(file.handle()) == 0)
+        return true;
+    *why = cannotWrite(file);
+    return false;
+>>>>>>> refs/heads/house
 }
 
-Trouble readBack(const QString &path, const BackupSummary &written, const Progress &progress)
+bool readBack(const QString &path, const BackupSummary &written, const Progress &progress, QString *why)
 {
     QFile file(path);
     BackupSummary found;
-    if (!file.open(QIODevice::ReadOnly) || !VerifyBackup(file, found, progress).isEmpty() || found != written)
-        return QStringLiteral("The backup could not be read back as it was written. It was not kept.");
-    return {};
+    if (file.open(QIODevice::ReadOnly) && VerifyBackup(file, found, progress, why) && found == written)
+        return true;
+    *why = QStringLiteral("The backup could not be read back as it was written. It was not kept.");
+    return false;
+}
+
+/// Gives a backup its name; never replaces a file.
+bool nameIt(const QString &unfinished, const QString &path, QString *why)
+{
+    if (QFile::rename(unfinished, path))
+        return true;
+    *why = QStringLiteral("The backup could not be given its name %1.").arg(path);
+    return false;
+}
+
+/// Loads all rows of a backup into the scratch tables.
+bool load(BackupReader &reader, ScratchTables &scratch, const std::function<void()> &progress, QString *why)
+{
+    BackupPiece piece;
+    while (true) {
+        const BackupReader::Step step = reader.next(piece);
+        if (step == BackupReader::Step::Finished)
+            return true;
+        const bool whole = step == BackupReader::Step::Piece;
+        const bool taken =
+            whole && (piece.kind == BackupPiece::Kind::Table
+                          ? scratch.create(piece.table, piece.definition, static_cast<int>(piece.columns))
+                          : scratch.insert(piece.values));
+        if (!taken) {
+            *why = whole ? QStringLiteral("The database did not take the rows of the backup. Nothing was changed.")
+                         : damaged;
+            return false;
+        }
+        progress();
+    }
 }
 
 } // namespace
 
-Trouble WriteBackup(Connection *cnn, QIODevice &device, BackupSummary &summary, const Progress &progress)
+bool WriteBackup(Connection *cnn, QIODevice &device, BackupSummary &summary, const Progress &progress, QString *why)
 {
     RowStream stream;
-    if (!stream.connect(cnn->address()))
-        return QStringLiteral("The database could not be read: %1.").arg(stream.error());
+    const bool connected = stream.connect(cnn->address());
     BackupWriter writer(device);
     TableCopier copier(stream, writer, progress);
-    if (!copier.copyAll())
-        return stream.error().isEmpty() ? cannotWrite(device)
-                                        : QStringLiteral("The database could not be read: %1.").arg(stream.error());
-    if (!writer.finish())
-        return cannotWrite(device);
-    summary = {copier.tables(), writer.rows(), writer.checksum()};
-    return {};
+    if (connected && copier.copyAll() && writer.finish()) {
+        summary = {copier.tables(), writer.rows(), writer.checksum()};
+        return true;
+    }
+    *why = stream.error().isEmpty() ? cannotWrite(device)
+                                    : QStringLiteral("The database could not be read: %1.").arg(stream.error());
+    return false;
 }
 
-Trouble VerifyBackup(QIODevice &device, BackupSummary &summary, const Progress &progress)
+bool VerifyBackup(QIODevice &device, BackupSummary &summary, const Progress &progress, QString *why)
 {
     BackupReader reader(device);
     BackupPiece piece;
     int tables = 0;
     while (true) {
         const BackupReader::Step step = reader.next(piece);
-        if (step == BackupReader::Step::Damaged)
-            return damaged;
         if (step == BackupReader::Step::Finished)
             break;
+        if (step == BackupReader::Step::Damaged) {
+            *why = damaged;
+            return false;
+        }
         tables += piece.kind == BackupPiece::Kind::Table ? 1 : 0;
         progress(device.pos(), device.size());
     }
     summary = {tables, reader.rows(), reader.checksum()};
-    return {};
+    return true;
 }
 
-Trouble BackUpToFolder(Connection *cnn, const QString &folder, QString &file, const Progress &progress)
+bool BackUpToFolder(Connection *cnn, const QString &folder, QString &file, const Progress &progress, QString *why)
 {
     const QString path = freshName(QDir(folder));
     const QString unfinished = path + QStringLiteral(".part");
     BackupSummary written;
-    Trouble trouble = writeFile(cnn, unfinished, written, progress);
-    if (trouble.isEmpty())
-        trouble = readBack(unfinished, written, progress);
-    if (trouble.isEmpty() && !QFile::rename(unfinished, path)) // never replaces a file
-        trouble = QStringLiteral("The backup could not be given its name %1.").arg(path);
-    if (!trouble.isEmpty())
-        QFile::remove(unfinished);
-    else
+    const bool done = writeFile(cnn, unfinished, written, progress, why) &&
+                      readBack(unfinished, written, progress, why) && nameIt(unfinished, path, why);
+    if (done)
         file = path;
-    return trouble;
+    else
+        QFile::remove(unfinished);
+    return done;
 }
 
-Trouble RestoreBackup(Connection *cnn, QIODevice &device, const Progress &progress)
+bool RestoreBackup(Connection *cnn, QIODevice &device, const Progress &progress, QString *why)
 {
     ScratchTables scratch(cnn);
     BackupReader reader(device);
-    BackupPiece piece;
-    while (true) {
-        const BackupReader::Step step = reader.next(piece);
-        if (step == BackupReader::Step::Finished)
-            break;
-        if (step == BackupReader::Step::Damaged)
-            return damaged;
-        const bool taken = piece.kind == BackupPiece::Kind::Table
-                               ? scratch.create(piece.table, piece.definition, static_cast<int>(piece.columns))
-                               : scratch.insert(piece.values);
-        if (!taken)
-            return QStringLiteral("The database did not take the rows of the backup. Nothing was changed.");
-        progress(device.pos(), device.size());
-    }
-    if (!scratch.swap())
-        return QStringLiteral("The restored tables could not be put in place. Nothing was changed.");
-    return {};
+    if (!load(
+            reader, scratch, [&] { progress(device.pos(), device.size()); }, why))
+        return false;
+    if (scratch.swap())
+        return true;
+    *why = QStringLiteral("The restored tables could not be put in place. Nothing was changed.");
+    return false;
 }

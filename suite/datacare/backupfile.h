@@ -57,7 +57,7 @@ public:
 
     explicit BackupReader(QIODevice &device);
 
-    /// Reads the next piece. Finished behind the last one, when count and checksum agree; Damaged at the first thing
+    /// Reads the next piece. Finished after the last one, when count and checksum agree; Damaged at the first thing
     /// that is not as it was written.
     Step next(BackupPiece &piece);
 

@@ -3,12 +3,15 @@
 #include "controls/msgbox.h"
 #include "host/baseobject.h"
 #include "suite/datacare/backup.h"
-#include "suite/datacare/progresswindow.h"
 #include "suite/datacare/repair.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QDir>
 #include <QFile>
+#include <QProgressDialog>
+
+#include <algorithm>
 
 namespace {
 
@@ -20,15 +23,48 @@ QString lastFolder(const BaseObject &base)
     return base.GetSettingINI(section, folderKey, QDir::homePath());
 }
 
+/// A bar that blocks the program's other windows while a piece of work runs. The work cannot be broken off.
+class Bar : public QProgressDialog
+{
+public:
+    explicit Bar(const QString &title)
+        : QProgressDialog(title + QStringLiteral(" ..."), QString(), 0, wholeBar, QApplication::activeWindow(),
+                          Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint)
+    {
+        setWindowTitle(title);
+        setWindowModality(Qt::ApplicationModal);
+        setMinimumDuration(0);
+        setAutoReset(false);
+        setValue(0);
+    }
+
+    /// What to hand to the work. The bar must outlive it.
+    [[nodiscard]] Progress progress()
+    {
+        return [this](qint64 done, qint64 total) {
+            const qint64 part = wholeBar * done / std::max<qint64>(1, total);
+            setValue(static_cast<int>(std::clamp<qint64>(part, 0, wholeBar)));
+        };
+    }
+
+    void reject() override {}
+
+protected:
+    void closeEvent(QCloseEvent *event) override { event->ignore(); }
+
+private:
+    static constexpr int wholeBar = 1000;
+};
+
 QString chooseBackup(const BaseObject &base)
 {
     return ChooseFile(QApplication::activeWindow(), FileUse::Open, QStringLiteral("Restore"),
                       QStringLiteral("Backups (*.fbtbak);;All files (*)"), lastFolder(base));
 }
 
-void complain(const Trouble &trouble)
+void complain(const QString &why)
 {
-    MsgBox(QApplication::activeWindow(), trouble, Buttons::Ok, Icon::Exclamation);
+    MsgBox(QApplication::activeWindow(), why, Buttons::Ok, Icon::Exclamation);
 }
 
 bool reallyRestore(const BackupSummary &summary)
@@ -40,18 +76,26 @@ bool reallyRestore(const BackupSummary &summary)
     return MsgBox(QApplication::activeWindow(), text, Buttons::YesNo, Icon::Question, {}, 2) == Reply::Yes;
 }
 
-Trouble verify(QFile &file, BackupSummary &summary)
+bool verify(QFile &file, BackupSummary &summary, QString *why)
 {
-    ProgressWindow window(QStringLiteral("Checking the backup"));
-    Trouble trouble = VerifyBackup(file, summary, window.progress());
-    file.seek(0);
-    return trouble;
+    if (!file.open(QIODevice::ReadOnly)) {
+        *why = QStringLiteral("The file cannot be read: %1.").arg(file.errorString());
+        return false;
+    }
+    Bar bar(QStringLiteral("Checking the backup"));
+    return VerifyBackup(file, summary, bar.progress(), why) && file.seek(0);
 }
 
-Trouble load(const BaseObject &base, QFile &file)
+bool load(const BaseObject &base, QFile &file, QString *why)
 {
-    ProgressWindow window(QStringLiteral("Restoring"));
-    return RestoreBackup(base.CnnObj, file, window.progress());
+    Bar bar(QStringLiteral("Restoring"));
+    return RestoreBackup(base.CnnObj, file, bar.progress(), why);
+}
+
+bool backUp(const BaseObject &base, const QString &folder, QString &file, QString *why)
+{
+    Bar bar(QStringLiteral("Backing up"));
+    return BackUpToFolder(base.CnnObj, folder, file, bar.progress(), why);
 }
 
 } // namespace
@@ -64,16 +108,12 @@ void BackUpWithUser(BaseObject &base)
         return;
     base.SaveSettingINI(section, folderKey, folder);
     QString file;
-    Trouble trouble;
-    {
-        ProgressWindow window(QStringLiteral("Backing up"));
-        trouble = BackUpToFolder(base.CnnObj, folder, file, window.progress());
-    }
-    if (!trouble.isEmpty())
-        complain(trouble);
-    else
+    QString why;
+    if (backUp(base, folder, file, &why))
         MsgBox(QApplication::activeWindow(), QStringLiteral("The data was backed up to\n%1").arg(file), Buttons::Ok,
                Icon::Information);
+    else
+        complain(why);
 }
 
 bool RestoreWithUser(BaseObject &base)
@@ -83,26 +123,22 @@ bool RestoreWithUser(BaseObject &base)
         return false;
     QFile file(path);
     BackupSummary summary;
-    Trouble trouble;
-    if (!file.open(QIODevice::ReadOnly))
-        trouble = QStringLiteral("The file cannot be read: %1.").arg(file.errorString());
-    else
-        trouble = verify(file, summary);
-    if (trouble.isEmpty() && !reallyRestore(summary))
+    QString why;
+    const bool whole = verify(file, summary, &why);
+    if (whole && !reallyRestore(summary))
         return false;
-    if (trouble.isEmpty())
-        trouble = load(base, file);
-    if (!trouble.isEmpty())
-        complain(trouble);
-    return trouble.isEmpty();
+    const bool restored = whole && load(base, file, &why);
+    if (!restored)
+        complain(why);
+    return restored;
 }
 
 void RepairWithUser(BaseObject &base, QWidget *form)
 {
     RepairReport report;
     {
-        ProgressWindow window(QStringLiteral("Refreshing the data"));
-        report = RepairTables(base.CnnObj, window.progress());
+        Bar bar(QStringLiteral("Refreshing the data"));
+        report = RepairTables(base.CnnObj, bar.progress());
     }
     MsgBox(form, report.text(), Buttons::Ok, report.unrepaired.isEmpty() ? Icon::Information : Icon::Exclamation,
            QStringLiteral("Refresh Data"));

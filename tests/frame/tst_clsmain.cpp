@@ -2,9 +2,12 @@
 
 #include "context/errortail.h"
 #include "controls/msgbox.h"
+#include "controls/screen.h"
 #include "frame/moduleentry.h"
 #include "tests/support/testmodule.h"
 
+#include <QAbstractButton>
+#include <QApplication>
 #include <QMainWindow>
 #include <QStatusBar>
 #include <QTest>
@@ -66,6 +69,16 @@ class TestClsMain : public QObject
         return made;
     }
 
+    static QList<Screen *> screens()
+    {
+        QList<Screen *> found;
+        for (QWidget *widget : QApplication::allWidgets()) {
+            if (auto *screen = qobject_cast<Screen *>(widget))
+                found << screen;
+        }
+        return found;
+    }
+
 private slots:
     void init()
     {
@@ -116,25 +129,51 @@ private slots:
         QCOMPARE(window.windowTitle(), QStringLiteral("Suite"));
     }
 
+    void unloadedItLeavesNoScreenInTheHostsWindow()
+    {
+        QMainWindow window;
+        auto module = std::make_unique<ClsMain>(&m_objects);
+        module->SetMdiForm(&window);
+        QVERIFY(module->LoadFBT(true));
+        module->ShowMain();
+        for (const char *button : {"cmdfbtdet", "cmdsettings"}) {
+            for (Screen *screen : screens()) {
+                if (auto *found = screen->findChild<QAbstractButton *>(QLatin1String(button)))
+                    found->click();
+            }
+        }
+        QVERIFY(screens().size() >= 3);
+        module.reset();
+        QCOMPARE(screens(), QList<Screen *>());
+    }
+
     void refuses_data()
     {
         QTest::addColumn<QString>("missing");
+        QTest::addColumn<bool>("throws");
         QTest::addColumn<int>("reporterVersion");
         QTest::addColumn<QString>("message");
-        QTest::newRow("no main object") << "PrjWexaMainO.ClsMain" << 1 << "Library [PrjWexaMainO.Dll] not found.";
-        QTest::newRow("no reporter") << "PrjWexaRep.RepView" << 1
-                                     << "Incompatible version of \"Wexa Reporting Component\".";
-        QTest::newRow("other reporter") << "" << 2 << "Incompatible version of \"Wexa Reporting Component\".";
-        QTest::newRow("no base object") << "WexaBase.ClsMain" << 1 << "";
+        const QString library = QStringLiteral("Library [PrjWexaMainO.Dll] not found.");
+        const QString version = QStringLiteral("Incompatible version of \"Wexa Reporting Component\".");
+        QTest::newRow("no main object") << "PrjWexaMainO.ClsMain" << false << 1 << library;
+        QTest::newRow("main object throws") << "PrjWexaMainO.ClsMain" << true << 1 << library;
+        QTest::newRow("no reporter") << "PrjWexaRep.RepView" << false << 1 << version;
+        QTest::newRow("reporter throws") << "PrjWexaRep.RepView" << true << 1 << version;
+        QTest::newRow("other reporter") << "" << false << 2 << version;
+        QTest::newRow("no base object") << "WexaBase.ClsMain" << false << 1 << "";
+        QTest::newRow("base object throws") << "WexaBase.ClsMain" << true << 1 << "";
     }
     void refuses()
     {
         QFETCH(QString, missing);
+        QFETCH(bool, throws);
         QFETCH(int, reporterVersion);
         QFETCH(QString, message);
         m_objects.add(QStringLiteral("PrjWexaRep.RepView"),
                       [reporterVersion] { return std::make_unique<PlainReporter>(reporterVersion); });
         m_objects.remove(missing);
+        if (throws)
+            m_objects.add(missing, []() -> std::unique_ptr<SuiteObject> { throw 1; });
         ClsMain module(&m_objects);
         QVERIFY(!module.LoadFBT(true));
         QCOMPARE(m_answerer.texts().join(u'\n'), message);

@@ -194,7 +194,7 @@ private:
         QString printed;
         QTextStream out(&printed);
         m_why.clear();
-        RunSamples(module.connection, module.base, {employer}, out, &m_why);
+        RunSamples(module.connection, &module.base, {employer}, out, &m_why);
         QStringList lines = printed.split(u'\n', Qt::SkipEmptyParts);
         for (QString &line : lines)
             line = line.simplified();
