@@ -1,8 +1,7 @@
 #include "db/engines.h"
 
-#include "context/errortail.h"
-#include "db/dbsteps.h"
 #include "db/schema.h"
+#include "db/updaterun.h"
 #include "db/yearlymasters.h"
 #include "platform/recordset.h"
 
@@ -24,20 +23,16 @@ QStringList updatedTables()
 
 } // namespace
 
-bool CONVERTENGINES(Connection *connection)
+void CONVERTENGINES(UpdateRun &run)
 {
-    ErrorTail tail(QStringLiteral("CONVERTENGINES"), QStringLiteral("frmupdatedb"));
-    return CarryOut(tail, [connection] {
-        Recordset others;
-        Probe(others,
+    Recordset others;
+    run.probe(others,
               QStringLiteral("Select TABLE_NAME from information_schema.TABLES Where TABLE_SCHEMA=Database() and "
-                             "TABLE_TYPE='BASE TABLE' and ENGINE<>'InnoDB'"),
-              connection);
-        const QStringList ours = updatedTables();
-        for (; !others.Eof(); others.MoveNext()) {
-            const QString table = others.Fields(0).text();
-            if (ours.contains(table, Qt::CaseInsensitive))
-                Write(connection, Sql("Alter Table ", table, " Engine=InnoDB"));
-        }
-    });
+                             "TABLE_TYPE='BASE TABLE' and ENGINE<>'InnoDB'"));
+    const QStringList ours = updatedTables();
+    for (; !others.Eof(); others.MoveNext()) {
+        const QString table = others.Fields(0).text();
+        if (ours.contains(table, Qt::CaseInsensitive))
+            run.write(Sql("Alter Table ", table, " Engine=InnoDB"));
+    }
 }

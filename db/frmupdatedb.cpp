@@ -33,8 +33,7 @@ void frmupdatedb::FORM_ACTIVATE()
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     window()->repaint(); // the text must stand there before the long work begins
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    tail([] { UpdateDatabase(Cnn); });
-    DbUpdated = true;
+    tail([] { DbUpdated = UpdateDatabase(Cnn); });
     QGuiApplication::restoreOverrideCursor();
     m_working = false;
     Unload();

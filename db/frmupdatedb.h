@@ -10,7 +10,7 @@ class frmupdatedb;
 }
 
 /// Asks the user to wait while the database is brought up to date. Shown modally; it starts by itself and goes away when
-/// the work has come to its end. `DbUpdated` is true from then on, whatever single statements failed.
+/// the work is over. `DbUpdated` is true from then on when the work came to its end, whatever single statements failed.
 class FBT_OFFERED frmupdatedb : public Screen
 {
     Q_OBJECT

@@ -15,6 +15,7 @@
 #include "masters/frmnatmas.h"
 #include "platform/clock.h"
 #include "platform/connection.h"
+#include "records/updatemark.h"
 #include "ui_frmmain.h"
 
 #include <QLocale>
@@ -145,9 +146,12 @@ void frmmain::firstActivation(NoTail &none)
         if (MainObj->ChkRepDbFlag())
             Base->RepairData(this);
     });
+    bool wanted = false;
     bool upToDate = true;
+    none([&] { wanted = MainObj->CreateDbFlag() || MainObj->UpdateDbFlag(); });
     none([&] {
-        if (MainObj->CreateDbFlag() || MainObj->UpdateDbFlag())
+        // An update that was cut off is completed, also where the host's main object does not know how to see it.
+        if (wanted || UpdateIsMarked(Cnn))
             upToDate = updateDatabase();
     });
     if (!upToDate) {

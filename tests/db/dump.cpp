@@ -2,6 +2,14 @@
 
 #include "tests/support/testmodule.h"
 
+void Carry(TestModule &module, const QStringList &statements)
+{
+    for (const QString &statement : statements) {
+        if (!module.connection.Execute(statement))
+            qFatal("%s: %s", qPrintable(statement), qPrintable(module.logLines().join(u'\n')));
+    }
+}
+
 QStringList StructureOf(TestModule &module)
 {
     return module.rows(QStringLiteral("Select TABLE_NAME, ORDINAL_POSITION, COLUMN_NAME, COLUMN_TYPE, COLUMN_DEFAULT, "

@@ -1,5 +1,6 @@
 #include "db/indexes.h"
 #include "db/updater.h"
+#include "db/updaterun.h"
 #include "tests/db/dump.h"
 #include "tests/support/testmodule.h"
 
@@ -229,7 +230,8 @@ void TestIndexes::sameRowsInTheSameOrder()
     Rows(module, clients, rowsEach).fill();
     const int asked = qMin(clients, 60);
     const QStringList without = answers(module, asked);
-    CREATEINDEXES(&module.connection);
+    UpdateRun run(&module.connection);
+    CREATEINDEXES(run);
     if (analysed)
         module.rows(Sql("Analyze Table FBT_Detail,FBT_SalDet,FBT_Challan,FBT_Info,FBT_BankDet,FBT_ExpHead", year,
                         ",FBT_ExpRate", year));

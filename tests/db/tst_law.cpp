@@ -50,12 +50,6 @@ QStringList expectedRates(const QString &pattern)
     return rows;
 }
 
-void execute(TestModule &module, const QStringList &statements)
-{
-    for (const QString &statement : statements)
-        QVERIFY2(module.connection.Execute(statement), qPrintable(statement));
-}
-
 } // namespace
 
 void TestLaw::initTestCase()
@@ -246,10 +240,10 @@ void TestLaw::userHeadMovesUp()
 {
     TestModule module(m_server);
     UpdateDatabase(&module.connection);
-    execute(module, {"Delete from FBT_Head2007 Where HeadId=20",
-                     "Insert into FBT_Head2007 Values (20,'X','Own'),(25,'Y','Other')",
-                     "Update FBT_ExpHead2007 Set HeadId=9 Where HeadId=20",
-                     "Insert into FBT_ExpHead2007 Values (200,20,'Own item')"});
+    Carry(module, {"Delete from FBT_Head2007 Where HeadId=20",
+                   "Insert into FBT_Head2007 Values (20,'X','Own'),(25,'Y','Other')",
+                   "Update FBT_ExpHead2007 Set HeadId=9 Where HeadId=20",
+                   "Insert into FBT_ExpHead2007 Values (200,20,'Own item')"});
     UPDATEDB(&module.connection);
     QCOMPARE(module.rows("Select HeadId,HeadDesc from FBT_Head2007 Where HeadId>=20 Order by HeadId"),
              (QStringList{"20\tTour, Travel and Foreign Travel", "21\tOwn", "26\tOther"}));
@@ -262,14 +256,14 @@ void TestLaw::copyInheritsAndLawIsAppliedAgain()
 {
     TestModule module(m_server);
     UpdateDatabase(&module.connection);
-    execute(module,
-            {"Update FBT_ExpRate2009 Set IntRt=20 Where SrNo=95", "Update FBT_ExpRate2009 Set IntRt=50 Where SrNo=102",
-             "Update FBT_ExpRate2009 Set IntRt=35 Where SrNo=103", "Update FBT_ExpRate2008 Set IntRt=33 Where SrNo=95",
-             "Update FBT_ExpRate2006 Set IntRt=20 Where SrNo=65 and NatId=6", // not yet the law of that year
-             "Update FBT_ExpRate2007 Set IntRt=20 Where SrNo=65 and NatId=6",
-             "Delete from FBT_ExpHead2009 Where HeadId=12", "Delete from FBT_Head2009 Where HeadId=12",
-             "Insert into FBT_Head2009 Values (40,'Z','Own')", "Delete from FBT_Head2010",
-             "Delete from FBT_ExpHead2010", "Delete from FBT_ExpRate2010"});
+    Carry(module,
+          {"Update FBT_ExpRate2009 Set IntRt=20 Where SrNo=95", "Update FBT_ExpRate2009 Set IntRt=50 Where SrNo=102",
+           "Update FBT_ExpRate2009 Set IntRt=35 Where SrNo=103", "Update FBT_ExpRate2008 Set IntRt=33 Where SrNo=95",
+           "Update FBT_ExpRate2006 Set IntRt=20 Where SrNo=65 and NatId=6", // not yet the law of that year
+           "Update FBT_ExpRate2007 Set IntRt=20 Where SrNo=65 and NatId=6",
+           "Delete from FBT_ExpHead2009 Where HeadId=12", "Delete from FBT_Head2009 Where HeadId=12",
+           "Insert into FBT_Head2009 Values (40,'Z','Own')", "Delete from FBT_Head2010", "Delete from FBT_ExpHead2010",
+           "Delete from FBT_ExpRate2010"});
     UPDATEDB(&module.connection);
     const auto rate = [&](const char *year, int item, int nature) {
         return module.rows(Sql("Select IntRt from FBT_ExpRate", year, " Where SrNo=", item, " and NatId=", nature))
@@ -290,10 +284,10 @@ void TestLaw::sharesTakeTheNextFreeNumbers()
 {
     TestModule module(m_server);
     UpdateDatabase(&module.connection);
-    execute(module,
-            {"Delete from FBT_Head2008 Where HeadId=21", "Delete from FBT_ExpHead2008 Where SrNo=135",
-             "Insert into FBT_Head2008 Values (30,'Z','Own')", "Insert into FBT_ExpHead2008 Values (150,30,'Own')",
-             "Insert into FBT_ExpRate2008 Values (151,3,77)"}); // a rate left behind by a deleted item
+    Carry(module,
+          {"Delete from FBT_Head2008 Where HeadId=21", "Delete from FBT_ExpHead2008 Where SrNo=135",
+           "Insert into FBT_Head2008 Values (30,'Z','Own')", "Insert into FBT_ExpHead2008 Values (150,30,'Own')",
+           "Insert into FBT_ExpRate2008 Values (151,3,77)"}); // a rate left behind by a deleted item
     UPDATEDB(&module.connection);
     QCOMPARE(module.rows("Select HeadId from FBT_Head2008 Where Section='115WB(1)(d)'"), QStringList{"31"});
     QCOMPARE(module.rows("Select SrNo,HeadId from FBT_ExpHead2008 Where HeadId=31"), QStringList{"151\t31"});
@@ -309,7 +303,7 @@ void TestLaw::filledYearIsNotFilledAgain()
 {
     TestModule module(m_server);
     UpdateDatabase(&module.connection);
-    execute(module, {"Delete from FBT_ExpHead2006", "Delete from FBT_ExpRate2006"});
+    Carry(module, {"Delete from FBT_ExpHead2006", "Delete from FBT_ExpRate2006"});
     UPDATEDB(&module.connection);
     QCOMPARE(module.rows("Select * from FBT_ExpHead2006"), QStringList());
     QCOMPARE(module.rows("Select * from FBT_ExpRate2006"), QStringList());

@@ -1,0 +1,81 @@
+#include "db/structurecheck.h"
+
+#include "db/schema.h"
+#include "db/updaterun.h"
+#include "db/yearlymasters.h"
+#include "platform/recordset.h"
+
+#include <QMap>
+
+#include <algorithm>
+
+namespace {
+
+using ColumnCounts = QMap<QString, int>;
+
+/// Numbers of columns that a table had in earlier versions: an update adds the others.
+struct EarlierShape
+{
+    const char *table;
+    int columns;
+};
+
+constexpr EarlierShape earlierShapes[] = {
+    {"fbt_info", 17},    {"fbt_info", 22},    {"fbt_challan", 17}, {"fbt_challan", 19}, {"fbt_addinfo", 25},
+    {"fbt_addinfo", 29}, {"fbt_addinfo", 33}, {"fbt_addinfo", 35}, {"srate", 6},
+};
+
+// A key of the tables that only the server sees is no column of theirs.
+bool readCounts(UpdateRun &run, ColumnCounts &counts)
+{
+    Recordset found;
+    if (!run.probe(found, QStringLiteral("Select TABLE_NAME,Count(*) from information_schema.COLUMNS Where "
+                                         "TABLE_SCHEMA=Database() and COLUMN_NAME<>'FbtRow' Group by TABLE_NAME")))
+        return false;
+    for (; !found.Eof(); found.MoveNext())
+        counts.insert(found.Fields(0).text().toLower(), found.Fields(1).whole());
+    return true;
+}
+
+bool isThere(const ColumnCounts &counts, const TableShape &table, const QString &suffix = {})
+{
+    return counts.contains(Sql(table.name, suffix).toLower());
+}
+
+bool allTables(const ColumnCounts &counts)
+{
+    const auto module = ModuleTables();
+    const auto yearly = YearlyTables();
+    bool all =
+        std::all_of(module.begin(), module.end(), [&](const TableShape &table) { return isThere(counts, table); });
+    for (int year = firstMasterYear; year <= lastMasterYear; ++year)
+        all = all && std::all_of(yearly.begin(), yearly.end(), [&](const TableShape &table) {
+                  return isThere(counts, table, QString::number(year));
+              });
+    return all;
+}
+
+bool allColumns(const ColumnCounts &counts)
+{
+    return std::none_of(std::begin(earlierShapes), std::end(earlierShapes), [&](const EarlierShape &shape) {
+        return counts.value(QString::fromLatin1(shape.table)) == shape.columns;
+    });
+}
+
+bool headsInEachYear(UpdateRun &run)
+{
+    for (int year = firstMasterYear; year <= lastMasterYear; ++year) {
+        if (run.isEmpty(Sql("FBT_Head", year)))
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+bool StructureIsWhole(UpdateRun &run)
+{
+    ColumnCounts counts;
+    return readCounts(run, counts) && allTables(counts) && allColumns(counts) &&
+           (!run.leftOpen() || headsInEachYear(run));
+}
