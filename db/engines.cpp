@@ -7,29 +7,13 @@
 
 #include <QStringList>
 
-namespace {
-
-QStringList updatedTables()
-{
-    QStringList names;
-    for (const TableShape &table : ModuleTables())
-        names << QString::fromLatin1(table.name);
-    for (const TableShape &table : YearlyTables()) {
-        for (int year = firstMasterYear; year <= lastMasterYear; ++year)
-            names << Sql(table.name, year);
-    }
-    return names;
-}
-
-} // namespace
-
 void CONVERTENGINES(UpdateRun &run)
 {
     Recordset others;
     run.probe(others,
               QStringLiteral("Select TABLE_NAME from information_schema.TABLES Where TABLE_SCHEMA=Database() and "
                              "TABLE_TYPE='BASE TABLE' and ENGINE<>'InnoDB'"));
-    const QStringList ours = updatedTables();
+    const QStringList ours = UpdatedTables();
     for (; !others.Eof(); others.MoveNext()) {
         const QString table = others.Fields(0).text();
         if (ours.contains(table, Qt::CaseInsensitive))

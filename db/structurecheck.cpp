@@ -1,9 +1,10 @@
 #include "db/structurecheck.h"
 
-#include "db/schema.h"
 #include "db/updaterun.h"
 #include "db/yearlymasters.h"
 #include "platform/recordset.h"
+#include "records/locktable.h"
+#include "records/rowkey.h"
 
 #include <QMap>
 
@@ -29,30 +30,20 @@ constexpr EarlierShape earlierShapes[] = {
 bool readCounts(UpdateRun &run, ColumnCounts &counts)
 {
     Recordset found;
-    if (!run.probe(found, QStringLiteral("Select TABLE_NAME,Count(*) from information_schema.COLUMNS Where "
-                                         "TABLE_SCHEMA=Database() and COLUMN_NAME<>'FbtRow' Group by TABLE_NAME")))
+    if (!run.probe(found, Sql("Select TABLE_NAME,Count(*) from information_schema.COLUMNS Where "
+                              "TABLE_SCHEMA=Database() and COLUMN_NAME<>'",
+                              rowKey, "' Group by TABLE_NAME")))
         return false;
     for (; !found.Eof(); found.MoveNext())
         counts.insert(found.Fields(0).text().toLower(), found.Fields(1).whole());
     return true;
 }
 
-bool isThere(const ColumnCounts &counts, const TableShape &table, const QString &suffix = {})
-{
-    return counts.contains(Sql(table.name, suffix).toLower());
-}
-
 bool allTables(const ColumnCounts &counts)
 {
-    const auto module = ModuleTables();
-    const auto yearly = YearlyTables();
-    bool all =
-        std::all_of(module.begin(), module.end(), [&](const TableShape &table) { return isThere(counts, table); });
-    for (int year = firstMasterYear; year <= lastMasterYear; ++year)
-        all = all && std::all_of(yearly.begin(), yearly.end(), [&](const TableShape &table) {
-                  return isThere(counts, table, QString::number(year));
-              });
-    return all;
+    const QStringList tables = UpdatedTables() << QString::fromLatin1(lockTable);
+    return std::all_of(tables.begin(), tables.end(),
+                       [&](const QString &table) { return counts.contains(table.toLower()); });
 }
 
 bool allColumns(const ColumnCounts &counts)

@@ -4,6 +4,7 @@
 #include "db/clientsteps.h"
 #include "db/engines.h"
 #include "db/indexes.h"
+#include "db/rowkeys.h"
 #include "db/schema.h"
 #include "db/seed.h"
 #include "db/structurecheck.h"
@@ -115,12 +116,17 @@ bool createIndexes(UpdateRun &run)
     return carryOut(run, "CREATEINDEXES", [&] { CREATEINDEXES(run); });
 }
 
+bool addRowKeys(UpdateRun &run)
+{
+    return carryOut(run, "ADDROWKEYS", [&] { ADDROWKEYS(run); });
+}
+
 using Procedure = bool (*)(UpdateRun &);
 
 constexpr Procedure procedures[] = {
     convertEngines, createTables,
     createIndexes, // the conversion of old clients looks each one up by its code
-    updateRows,     createIndexes,
+    updateRows,     createIndexes, addRowKeys,
 };
 
 bool openMark(UpdateRun &run)
@@ -155,9 +161,9 @@ bool UPDATEDB(Connection *connection)
     return updateRows(run);
 }
 
-bool UpdateDatabase(Connection *connection)
+bool UpdateDatabase(Connection *connection, UpdateLock *lock)
 {
-    UpdateRun run(connection);
+    UpdateRun run(connection, lock);
     // Without the mark a run that was cut off could not be seen, so nothing is begun.
     if (!openMark(run) ||
         !std::all_of(std::begin(procedures), std::end(procedures), [&](Procedure part) { return part(run); }) ||

@@ -3,6 +3,7 @@
 #include "platform/offer.h"
 
 class Connection;
+class UpdateLock;
 
 /// The update of the structure and of the law in the masters. It looks at what is there and keeps no version: every
 /// step can run again and does nothing where its work is done. A failed statement costs itself only and is logged; the
@@ -22,6 +23,7 @@ FBT_OFFERED bool CREATETABLES(Connection *connection);
 /// Adds the columns of later versions to older tables, converts older rows, and fills the masters that are empty.
 FBT_OFFERED bool UPDATEDB(Connection *connection);
 
-/// The whole update: engines, tables, rows and indexes, between the setting of the mark and its removal. True when it
+/// The whole update: engines, tables, rows, indexes and hidden keys, between the setting of the mark and its removal. True when it
 /// came to its end and all tables are there with their columns: the database can be worked with.
-FBT_OFFERED bool UpdateDatabase(Connection *connection);
+/// @param lock the lock that is held and kept; null for a database that no other program can reach
+FBT_OFFERED bool UpdateDatabase(Connection *connection, UpdateLock *lock = nullptr);

@@ -1,6 +1,7 @@
 #include "db/updaterun.h"
 
 #include "context/errortail.h"
+#include "db/updatelock.h"
 #include "platform/recordset.h"
 #include "records/change.h"
 
@@ -156,6 +157,11 @@ bool UpdateRun::fill(const QStringList &statements)
 bool UpdateRun::carryOut(ErrorTail &tail, const std::function<void()> &step)
 {
     for (int tried = 1; tried <= timesLost; ++tried) {
+        if (m_lock != nullptr && !m_lock->keep()) {
+            tail.take({FaultNumber::General, QStringLiteral("Another program goes on with the update."),
+                       QStringLiteral("FBT")});
+            return false;
+        }
         bool lost = false;
         bool noRoom = false;
         tail([&] {

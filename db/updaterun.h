@@ -12,6 +12,7 @@
 class Connection;
 class ErrorTail;
 class Recordset;
+class UpdateLock;
 
 /// The server was lost in a step. The step is carried out again: it looks at what is there, so that nothing is done
 /// twice and nothing is left out.
@@ -36,8 +37,10 @@ public:
 class FBT_OFFERED UpdateRun
 {
 public:
-    explicit UpdateRun(Connection *connection)
+    /// @param lock the lock that the run must hold at each step; null: none
+    explicit UpdateRun(Connection *connection, UpdateLock *lock = nullptr)
         : m_connection(connection)
+        , m_lock(lock)
     {
     }
 
@@ -66,7 +69,7 @@ public:
     bool fill(const QStringList &statements);
 
     /// Carries out a step under its tail. A step in which the server was lost is carried out again. False when the
-    /// update must end here, which the tail has logged.
+    /// update must end here, which the tail has logged: also when another program has taken the update over meanwhile.
     bool carryOut(ErrorTail &tail, const std::function<void()> &step);
 
     /// Something was left open, for the next update to complete.
@@ -81,5 +84,6 @@ private:
     bool sendGroup(const QStringList &statements);
 
     Connection *m_connection;
+    UpdateLock *m_lock;
     bool m_leftOpen = false;
 };

@@ -151,6 +151,18 @@ void YearlyMasters::addSecuritiesItem(int headId)
 
 } // namespace
 
+QStringList UpdatedTables()
+{
+    QStringList names;
+    for (const TableShape &table : ModuleTables())
+        names << QString::fromLatin1(table.name);
+    for (const TableShape &table : YearlyTables()) {
+        for (int year = firstMasterYear; year <= lastMasterYear; ++year)
+            names << Sql(table.name, year);
+    }
+    return names;
+}
+
 void UpdateYearlyMasters(UpdateRun &run, bool baseFilled)
 {
     bool filled = baseFilled;

@@ -171,7 +171,8 @@ void frmmain::firstActivation(NoTail &none)
 bool frmmain::updateDatabase()
 {
     DbUpdated = false;
-    frmupdatedb(MdiForm).showModal();
+    frmupdatedb screen(MdiForm); // holds the lock of the update until the version is written
+    screen.showModal();
     if (!DbUpdated) {
         MsgBox(this, QStringLiteral("Failed to Update Database Structure."));
         return false;

@@ -262,7 +262,8 @@ void TestIndexes::refuseNothing()
 {
     TestModule module(m_server);
     UpdateDatabase(&module.connection);
-    QCOMPARE(module.rows("Select * from information_schema.STATISTICS Where TABLE_SCHEMA=Database() and NON_UNIQUE=0"),
+    QCOMPARE(module.rows("Select * from information_schema.STATISTICS Where TABLE_SCHEMA=Database() and NON_UNIQUE=0 "
+                         "and COLUMN_NAME<>'FbtRow' and TABLE_NAME<>'FBT_Lock'"),
              QStringList());
     for (int i = 0; i < 2; ++i)
         QVERIFY(module.connection.Execute("Insert into FBT_Detail Values('A',2008,1,1,1,1,100)"));

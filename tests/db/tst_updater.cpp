@@ -1,4 +1,5 @@
 #include "db/updater.h"
+#include "platform/recordset.h"
 #include "records/updatemark.h"
 #include "tests/db/dump.h"
 #include "tests/support/testmodule.h"
@@ -36,6 +37,14 @@ QStringList goldenStatements()
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
         return {};
     return QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
+}
+
+// As every reader sees it: without the hidden key.
+int shownColumns(TestModule &module, const QString &table)
+{
+    Recordset rows;
+    rows.Open(table, &module.connection);
+    return rows.FieldCount();
 }
 
 } // namespace
@@ -121,11 +130,11 @@ void TestUpdater::olderShapeGrows()
                         : table == u"FBT_Info" ? "Code_no) Values ('A')"
                                                : "Code_No) Values ('A')";
     Carry(module, {Sql("Delete from ", table), "Insert into " + table + " (" + row});
-    QCOMPARE(module.rows(Sql("Show Columns from ", table)).size(), columns);
+    QCOMPARE(shownColumns(module, table), columns);
 
     QVERIFY(UpdateDatabase(&module.connection));
     if (added.isNull()) { // nobody knows what was done to it
-        QCOMPARE(module.rows(Sql("Show Columns from ", table)).size(), columns);
+        QCOMPARE(shownColumns(module, table), columns);
         return;
     }
     QCOMPARE(Difference(StructureOf(module), fresh), QString());
