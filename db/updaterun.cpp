@@ -25,7 +25,7 @@ bool isLock(int number)
 // The disk, or what the server may use of it, is full. Some faults tell it by the system's number in their text only.
 bool isNoRoom(int number, const QString &text)
 {
-    static const QRegularExpression full(QStringLiteral("(errno|Errcode|error):? (27|28|122)\\b"),
+    static const QRegularExpression full(QStringLiteral("(errno|Errcode|error):? (27|28|122|135)\\b"),
                                          QRegularExpression::CaseInsensitiveOption);
     return number == 1021 || number == 1026 || number == 1114 || full.match(text).hasMatch();
 }
