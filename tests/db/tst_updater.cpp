@@ -187,6 +187,33 @@ void TestUpdater::convertsRows_data()
         "2008-1:30/09/2008 2008-2:30/09/2008 2008-3:31/10/2008 2008-4:30/09/2008 "
         "2009-1:05/10/2009 2009-2:30/09/2009 2009-3:31/07/2009 2009-4:30/09/2009 "
         "2010-1:31/10/2010 2010-2:30/09/2010 2010-3:31/07/2010 2010-4:30/09/2010");
+    row("a head of the user's own moves up",
+        {"Delete from FBT_Head2007 Where HeadId=20", "Insert into FBT_Head2007 Values (20,'X','Own'),(25,'Y','Other')",
+         "Update FBT_ExpHead2007 Set HeadId=9 Where HeadId=20", "Insert into FBT_ExpHead2007 Values (200,20,'Own')"},
+        "Select Concat(HeadId,':',HeadDesc,':',(Select Group_concat(SrNo Order by SrNo) from FBT_ExpHead2007 i Where "
+        "i.HeadId=h.HeadId)) from FBT_Head2007 h Where HeadId in (20,21) Order by HeadId",
+        "20:Tour, Travel and Foreign Travel:58,59,60,63,64 21:Own:200");
+    row("the law of a year is applied again, its copy inherits",
+        {"Update FBT_ExpRate2009 Set IntRt=20 Where SrNo=95", "Update FBT_ExpRate2009 Set IntRt=50 Where SrNo=102",
+         "Update FBT_ExpRate2009 Set IntRt=35 Where SrNo=103", "Update FBT_ExpRate2008 Set IntRt=33 Where SrNo=95",
+         "Delete from FBT_Head2010", "Delete from FBT_ExpHead2010", "Delete from FBT_ExpRate2010"},
+        "Select IntRt from FBT_ExpRate2009 Where SrNo in (95,102,103) Union all Select IntRt from FBT_ExpRate2010 "
+        "Where "
+        "SrNo=103 Union all Select IntRt from FBT_ExpRate2008 Where SrNo=95",
+        "0 20 35 35 33");
+    row("the heads alone tell whether a year was filled", {"Delete from FBT_ExpHead2006"},
+        "Select Count(*) from FBT_ExpHead2006", "0");
+    row("shares take the next free numbers",
+        {"Delete from FBT_Head2008 Where HeadId=21", "Delete from FBT_ExpHead2008 Where SrNo=135",
+         "Insert into FBT_Head2008 Values (30,'Z','Own')", "Insert into FBT_ExpHead2008 Values (150,30,'Own')",
+         "Insert into FBT_ExpRate2008 Values (151,3,77)"}, // a rate that a deleted item left
+        "Select Concat(i.SrNo,':',i.HeadId,':',NatId,':',IntRt) from FBT_Head2008 h,FBT_ExpHead2008 i,FBT_ExpRate2008 "
+        "r "
+        "Where Section='115WB(1)(d)' and i.HeadId=h.HeadId and r.SrNo=i.SrNo",
+        "151:31:0:100");
+    row("a head of shares without a number",
+        {"Update FBT_Head2008 Set HeadId=Null Where HeadId=21", "Delete from FBT_ExpHead2008 Where HeadId=21"},
+        "Select Concat(SrNo,':',HeadId) from FBT_ExpHead2008 Where SrNo>134", "135:0");
     row("service tax", {"Update SRate Set Rate=99 Where yr=2006", "Delete from SRate Where yr=2007"},
         "Select Concat(Frm,'=',Rate) from SRate",
         "01/07/1994=5 14/05/2003=8 10/09/2004=10 18/04/2006=12 11/05/2007=12");

@@ -14,17 +14,16 @@ private slots:
     void initTestCase();
     void cutAnywhere_data();
     void cutAnywhere();
-    void serverKilled_data();
-    void serverKilled();
     void lostAtTheFirstStatements();
     void rowsLockedByAnother_data();
     void rowsLockedByAnother();
 
 private:
+    enum class Cut { OneStatement, ForGood, Kill, KillAndBack };
+
     void startFrom(TestModule &module, bool old);
     QStringList taken(TestModule &module);
-    QString wrong(TestModule &module, bool old, qsizetype at);
-    QString cutAndCompleted(bool old, qsizetype at, bool forGood);
+    QString cutAndCompleted(bool old, qsizetype at, Cut cut);
 
     TestServer m_server;
     QString m_template;          // schema of the older database
@@ -69,9 +68,7 @@ QString schemaOf(TestModule &module)
     return module.rows("Select Database()").constFirst();
 }
 
-using Observer = std::function<void(const QString &)>;
-
-bool update(TestModule &module, const Observer &observer)
+bool update(TestModule &module, const std::function<void(const QString &)> &observer)
 {
     module.connection.setObserver(observer);
     const bool ended = UpdateDatabase(&module.connection);
@@ -135,101 +132,68 @@ void TestUpdaterCut::initTestCase()
     }
 }
 
-// Loses the connection before a statement, for good or for this statement only, starts the program again on a server that
-// is there, and tells what is different.
-QString TestUpdaterCut::cutAndCompleted(bool old, qsizetype at, bool forGood)
+// Loses the connection or the server before a statement, starts the program again on a server that is there, and tells
+// what is different. A server that is back at once costs nothing: the step in which it was lost is carried out again.
+QString TestUpdaterCut::cutAndCompleted(bool old, qsizetype at, Cut cut)
 {
     TestModule module(m_server);
     const ServerAddress address = module.connection.address();
+    const bool gone = cut == Cut::ForGood || cut == Cut::Kill;
+    const bool killed = cut == Cut::Kill || cut == Cut::KillAndBack;
     startFrom(module, old);
     qsizetype sent = 0;
     const bool ended = update(module, [&](const QString &) {
-        if (sent == at)
+        if (sent == at && killed)
+            m_server.kill();
+        else if (sent == at)
             module.connection.close();
-        else if (sent == at + 1 && !forGood)
+        if (sent == at && cut == Cut::KillAndBack)
+            m_server.restart();
+        if (sent == at + 1 && cut == Cut::OneStatement)
             module.connection.open(address);
         ++sent;
     });
-    // Cut at the very last statement, that one statement is lost: the mark is dropped already.
-    if (ended == forGood && at + 1 < m_statements[old].size())
-        return (ended ? "Counted as done without " : "Not done for want of ") + m_statements[old][at];
-    if (forGood && !module.connection.open(address))
+    if (cut == Cut::Kill)
+        m_server.restart();
+    if (gone && !module.connection.open(address))
         qFatal("The server is gone.");
+    const QString where = m_statements[old][at] + QString(": ");
+    // Of the very last statement nothing depends: the mark is dropped already.
+    if (ended == gone && at + 1 < m_statements[old].size())
+        return where + (ended ? "counted as done" : "not done");
     // Before the mark stands nothing is begun, and the host's own flags are as before.
-    if (!ended && !(at == 0 ? UpdateDatabase(&module.connection) : completed(module)) &&
-        at + 1 < m_statements[old].size())
-        return "Not completed after " + m_statements[old][at];
-    return wrong(module, old, at);
-}
-
-QString TestUpdaterCut::wrong(TestModule &module, bool old, qsizetype at)
-{
+    if (!ended && at + 1 < m_statements[old].size() &&
+        !(at == 0 ? UpdateDatabase(&module.connection) : completed(module)))
+        return where + "not completed";
     const QString difference = Difference(taken(module), m_result[old]);
-    return difference.isEmpty() ? difference : m_statements[old][at] + QStringLiteral(": ") + difference;
+    return difference.isEmpty() ? difference : where + difference;
 }
 
 void TestUpdaterCut::cutAnywhere_data()
 {
     QTest::addColumn<bool>("old");
-    QTest::addColumn<bool>("forGood");
+    QTest::addColumn<Cut>("cut");
     QTest::addColumn<int>("first"); // the rows share the places among them
     QTest::addColumn<int>("every");
-    QTest::newRow("empty database, one statement") << false << false << 0 << 12;
-    QTest::newRow("older database, one statement") << true << false << 1 << 16;
-    QTest::newRow("empty database, for good") << false << true << 2 << 30;
-    QTest::newRow("older database, for good") << true << true << 3 << 30;
+    QTest::newRow("empty database, one statement") << false << Cut::OneStatement << 0 << 12;
+    QTest::newRow("older database, one statement") << true << Cut::OneStatement << 1 << 16;
+    QTest::newRow("empty database, for good") << false << Cut::ForGood << 0 << 30;
+    QTest::newRow("older database, for good") << true << Cut::ForGood << 3 << 30;
+    QTest::newRow("empty database, server killed") << false << Cut::Kill << 4 << 60;
+    QTest::newRow("older database, server killed") << true << Cut::Kill << 5 << 50;
+    QTest::newRow("older database, server back at once") << true << Cut::KillAndBack << 6 << 50;
 }
 
 void TestUpdaterCut::cutAnywhere()
 {
     QFETCH(bool, old);
-    QFETCH(bool, forGood);
+    QFETCH(Cut, cut);
     QFETCH(int, first);
     QFETCH(int, every);
     const QList<qsizetype> all = places(m_statements[old]);
     QVERIFY(all.size() > 100);
     for (qsizetype i = first; i < all.size(); i += every)
-        QCOMPARE(cutAndCompleted(old, all[i], forGood), QString());
-}
-
-void TestUpdaterCut::serverKilled_data()
-{
-    QTest::addColumn<bool>("old");
-    QTest::addColumn<QString>("statement"); // the server is gone before this one
-    QTest::newRow("while tables are made") << false << "Create Table If Not Exists FBT_Nature (";
-    QTest::newRow("among items and rates") << false << "Insert into FBT_ExpRate Values (100,0";
-    QTest::newRow("between heads and items") << false << "Insert Into FBT_ExpHead2008 ";
-    QTest::newRow("between renumbered heads and items") << true << "Update FBT_ExpHead2007 Set HeadId=HeadId+1";
-    QTest::newRow("before new rates") << true << "Insert into FBT_ExpRate2007 Values (58";
-    QTest::newRow("before the rate of shares") << true << "Insert into FBT_ExpRate2008 Values (";
-}
-
-void TestUpdaterCut::serverKilled()
-{
-    QFETCH(bool, old);
-    QFETCH(QString, statement);
-    qsizetype at = 0;
-    while (!m_statements[old].value(at, statement).startsWith(statement))
-        ++at;
-    QVERIFY(at < m_statements[old].size());
-    for (const bool backAtOnce : {false, true}) {
-        TestModule module(m_server);
-        startFrom(module, old);
-        qsizetype sent = 0;
-        // A server that is back at once costs nothing: the step in which it was lost is carried out again.
-        const bool ended = update(module, [&](const QString &) {
-            if (sent++ != at)
-                return;
-            m_server.kill();
-            if (backAtOnce)
-                m_server.restart();
-        });
-        QCOMPARE(ended, backAtOnce);
-        if (!backAtOnce)
-            m_server.restart();
-        QCOMPARE(completed(module), !backAtOnce);
-        QCOMPARE(wrong(module, old, at), QString());
-    }
+        QCOMPARE(cutAndCompleted(old, all[i], cut), QString());
 }
 
 // Nothing may be begun that no later start can see.
