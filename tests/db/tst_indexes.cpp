@@ -10,7 +10,6 @@
 #include "tests/db/dump.h"
 #include "tests/support/testmodule.h"
 
-#include <QRandomGenerator>
 #include <QTest>
 
 /// The indexes change no answer and no order of one: every query that the program is seen to send is asked without and
@@ -33,73 +32,31 @@ namespace {
 
 constexpr int year = 2008;
 
-/// Random rows, the same at each run.
-class Rows
+// Codes, of which some differ in capitals only or end in a blank: for the database they are the same client.
+QString code(int client)
 {
-public:
-    Rows(TestModule &module, int clients, int rowsEach)
-        : m_module(module)
-        , m_clients(clients)
-        , m_rowsEach(rowsEach)
-    {
-    }
-
-    void fill();
-
-    /// Codes, of which some differ in capitals only or end in a blank: for the database they are the same client.
-    [[nodiscard]] static QString code(int client)
-    {
-        constexpr int forms = 3;
-        const QString text = Sql("Code", client / forms);
-        return client % forms == 0 ? text : client % forms == 1 ? text.toUpper() : text + u' ';
-    }
-
-private:
-    int below(int bound) { return static_cast<int>(m_random.bounded(bound)); }
-    QString amount() { return NumberText(below(1'000'000) / 100.0); }
-    QString key(int client) { return Sql("'", code(client), "',", 2006 + below(4)); }
-    void insert(const QString &table, const QString &columns, int count, const std::function<QString()> &values);
-
-    TestModule &m_module;
-    int m_clients;
-    int m_rowsEach;
-    QRandomGenerator m_random{20080401};
-};
-
-void Rows::insert(const QString &table, const QString &columns, int count, const std::function<QString()> &values)
-{
-    constexpr int batch = 500;
-    QStringList rows;
-    for (int i = 1; i <= count; ++i) {
-        rows << u'(' + values() + u')';
-        if (rows.size() == batch || i == count) {
-            QVERIFY(
-                m_module.connection.Execute(Sql("Insert into ", table, " (", columns, ") Values ", rows.join(u','))));
-            rows.clear();
-        }
-    }
-    // Rows that were deleted and written again stand elsewhere than their numbers say.
-    QVERIFY(m_module.connection.Execute(Sql("Delete from ", table, " Where Rand(7)<0.1")));
+    const QString text = Sql("Code", client / 3);
+    return client % 3 == 0 ? text : client % 3 == 1 ? text.toUpper() : text + u' ';
 }
 
-void Rows::fill()
+// Rows in no order, with doubles. Those that were deleted and written again stand elsewhere than their numbers say.
+void fill(TestModule &module, int clients, int rowsEach)
 {
-    const int count = m_clients * m_rowsEach;
-    const auto client = [&] { return key(below(m_clients)); };
-    insert(Sql("FBT_ExpHead", year), "SrNo,HeadId,ExpDesc", 60,
-           [&] { return Sql(1 + below(150), ",", 1 + below(21), ",'Again ", below(1000), "'"); });
-    insert(Sql("FBT_ExpRate", year), "SrNo,NatId,IntRt", 200,
-           [&] { return Sql(1 + below(150), ",", below(8), ",", below(100)); });
-    insert("FBT_Info", "Code_no,Name,Busnat,ClStatus,SurApp", m_clients * 2, [&] {
-        return Sql("'", code(below(m_clients)), "','Name ", below(1000), "','1,3',", below(18), ",'00000'");
-    });
-    insert("FBT_Detail", "Code_No,Tyear,Quarter,NatId,SrNo,ExpId,Amt", count, [&] {
-        return Sql(client(), ",", below(6), ",", below(9) - 1, ",", below(12), ",", 1 + below(155), ",", amount());
-    });
-    insert("FBT_SalDet", "Code_No,Tyear,Quarter,NatId,Amt", count,
-           [&] { return Sql(client(), ",", below(6), ",", below(9) - 1, ",", amount()); });
-    insert("FBT_AddInfo", "Code_No,Tyear,EmpBoth,IndiaEmp", count / 4,
-           [&] { return Sql(client(), ",'", below(2), "',", below(1000)); });
+    const QString client = Sql("Concat(Elt(1+seq*7919%", clients, "%3,'Code','CODE','Code'),seq*7919%", clients,
+                               " div 3,If(seq*7919%", clients, "%3=2,' ',''))");
+    const auto insert = [&](const QString &table, const QString &values, int count) {
+        Carry(module, {Sql("Insert into ", table, " Select ", values, " from seq_1_to_", count),
+                       Sql("Delete from ", table.section(u' ', 0, 0), " Where Rand(7)<0.1")});
+    };
+    const QString year4 = QStringLiteral(",2006+seq*31%4,");
+    const int count = clients * rowsEach;
+    insert(Sql("FBT_ExpHead", year, " (SrNo,HeadId,ExpDesc)"), "1+seq*53%150,1+seq%21,'Again'", 60);
+    insert(Sql("FBT_ExpRate", year, " (SrNo,NatId,IntRt)"), "1+seq*97%150,seq%8,seq%100", 200);
+    insert("FBT_Info (Code_no,Name,Busnat,ClStatus,SurApp)", client + ",'Name','1,3',seq%18,'00000'", clients * 2);
+    insert("FBT_Detail (Code_No,Tyear,Quarter,NatId,SrNo,ExpId,Amt)",
+           client + year4 + "seq*13%6,seq*17%9-1,seq*19%12,1+seq*23%155,seq*29%100000/100", count);
+    insert("FBT_SalDet (Code_No,Tyear,Quarter,NatId,Amt)", client + year4 + "seq*13%6,seq*17%9-1,seq", count);
+    insert("FBT_AddInfo (Code_No,Tyear,EmpBoth,IndiaEmp)", client + year4 + "seq%2,seq%1000", count / 4);
 }
 
 // What the program asks when it computes and shows the clients of the random rows.
@@ -111,7 +68,7 @@ QStringList queriesOfTheProgram(TestModule &module, int clients)
             queries << statement;
     });
     for (int client = 0; client < clients; ++client) {
-        Base->code = Rows::code(client);
+        Base->code = code(client);
         Base->TYear = year;
         CALCFBT();
         frmfbtdet(nullptr).Load();
@@ -163,7 +120,7 @@ void TestIndexes::sameRowsInTheSameOrder()
     TestModule module(m_server);
     UpdateDatabase(&module.connection);
     dropIndexes(module);
-    Rows(module, clients, rowsEach).fill();
+    fill(module, clients, rowsEach);
     const int asked = qMin(clients, 20);
     const QStringList queries = queriesOfTheProgram(module, asked);
     for (const char *table : {"FBT_Info", "FBT_Detail", "FBT_SalDet", "FBT_AddInfo", "FBT_ExpHead", "FBT_ExpRate"})
@@ -184,11 +141,11 @@ void TestIndexes::areUsed()
 {
     TestModule module(m_server);
     UpdateDatabase(&module.connection);
-    Rows(module, 300, 40).fill();
+    fill(module, 300, 40);
     const QString computation =
         Sql("Explain select * from FBT_Detail LEFT JOIN FBT_ExpHead", year, " ON FBT_Detail.ExpId=FBT_ExpHead", year,
             ".SrNo LEFT JOIN FBT_ExpRate", year, " ON FBT_ExpHead", year, ".SrNo=FBT_ExpRate", year,
-            ".SrNo Where Code_No='", Rows::code(3), "' and Tyear=", year);
+            ".SrNo Where Code_No='", code(3), "' and Tyear=", year);
     const QStringList plan = module.rows(computation);
     QCOMPARE(plan.size(), 3);
     QCOMPARE(plan.filter("IdxFBT").size(), 3);
