@@ -4,7 +4,6 @@
 #include "db/updaterun.h"
 #include "entry/frmannualfbt.h"
 #include "entry/frmfbtdet.h"
-#include "frame/frmsbase.h"
 #include "masters/frmclinfo.h"
 #include "masters/frmfbtmas.h"
 #include "tests/db/dump.h"
@@ -72,11 +71,10 @@ QStringList queriesOfTheProgram(TestModule &module, int clients)
         Base->TYear = year;
         CALCFBT();
         frmfbtdet(nullptr).Load();
-        frmannualfbt(nullptr).Load();
+        frmannualfbt(ClientYear{code(client), year}).Load();
     }
     frmclinfo(nullptr).Load();
     frmfbtmas(nullptr).Load();
-    frmsbase(nullptr).Load();
     module.connection.setObserver({});
     QStringList sorted = queries.values();
     sorted.sort();
