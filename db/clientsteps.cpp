@@ -1,7 +1,6 @@
 #include "db/clientsteps.h"
 
-#include "db/dbsteps.h"
-#include "platform/connection.h"
+#include "db/updaterun.h"
 #include "platform/recordset.h"
 
 namespace {
@@ -30,61 +29,57 @@ Conversion conversionOf(int code)
     return {code, code, false};
 }
 
-void convertClient(Connection *connection, const Recordset &client)
+void convertClient(UpdateRun &run, const Recordset &client)
 {
     const Conversion conversion = conversionOf(client.Fields(u"ClStatus").whole());
-    Write(connection,
-          Sql("Update FBT_Info Set ClStatus=", conversion.to, ",SurApp='", conversion.surcharge ? "11111" : "00000",
-              "' Where Code_No='", client.Fields(u"Code_No").text(), "'"));
+    run.write(Sql("Update FBT_Info Set ClStatus=", conversion.to, ",SurApp='", conversion.surcharge ? "11111" : "00000",
+                  "' Where Code_No=", Quoted(client.Fields(u"Code_No").text())));
 }
 
 } // namespace
 
-void AddInfoColumns(Connection *connection)
+void AddInfoColumns(UpdateRun &run)
 {
-    const int columns = ColumnCount(connection, QStringLiteral("FBT_Info"));
+    const int columns = run.columnCount(QStringLiteral("FBT_Info"));
     if (columns == 17)
-        Write(connection,
-              QStringLiteral("Alter Table FBT_Info Add (Doi Varchar(10) Default '', Email Varchar(255) Default '', "
-                             "ResSt Char(1) Default '0', SexM Char(1) Default '0', FName Varchar(100) Default '', "
-                             "SurApp Varchar(255) Default '')"));
+        run.write(QStringLiteral("Alter Table FBT_Info Add (Doi Varchar(10) Default '', Email Varchar(255) Default '', "
+                                 "ResSt Char(1) Default '0', SexM Char(1) Default '0', FName Varchar(100) Default '', "
+                                 "SurApp Varchar(255) Default '')"));
     else if (columns == 22)
-        Write(connection, QStringLiteral("Alter Table FBT_Info Add (SurApp Varchar(255) Default '')"));
+        run.write(QStringLiteral("Alter Table FBT_Info Add (SurApp Varchar(255) Default '')"));
 }
 
-void ConvertSurcharge(Connection *connection)
+void ConvertSurcharge(UpdateRun &run)
 {
     Recordset clients;
-    Probe(clients, QStringLiteral("Select * from FBT_Info Where SurApp=''"), connection);
+    run.probe(clients, QStringLiteral("Select * from FBT_Info Where SurApp=''"));
     for (; !clients.Eof(); clients.MoveNext())
-        convertClient(connection, clients);
+        convertClient(run, clients);
 }
 
-void MoveSignatories(Connection *connection)
+void MoveSignatories(UpdateRun &run)
 {
-    if (IsEmpty(connection, QStringLiteral("FBT_SignDet")))
-        Write(connection,
-              QStringLiteral("Insert Into FBT_SignDet Select Code_No,0,SignP,SexM,FName,'',SignD From FBT_Info "
-                             "Where SignP<>'' or FName<>'' or SignD<>''"));
+    if (run.isEmpty(QStringLiteral("FBT_SignDet")))
+        run.write(QStringLiteral("Insert Into FBT_SignDet Select Code_No,0,SignP,SexM,FName,'',SignD From FBT_Info "
+                                 "Where SignP<>'' or FName<>'' or SignD<>''"));
 }
 
-void AddChallanColumns(Connection *connection)
+void AddChallanColumns(UpdateRun &run)
 {
-    const int columns = ColumnCount(connection, QStringLiteral("FBT_Challan"));
+    const int columns = run.columnCount(QStringLiteral("FBT_Challan"));
     if (columns == 17)
-        Write(connection, QStringLiteral("Alter Table FBT_Challan Add (ChallanNo VarChar(50) Default '', "
-                                         "BSRCode Int(11) Default 0, ECAmt1 Double Default 0)"));
+        run.write(QStringLiteral("Alter Table FBT_Challan Add (ChallanNo VarChar(50) Default '', "
+                                 "BSRCode Int(11) Default 0, ECAmt1 Double Default 0)"));
     else if (columns == 19)
-        Write(connection, QStringLiteral("Alter Table FBT_Challan Add (ECAmt1 Double Default 0)"));
+        run.write(QStringLiteral("Alter Table FBT_Challan Add (ECAmt1 Double Default 0)"));
 }
 
-void ClearQuarters(Connection *connection)
+void ClearQuarters(UpdateRun &run)
 {
-    Write(connection,
-          QStringLiteral("Update FBT_Challan Set Quarter=0 Where Quarter<>0 and paytype<>'Advance Tax (100)'"));
+    run.write(QStringLiteral("Update FBT_Challan Set Quarter=0 Where Quarter<>0 and paytype<>'Advance Tax (100)'"));
 }
 
-void AddAddInfoColumns(Connection *connection)
+void AddAddInfoColumns(UpdateRun &run)
 {
     const QString officer = QStringLiteral("areacd VarChar(50) Default '',aotyp VarChar(50) Default '',"
                                            "aorng VarChar(50) Default '',aono VarChar(50) Default '', ");
@@ -92,12 +87,10 @@ void AddAddInfoColumns(Connection *connection)
                                             "Calc115WK Char(1) Default '1', Amt115WK Double Default 0, ");
     const QString deferred = QStringLiteral("Calc115WJ5 Char(1) Default '1', Amt115WJ5 Double Default 0, ");
     const QString upto = QStringLiteral("IntDt Varchar(10) Default ''");
-    const auto add = [&](const QString &columns) {
-        Write(connection, Sql("Alter Table FBT_AddInfo Add (", columns, ")"));
-    };
-    switch (ColumnCount(connection, QStringLiteral("FBT_AddInfo"))) {
+    const auto add = [&](const QString &columns) { run.write(Sql("Alter Table FBT_AddInfo Add (", columns, ")")); };
+    switch (run.columnCount(QStringLiteral("FBT_AddInfo"))) {
     case 25:
-        Write(connection, QStringLiteral("Alter Table FBT_AddInfo Change NOB NOB Char(10)"));
+        run.write(QStringLiteral("Alter Table FBT_AddInfo Change NOB NOB Char(10)"));
         return add(officer + interest + deferred + upto);
     case 29:
         return add(interest + deferred + upto);

@@ -1,9 +1,7 @@
 #include "db/indexes.h"
 
-#include "context/errortail.h"
-#include "db/dbsteps.h"
+#include "db/updaterun.h"
 #include "db/yearlymasters.h"
-#include "platform/connection.h"
 #include "platform/recordset.h"
 
 #include <QSet>
@@ -26,7 +24,7 @@ constexpr TableIndex clientIndexes[] = {
     {"FBT_BankDet", "Code_No, Yr"},   {"FBT_RetDet", "Code_No, Tyear"},   {"FBT_MiscInf", "Code_No, TYear"},
 };
 
-// The item alone: with the nature behind it, an item that has a rate for all natures and one for its own would give them
+// The item alone: with the nature after it, an item that has a rate for all natures and one for its own would give them
 // in another order than they were written. `FBT_Head` has none: no query looks a head up by its number.
 constexpr TableIndex yearlyIndexes[] = {
     {"FBT_ExpHead", "SrNo"},
@@ -36,10 +34,10 @@ constexpr TableIndex yearlyIndexes[] = {
 constexpr const char *indexName = "IdxFBT";
 
 // Nothing when the server refused the query.
-std::optional<QSet<QString>> namesOf(Connection *connection, const QString &query)
+std::optional<QSet<QString>> namesOf(UpdateRun &run, const QString &query)
 {
     Recordset found;
-    if (!Probe(found, query, connection))
+    if (!run.probe(found, query))
         return std::nullopt;
     QSet<QString> names;
     for (; !found.Eof(); found.MoveNext())
@@ -48,25 +46,27 @@ std::optional<QSet<QString>> namesOf(Connection *connection, const QString &quer
 }
 
 // None when that cannot be seen: each index that is there would be asked for again.
-QSet<QString> tablesWithoutIndex(Connection *connection)
+QSet<QString> tablesWithoutIndex(UpdateRun &run)
 {
-    const auto tables = namesOf(
-        connection, QStringLiteral("Select TABLE_NAME from information_schema.TABLES Where TABLE_SCHEMA=Database()"));
+    const auto tables =
+        namesOf(run, QStringLiteral("Select TABLE_NAME from information_schema.TABLES Where TABLE_SCHEMA=Database()"));
     if (!tables)
         return {};
-    const auto indexed = namesOf(connection, Sql("Select TABLE_NAME from information_schema.STATISTICS Where "
-                                                 "TABLE_SCHEMA=Database() and INDEX_NAME='",
-                                                 indexName, "'"));
+    const auto indexed = namesOf(run, Sql("Select TABLE_NAME from information_schema.STATISTICS Where "
+                                          "TABLE_SCHEMA=Database() and INDEX_NAME='",
+                                          indexName, "'"));
     return indexed ? *tables - *indexed : QSet<QString>();
 }
 
-void createMissing(Connection *connection)
+} // namespace
+
+void CREATEINDEXES(UpdateRun &run)
 {
-    const QSet<QString> lacking = tablesWithoutIndex(connection);
+    const QSet<QString> lacking = tablesWithoutIndex(run);
     const auto add = [&](const TableIndex &index, const QString &suffix) {
         const QString table = Sql(index.table, suffix);
         if (lacking.contains(table.toLower()))
-            Write(connection, Sql("Create Index ", indexName, " on ", table, " (", index.columns, ")"));
+            run.write(Sql("Create Index ", indexName, " on ", table, " (", index.columns, ")"));
     };
     for (const TableIndex &index : clientIndexes)
         add(index, QString());
@@ -74,12 +74,4 @@ void createMissing(Connection *connection)
         for (const TableIndex &index : yearlyIndexes)
             add(index, QString::number(year));
     }
-}
-
-} // namespace
-
-bool CREATEINDEXES(Connection *connection)
-{
-    ErrorTail tail(QStringLiteral("CREATEINDEXES"), QStringLiteral("frmupdatedb"));
-    return CarryOut(tail, [connection] { createMissing(connection); });
 }

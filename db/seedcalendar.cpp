@@ -96,7 +96,7 @@ QStringList ReturnDateInserts(int year)
 
 QStringList InstalmentDateInserts(int year)
 {
-    // Section 115WJ(2): by the 15th of the month behind each quarter, the last one by the 15th of March.
+    // Section 115WJ(2): by the 15th of the month after each quarter, the last one by the 15th of March.
     const QString due[] = {Sql("15/07/", year - 1), Sql("15/10/", year - 1), Sql("15/01/", year), Sql("15/03/", year)};
     QStringList statements;
     int quarter = 0;

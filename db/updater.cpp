@@ -2,131 +2,172 @@
 
 #include "context/errortail.h"
 #include "db/clientsteps.h"
-#include "db/dbsteps.h"
 #include "db/engines.h"
 #include "db/indexes.h"
+#include "db/rowkeys.h"
 #include "db/schema.h"
 #include "db/seed.h"
+#include "db/structurecheck.h"
+#include "db/updaterun.h"
 #include "db/yearlymasters.h"
-#include "platform/connection.h"
+#include "platform/sqltext.h"
 #include "records/updatemark.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace {
 
-void fillReturnDates(Connection *connection, int year)
+void fillReturnDates(UpdateRun &run, int year)
 {
-    if (FindsNone(connection, Sql("Select * from DueDt_Master Where AssYear=", year)))
-        Fill(connection, ReturnDateInserts(year));
+    if (run.findsNone(Sql("Select * from DueDt_Master Where AssYear=", year)))
+        run.fill(ReturnDateInserts(year));
 }
 
 // The Finance Act, 2008 brought the due date of audited assessees forward to the 30th of September; masters filled
 // before it still hold the old one.
-void correctReturnDates(Connection *connection, int year)
+void correctReturnDates(UpdateRun &run, int year)
 {
-    Write(connection, Sql("Update DueDt_Master Set DueDt='30/09/", year, "' Where AssYear=", year,
-                          " and StatC in (1,2,4) and DueDt='31/10/", year, "'"));
+    run.write(Sql("Update DueDt_Master Set DueDt='30/09/", year, "' Where AssYear=", year,
+                  " and StatC in (1,2,4) and DueDt='31/10/", year, "'"));
 }
 
-void updateReturnDates(Connection *connection)
+void updateReturnDates(UpdateRun &run)
 {
-    fillReturnDates(connection, 2006);
-    fillReturnDates(connection, 2007);
-    fillReturnDates(connection, 2008);
-    if (FindsNone(connection, QStringLiteral("Select * from DueDt_Master Where AssYear=2008 and StatC=4")))
-        Write(connection, QStringLiteral("Insert into DueDt_Master values(2008,4,'30/09/2008','','')"));
-    correctReturnDates(connection, 2008);
-    fillReturnDates(connection, 2009);
-    correctReturnDates(connection, 2009);
-    fillReturnDates(connection, 2010);
+    fillReturnDates(run, 2006);
+    fillReturnDates(run, 2007);
+    fillReturnDates(run, 2008);
+    if (run.findsNone(QStringLiteral("Select * from DueDt_Master Where AssYear=2008 and StatC=4")))
+        run.write(QStringLiteral("Insert into DueDt_Master values(2008,4,'30/09/2008','','')"));
+    correctReturnDates(run, 2008);
+    fillReturnDates(run, 2009);
+    correctReturnDates(run, 2009);
+    fillReturnDates(run, 2010);
 }
 
-void fillInstalmentDates(Connection *connection)
+void updateInstalments(UpdateRun &run)
 {
     for (int year = firstMasterYear; year <= lastMasterYear; ++year) {
-        if (FindsNone(connection, Sql("Select * from ChallanDt_Master Where AssYear=", year)))
-            Fill(connection, InstalmentDateInserts(year));
+        if (run.findsNone(Sql("Select * from ChallanDt_Master Where AssYear=", year)))
+            run.fill(InstalmentDateInserts(year));
     }
 }
 
-void fillBaseMasters(Connection *connection)
+void updateMasters(UpdateRun &run)
 {
-    if (IsEmpty(connection, QStringLiteral("FBT_Head")))
-        Fill(connection, HeadInserts());
-    if (IsEmpty(connection, QStringLiteral("FBT_ExpHead")))
-        Fill(connection, ItemInserts());
-    if (IsEmpty(connection, QStringLiteral("FBT_Nature")))
-        Fill(connection, NatureInserts());
+    bool filled = !run.isEmpty(QStringLiteral("FBT_Head")) || run.fill(HeadInserts());
+    if (run.isEmpty(QStringLiteral("FBT_ExpHead")))
+        filled = run.fill(ItemInserts()) && filled;
+    if (run.isEmpty(QStringLiteral("FBT_Nature")))
+        run.fill(NatureInserts());
+    UpdateYearlyMasters(run, filled);
 }
 
-void updateServiceTax(Connection *connection)
+void updateServiceTax(UpdateRun &run)
 {
-    if (ColumnCount(connection, QStringLiteral("SRate")) == 6)
-        Write(connection, QStringLiteral("Alter Table SRate Add (ECess1 Double Default 0)"));
-    if (FindsNone(connection, QStringLiteral("Select * from SRate Where Yr=2007 and Mon=5 and Dt=11")))
-        Fill(connection, QStringList{QStringLiteral("Delete From SRate")} + ServiceTaxInserts());
+    if (run.columnCount(QStringLiteral("SRate")) == 6)
+        run.write(QStringLiteral("Alter Table SRate Add (ECess1 Double Default 0)"));
+    if (run.findsNone(QStringLiteral("Select * from SRate Where Yr=2007 and Mon=5 and Dt=11")))
+        run.fill(QStringList{QStringLiteral("Delete From SRate")} + ServiceTaxInserts());
 }
 
-void fillBillTypes(Connection *connection)
+void fillBillTypes(UpdateRun &run)
 {
-    if (FindsNone(connection, QStringLiteral("Select * from Bill_Type")))
-        Fill(connection, BillTypeInserts());
+    if (run.findsNone(QStringLiteral("Select * from Bill_Type")))
+        run.fill(BillTypeInserts());
 }
 
-using Step = void (*)(Connection *);
+using Step = void (*)(UpdateRun &);
 
 // In this order: later steps build on the columns and rows of earlier ones.
 constexpr Step steps[] = {
-    AddInfoColumns,    ConvertSurcharge,    MoveSignatories, AddChallanColumns,   ClearQuarters,    AddAddInfoColumns,
-    updateReturnDates, fillInstalmentDates, fillBaseMasters, UpdateYearlyMasters, updateServiceTax, fillBillTypes,
+    AddInfoColumns,    ConvertSurcharge,  MoveSignatories, AddChallanColumns, ClearQuarters, AddAddInfoColumns,
+    updateReturnDates, updateInstalments, updateMasters,   updateServiceTax,  fillBillTypes,
 };
 
-// When the server is lost before the mark stands, nobody would run the update again: that is worth a second try.
-void openMark(Connection *connection)
+bool carryOut(UpdateRun &run, const char *procedure, const std::function<void()> &step)
 {
-    const QString statement = Sql("Create Table If Not Exists ", updateMark, " (Nm Varchar(20))");
-    connection->Execute(statement);
-    if (connection->lastStatementLost())
-        Send(connection, statement);
-    FlushTables(connection);
+    ErrorTail tail(QString::fromLatin1(procedure), QStringLiteral("frmupdatedb"));
+    return run.carryOut(tail, step);
 }
 
-using Procedure = bool (*)(Connection *);
+bool createTables(UpdateRun &run)
+{
+    return carryOut(run, "CREATETABLES", [&] {
+        for (const TableShape &table : ModuleTables())
+            run.send(CreateStatement(table));
+        run.flush();
+    });
+}
+
+bool updateRows(UpdateRun &run)
+{
+    return std::all_of(std::begin(steps), std::end(steps),
+                       [&](Step step) { return carryOut(run, "UPDATEDB", [&] { step(run); }); });
+}
+
+bool convertEngines(UpdateRun &run)
+{
+    return carryOut(run, "CONVERTENGINES", [&] { CONVERTENGINES(run); });
+}
+
+bool createIndexes(UpdateRun &run)
+{
+    return carryOut(run, "CREATEINDEXES", [&] { CREATEINDEXES(run); });
+}
+
+bool addRowKeys(UpdateRun &run)
+{
+    return carryOut(run, "ADDROWKEYS", [&] { ADDROWKEYS(run); });
+}
+
+using Procedure = bool (*)(UpdateRun &);
 
 constexpr Procedure procedures[] = {
-    CONVERTENGINES, CREATETABLES,
-    CREATEINDEXES, // the conversion of old clients looks each one up by its code
-    UPDATEDB,       CREATEINDEXES,
+    convertEngines, createTables,
+    createIndexes, // the conversion of old clients looks each one up by its code
+    updateRows,     createIndexes, addRowKeys,
 };
+
+bool openMark(UpdateRun &run)
+{
+    return carryOut(run, "UPDATEDB",
+                    [&] { run.write(Sql("Create Table If Not Exists ", updateMark, " (Nm Varchar(20))")); });
+}
+
+bool closeMark(UpdateRun &run)
+{
+    return carryOut(run, "UPDATEDB", [&] { run.write(Sql("Drop Table If Exists ", updateMark)); });
+}
+
+bool isWhole(UpdateRun &run)
+{
+    bool whole = false;
+    const bool looked = carryOut(run, "UPDATEDB", [&] { whole = StructureIsWhole(run); });
+    return looked && whole;
+}
 
 } // namespace
 
 bool CREATETABLES(Connection *connection)
 {
-    ErrorTail tail(QStringLiteral("CREATETABLES"), QStringLiteral("frmupdatedb"));
-    return CarryOut(tail, [connection] {
-        for (const TableShape &table : ModuleTables())
-            Send(connection, CreateStatement(table));
-        FlushTables(connection);
-    });
+    UpdateRun run(connection);
+    return createTables(run);
 }
 
 bool UPDATEDB(Connection *connection)
 {
-    ErrorTail tail(QStringLiteral("UPDATEDB"), QStringLiteral("frmupdatedb"));
-    return std::all_of(std::begin(steps), std::end(steps),
-                       [&](Step step) { return CarryOut(tail, [&] { step(connection); }); });
+    UpdateRun run(connection);
+    return updateRows(run);
 }
 
-void UpdateDatabase(Connection *connection)
+bool UpdateDatabase(Connection *connection, UpdateLock *lock)
 {
-    ErrorTail tail(QStringLiteral("UPDATEDB"), QStringLiteral("frmupdatedb"));
-    CarryOut(tail, [connection] {
-        openMark(connection);
-        const bool ended = std::all_of(std::begin(procedures), std::end(procedures),
-                                       [&](Procedure procedure) { return procedure(connection); });
-        if (ended)
-            Write(connection, Sql("Drop Table If Exists ", updateMark));
-    });
+    UpdateRun run(connection, lock);
+    // Without the mark a run that was cut off could not be seen, so nothing is begun.
+    if (!openMark(run) ||
+        !std::all_of(std::begin(procedures), std::end(procedures), [&](Procedure part) { return part(run); }) ||
+        !isWhole(run))
+        return false;
+    return run.leftOpen() || closeMark(run);
 }

@@ -1,8 +1,10 @@
 #include "db/yearlymasters.h"
 
-#include "db/dbsteps.h"
 #include "db/schema.h"
+#include "db/updaterun.h"
 #include "platform/recordset.h"
+
+#include <optional>
 
 namespace {
 
@@ -10,8 +12,8 @@ namespace {
 class YearlyMasters
 {
 public:
-    YearlyMasters(Connection *connection, int year)
-        : m_connection(connection)
+    YearlyMasters(UpdateRun &run, int year)
+        : m_run(run)
         , m_year(year)
         , m_head(Sql("FBT_Head", year))
         , m_item(Sql("FBT_ExpHead", year))
@@ -19,61 +21,65 @@ public:
     {
     }
 
-    void update();
+    /// @param sourceFilled whether the generation before can be copied
+    /// Returns false when this year was left open.
+    bool update(bool sourceFilled);
 
 private:
     void createTables();
-    void copyFromYearBefore();
-    void separateTour();
+    bool copyFromYearBefore(bool sourceFilled);
+    bool separateTour();
     void changeRates();
     void changeRate(int headId, const QString &condition, int from, int to);
     void addSecurities();
-    [[nodiscard]] int securitiesHead();
+    [[nodiscard]] std::optional<int> securitiesHead();
     void addSecuritiesItem(int headId);
 
-    Connection *m_connection;
+    UpdateRun &m_run;
     int m_year;
     QString m_head;
     QString m_item;
     QString m_rate;
 };
 
-void YearlyMasters::update()
+bool YearlyMasters::update(bool sourceFilled)
 {
     createTables();
-    if (ColumnCount(m_connection, m_head) < 0)
-        return;
-    copyFromYearBefore();
-    if (m_year >= 2007)
-        separateTour();
+    if (m_run.columnCount(m_head) < 0)
+        return true;
+    if (!copyFromYearBefore(sourceFilled) || (m_year >= 2007 && !separateTour()))
+        return false;
     changeRates();
     if (m_year >= 2008)
         addSecurities();
+    return true;
 }
 
 void YearlyMasters::createTables()
 {
     for (const TableShape &table : YearlyTables())
-        Write(m_connection, CreateStatement(table, QString::number(m_year)));
+        m_run.write(CreateStatement(table, QString::number(m_year)));
 }
 
-void YearlyMasters::copyFromYearBefore()
+bool YearlyMasters::copyFromYearBefore(bool sourceFilled)
 {
-    if (!IsEmpty(m_connection, m_head))
-        return;
+    if (!m_run.isEmpty(m_head))
+        return true;
+    if (!sourceFilled)
+        return false;
     const QString before = m_year == firstMasterYear ? QString() : QString::number(m_year - 1);
     QStringList copies;
     for (const TableShape &table : YearlyTables())
         copies << Sql("Insert Into ", table.name, m_year, " Select * From ", table.name, before);
-    Fill(m_connection, copies);
+    return m_run.fill(copies);
 }
 
 // The Finance Act, 2006 made tour and travel a clause of its own, (Q), at 5 percent for every business, and lowered the
 // rate of hospitality for airlines. Heads of the user's own that stand at the new number move up first.
-void YearlyMasters::separateTour()
+bool YearlyMasters::separateTour()
 {
-    if (!FindsNone(m_connection, Sql("Select * From ", m_head, " Where Section='115WB(2)(Q)'")))
-        return;
+    if (!m_run.findsNone(Sql("Select * From ", m_head, " Where Section='115WB(2)(Q)'")))
+        return true;
     const QString tourItems = QStringLiteral("((SrNo>=58 and SrNo<=60) or SrNo=63 or SrNo=64)");
     QStringList changes{Sql("Update ", m_head, " Set HeadId=HeadId+1 Where HeadId>=20"),
                         Sql("Update ", m_item, " Set HeadId=HeadId+1 Where HeadId>=20"),
@@ -84,14 +90,13 @@ void YearlyMasters::separateTour()
                         Sql("Delete from ", m_rate, " Where ", tourItems)};
     for (const int item : {58, 59, 60, 63, 64})
         changes << Sql("Insert into ", m_rate, " Values (", item, ",0,5)");
-    Fill(m_connection, changes);
+    return m_run.fill(changes);
 }
 
 void YearlyMasters::changeRate(int headId, const QString &condition, int from, int to)
 {
-    Write(m_connection,
-          Sql("Update ", m_rate, ",", m_item, " Set ", m_rate, ".IntRt=", to, " Where ", m_rate, ".SrNo=", m_item,
-              ".SrNo and ", m_item, ".HeadId=", headId, condition, " and ", m_rate, ".IntRt=", from));
+    m_run.write(Sql("Update ", m_rate, ",", m_item, " Set ", m_rate, ".IntRt=", to, " Where ", m_rate, ".SrNo=", m_item,
+                    ".SrNo and ", m_item, ".HeadId=", headId, condition, " and ", m_rate, ".IntRt=", from));
 }
 
 void YearlyMasters::changeRates()
@@ -109,42 +114,58 @@ void YearlyMasters::changeRates()
 // Shares allotted to employees, section 115WB(1)(d), Finance Act, 2007.
 void YearlyMasters::addSecurities()
 {
-    const int headId = securitiesHead();
-    if (headId > 0)
-        addSecuritiesItem(headId);
+    // A head without a number gets its item under head 0.
+    if (const std::optional<int> headId = securitiesHead())
+        addSecuritiesItem(*headId);
 }
 
-int YearlyMasters::securitiesHead()
+std::optional<int> YearlyMasters::securitiesHead()
 {
     Recordset heads;
-    if (!Probe(heads, Sql("Select * from ", m_head, " Where Section='115WB(1)(d)'"), m_connection))
-        return 0;
+    if (!m_run.probe(heads, Sql("Select * from ", m_head, " Where Section='115WB(1)(d)'")))
+        return std::nullopt;
     if (!heads.Eof())
         return heads.Fields(u"HeadId").whole();
-    const int headId = NextNumber(m_connection, m_head, QStringLiteral("HeadId"));
-    Write(m_connection, Sql("Insert into ", m_head, " Values (", headId,
-                            ",'115WB(1)(d)','Any specified security or sweat equity shares allotted or transferred')"));
+    const std::optional<int> headId = m_run.nextNumber(m_head, QStringLiteral("HeadId"));
+    if (headId)
+        m_run.write(Sql("Insert into ", m_head, " Values (", *headId,
+                        ",'115WB(1)(d)','Any specified security or sweat equity shares allotted or transferred')"));
     return headId;
 }
 
 void YearlyMasters::addSecuritiesItem(int headId)
 {
-    if (!FindsNone(m_connection, Sql("Select * from ", m_item, " Where HeadId=", headId)))
+    if (!m_run.findsNone(Sql("Select * from ", m_item, " Where HeadId=", headId)))
         return;
-    const int srNo = NextNumber(m_connection, m_item, QStringLiteral("SrNo"));
-    Fill(m_connection,
-         {Sql("Insert into ", m_item, " Values (", srNo, ",", headId,
-              ",'Any specified security or sweat equity shares allotted or transferred, directly or indirectly, by the "
-              "employer free of cost or at concessional rate to his employees (including former employee or "
-              "employees)')"),
-          Sql("Delete From ", m_rate, " Where SrNo=", srNo),
-          Sql("Insert into ", m_rate, " Values (", srNo, ",0,100)")});
+    const std::optional<int> srNo = m_run.nextNumber(m_item, QStringLiteral("SrNo"));
+    if (!srNo)
+        return;
+    m_run.fill(
+        {Sql("Insert into ", m_item, " Values (", *srNo, ",", headId,
+             ",'Any specified security or sweat equity shares allotted or transferred, directly or indirectly, by the "
+             "employer free of cost or at concessional rate to his employees (including former employee or "
+             "employees)')"),
+         Sql("Delete From ", m_rate, " Where SrNo=", *srNo),
+         Sql("Insert into ", m_rate, " Values (", *srNo, ",0,100)")});
 }
 
 } // namespace
 
-void UpdateYearlyMasters(Connection *connection)
+QStringList UpdatedTables()
 {
+    QStringList names;
+    for (const TableShape &table : ModuleTables())
+        names << QString::fromLatin1(table.name);
+    for (const TableShape &table : YearlyTables()) {
+        for (int year = firstMasterYear; year <= lastMasterYear; ++year)
+            names << Sql(table.name, year);
+    }
+    return names;
+}
+
+void UpdateYearlyMasters(UpdateRun &run, bool baseFilled)
+{
+    bool filled = baseFilled;
     for (int year = firstMasterYear; year <= lastMasterYear; ++year)
-        YearlyMasters(connection, year).update();
+        filled = YearlyMasters(run, year).update(filled);
 }

@@ -17,6 +17,7 @@
 #include "platform/clock.h"
 #include "platform/connection.h"
 #include "platform/sqltext.h"
+#include "records/updatemark.h"
 #include "ui_frmmain.h"
 
 #include <QLocale>
@@ -146,9 +147,12 @@ void frmmain::firstActivation(NoTail &none)
         if (MainObj->ChkRepDbFlag())
             Base->RepairData(this);
     });
+    bool wanted = false;
     bool upToDate = true;
+    none([&] { wanted = MainObj->CreateDbFlag() || MainObj->UpdateDbFlag(); });
     none([&] {
-        if (MainObj->CreateDbFlag() || MainObj->UpdateDbFlag())
+        // An update that was cut off is completed, also where the host's main object does not know how to see it.
+        if (wanted || UpdateIsMarked(Cnn))
             upToDate = updateDatabase();
     });
     if (!upToDate) {
@@ -167,7 +171,8 @@ void frmmain::firstActivation(NoTail &none)
 bool frmmain::updateDatabase()
 {
     DbUpdated = false;
-    frmupdatedb(MdiForm).showModal();
+    frmupdatedb screen(MdiForm); // holds the lock of the update until the version is written
+    screen.showModal();
     if (!DbUpdated) {
         MsgBox(this, QStringLiteral("Failed to Update Database Structure."));
         return false;

@@ -113,25 +113,14 @@ QString freshName(const QDir &folder)
 bool writeFile(Connection *cnn, const QString &path, BackupSummary &summary, const Progress &progress, QString *why)
 {
     QFile file(path);
-<<<<<<< HEAD
-    if (!file.open(QIODevice::WriteOnly))
-        return cannotWrite(file);
-    KeepPrivate(path);
-    Trouble trouble = WriteBackup(cnn, file, summary, progress);
-    if (!trouble.isEmpty())
-        return trouble;
-    if (!file.flush() || ::fsync(file.handle()) != 0)
-        return cannotWrite(file);
-    return {};
-=======
     const bool opened = file.open(QIODevice::WriteOnly);
+    KeepPrivate(path);
     if (opened && !WriteBackup(cnn, file, summary, progress, why))
         return false;
     if (opened && file.flush() && ::fsync(file.handle()) == 0)
         return true;
     *why = cannotWrite(file);
     return false;
->>>>>>> refs/heads/house
 }
 
 bool readBack(const QString &path, const BackupSummary &written, const Progress &progress, QString *why)

@@ -1,6 +1,7 @@
 #include "suite/datacare/scratchtables.h"
 
 #include "platform/recordset.h"
+#include "records/rowkey.h"
 
 #include <QRegularExpression>
 #include <QStringList>
@@ -66,7 +67,10 @@ bool ScratchTables::create(const QString &table, const QString &definition, int 
     const QString name = m_existing.value(table.toLower(), table);
     m_tables.append({name, 0});
     m_columns = columns;
-    return m_cnn->Execute(Sql(match.captured(1), "`", newPrefix, name, "`", match.captured(3)));
+    if (!m_cnn->Execute(Sql(match.captured(1), "`", newPrefix, name, "`", match.captured(3))))
+        return false;
+    GiveRowKey(m_cnn, newPrefix + name); // a backup from before the hidden keys
+    return true;
 }
 
 bool ScratchTables::insert(const QByteArrayList &values)

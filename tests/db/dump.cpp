@@ -2,11 +2,19 @@
 
 #include "tests/support/testmodule.h"
 
+void Carry(TestModule &module, const QStringList &statements)
+{
+    for (const QString &statement : statements) {
+        if (!module.connection.Execute(statement))
+            qFatal("%s: %s", qPrintable(statement), qPrintable(module.logLines().join(u'\n')));
+    }
+}
+
 QStringList StructureOf(TestModule &module)
 {
-    return module.rows(QStringLiteral("Select TABLE_NAME, ORDINAL_POSITION, COLUMN_NAME, COLUMN_TYPE, COLUMN_DEFAULT, "
+    return module.rows(QStringLiteral("Select TABLE_NAME, COLUMN_NAME, COLUMN_TYPE, COLUMN_DEFAULT, "
                                       "IS_NULLABLE from information_schema.COLUMNS Where TABLE_SCHEMA=Database() "
-                                      "Order by 1, 2")) +
+                                      "and COLUMN_NAME<>'FbtRow' Order by 1, ORDINAL_POSITION")) +
            module.rows(QStringLiteral("Select TABLE_NAME, INDEX_NAME, SEQ_IN_INDEX, COLUMN_NAME, NON_UNIQUE "
                                       "from information_schema.STATISTICS Where TABLE_SCHEMA=Database() "
                                       "Order by 1, 2, 3"));

@@ -4,6 +4,9 @@
 
 class TestModule;
 
+/// Carries out statements that must not be refused.
+void Carry(TestModule &module, const QStringList &statements);
+
 /// All that a schema holds, as comparable lines.
 
 /// Tables, columns with type and default in their order, and indexes.

@@ -5,6 +5,7 @@
 #include "controls/screenstack.h"
 #include "frame/frmLogin.h"
 #include "frame/password.h"
+#include "records/updatemark.h"
 #include "tests/support/testmodule.h"
 
 #include <QLineEdit>
@@ -109,6 +110,7 @@ private slots:
         QTest::newRow("in order") << false << false << false << news << QStringList();
         QTest::newRow("new") << false << true << false << news << QStringList("2.10.1");
         QTest::newRow("older") << false << false << true << news << QStringList("2.10.1");
+        QTest::newRow("cut off, unseen by the host") << false << false << false << news << QStringList("2.10.1");
         QTest::newRow("not ended in order")
             << true << false << false << QStringList{"ChkRepDbFlag", "RepairData", "ShowWexaNews"} << QStringList();
     }
@@ -120,6 +122,8 @@ private slots:
         m_main->damaged = damaged;
         m_main->created = created;
         m_main->older = older;
+        if (QTest::currentDataTag() == QByteArray("cut off, unseen by the host"))
+            Cnn->Execute(Sql("Create Table ", updateMark, " (Nm Varchar(20))"));
         show();
         QTEST(m_module->base.calls, "calls");
         QTEST(m_module->rows(QStringLiteral("Select * from VerInfo")), "version");
@@ -128,6 +132,19 @@ private slots:
         QCOMPARE(m_window->focusWidget(), control<QWidget>("cmdmaster"));
         m_form->activate(); // a second one starts nothing again
         QTEST(m_module->base.calls, "calls");
+    }
+
+    void failedUpdateEndsTheRun()
+    {
+        m_main->created = true;
+        Cnn->setObserver([&](const QString &statement) {
+            if (statement == u"Select * from Bill_Type")
+                m_module->rows("Drop Table FBT_SalDet");
+        });
+        show();
+        QCOMPARE(m_answerer.texts(), QStringList("Failed to Update Database Structure."));
+        QCOMPARE(m_module->base.calls, QStringList("TerminateObj"));
+        QCOMPARE(m_module->rows("Select * from VerInfo"), QStringList());
     }
 
     void aStepThatThrowsCostsItself()

@@ -1,0 +1,183 @@
+#include "db/updaterun.h"
+
+#include "context/errortail.h"
+#include "db/updatelock.h"
+#include "platform/recordset.h"
+#include "records/change.h"
+
+#include <QRegularExpression>
+
+namespace {
+
+constexpr int timesLost = 3; // in one step, before the server is taken for gone
+
+// One row tells the columns and whether there are rows; a table can hold very many.
+QString firstRowOf(const QString &table)
+{
+    return Sql("Select * from ", table, " Limit 1");
+}
+
+bool isLock(int number)
+{
+    return number == 1205 || number == 1213;
+}
+
+// The disk, or what the server may use of it, is full. Some faults tell it by the system's number in their text only.
+bool isNoRoom(int number, const QString &text)
+{
+    static const QRegularExpression full(QStringLiteral("(errno|Errcode|error):? (27|28|122|135)\\b"),
+                                         QRegularExpression::CaseInsensitiveOption);
+    return number == 1021 || number == 1026 || number == 1114 || full.match(text).hasMatch();
+}
+
+} // namespace
+
+ServerLost::ServerLost()
+    : FaultError(FaultNumber::ConnectionClosed,
+                 QStringLiteral("The database server was lost. The next update completes this one."))
+{
+}
+
+NoRoomLeft::NoRoomLeft()
+    : FaultError(FaultNumber::General,
+                 QStringLiteral("There is no room left for the database. The next update completes this one."))
+{
+}
+
+void UpdateRun::endWhenLost() const
+{
+    if (m_connection->lastStatementLost())
+        throw ServerLost();
+}
+
+UpdateRun::Refusal UpdateRun::lastRefusal()
+{
+    Recordset errors;
+    errors.Open(QStringLiteral("Show Errors"), m_connection);
+    for (; !errors.Eof(); errors.MoveNext()) {
+        const int number = errors.Fields(u"Code").whole();
+        if (isLock(number))
+            return Refusal::Locked;
+        if (isNoRoom(number, errors.Fields(u"Message").text()))
+            return Refusal::NoRoom;
+    }
+    return Refusal::CostsItself;
+}
+
+void UpdateRun::judge(Refusal refusal)
+{
+    if (refusal == Refusal::NoRoom)
+        throw NoRoomLeft();
+    m_leftOpen = m_leftOpen || refusal == Refusal::Locked;
+}
+
+bool UpdateRun::send(const QString &statement)
+{
+    const bool done = m_connection->Execute(statement);
+    endWhenLost();
+    if (!done)
+        judge(lastRefusal());
+    return done;
+}
+
+void UpdateRun::flush()
+{
+    send(QStringLiteral("Flush Tables"));
+}
+
+void UpdateRun::write(const QString &statement)
+{
+    send(statement);
+    flush();
+}
+
+bool UpdateRun::probe(Recordset &rows, const QString &query)
+{
+    const bool opened = rows.Open(query, m_connection);
+    endWhenLost();
+    return opened;
+}
+
+int UpdateRun::columnCount(const QString &table)
+{
+    Recordset rows;
+    return probe(rows, firstRowOf(table)) ? rows.FieldCount() : -1;
+}
+
+bool UpdateRun::findsNone(const QString &query)
+{
+    Recordset rows;
+    return probe(rows, query) && rows.empty();
+}
+
+bool UpdateRun::isEmpty(const QString &table)
+{
+    return findsNone(firstRowOf(table));
+}
+
+std::optional<int> UpdateRun::nextNumber(const QString &table, const QString &column)
+{
+    Recordset rows;
+    if (!probe(rows, Sql("Select Max(", column, ") from ", table)))
+        return std::nullopt;
+    return rows.Fields(0).whole() + 1;
+}
+
+bool UpdateRun::sendGroup(const QStringList &statements)
+{
+    Refusal refusal = Refusal::CostsItself;
+    const bool stays = ChangeTogether(m_connection, [&](Change &) {
+        for (const QString &statement : statements) {
+            if (m_connection->Execute(statement))
+                continue;
+            if (m_connection->groupLost())
+                return false;
+            refusal = lastRefusal();
+            if (refusal == Refusal::NoRoom)
+                return false;
+        }
+        return true;
+    });
+    if (!stays)
+        endWhenLost();
+    judge(refusal);
+    return stays;
+}
+
+bool UpdateRun::fill(const QStringList &statements)
+{
+    if (!sendGroup(statements) && !sendGroup(statements)) {
+        m_leftOpen = true;
+        return false;
+    }
+    flush();
+    return true;
+}
+
+bool UpdateRun::carryOut(ErrorTail &tail, const std::function<void()> &step)
+{
+    for (int tried = 1; tried <= timesLost; ++tried) {
+        if (m_lock != nullptr && !m_lock->keep()) {
+            tail.take({FaultNumber::General, QStringLiteral("Another program goes on with the update."),
+                       QStringLiteral("FBT")});
+            return false;
+        }
+        bool lost = false;
+        bool noRoom = false;
+        tail([&] {
+            try {
+                step();
+            } catch (const ServerLost &) {
+                lost = true;
+                if (tried == timesLost)
+                    throw;
+            } catch (const NoRoomLeft &) {
+                noRoom = true;
+                throw;
+            }
+        });
+        if (!lost)
+            return !noRoom;
+    }
+    return false;
+}

@@ -1,0 +1,8 @@
+#pragma once
+
+/// One row for each table and client in which a number was taken: who takes a number by "maximum plus 1" first writes the
+/// row, in the same transaction, so that a second user waits for the first one. `Tbl` is the table as its Create Table
+/// spells it, `Code` the client's code, empty for a table without clients. Made after the tables of the module; the rows
+/// say nothing and stay.
+constexpr const char *lockTable = "FBT_Lock";
+constexpr const char *lockTableColumns = "Tbl Varchar(64) Not Null, Code Varchar(50) Not Null, Primary Key (Tbl, Code)";
