@@ -73,9 +73,9 @@ QString frmmiscinf::chosenClient() const
 
 void frmmiscinf::LOADCLIENTS()
 {
-    const RowsRead<ClientName> clients = ClientNames(m_base.CnnObj);
+    const RowsRead<NamedClient> clients = ClientNames(m_base.CnnObj);
     noteReading(tr("clients"), !clients.failed());
-    for (const ClientName &client : *clients)
+    for (const NamedClient &client : *clients)
         cboclient->addItem(Sql(client.name, "  (", client.code, ")"), client.code);
     cboclient->setMinimumContentsLength(30);
     cboclient->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
