@@ -11,7 +11,7 @@
 class Connection;
 
 /// One row of the client master `FBT_Info`, as the texts of its columns.
-struct FBT_OFFERED ClientRecord
+struct ClientRecord
 {
     /// Places of columns that are more than a text box.
     enum Position {
