@@ -134,14 +134,29 @@ bool ListEdit::escape()
 
 void ListEdit::saved(const QString &key, int column)
 {
-    Grid *vsf = m_controls.vsf;
     LOADGRID();
+    selectRow(m_controls.vsf->FindRow(key, m_controls.vsf->FixedRows(), column)); // no row: stays on the first one
+    endEdit();
+}
+
+void ListEdit::selectRow(int row)
+{
     m_filling = true;
-    vsf->setRow(vsf->FindRow(key, vsf->FixedRows(), column)); // no row: stays on the first one
+    m_controls.vsf->setRow(row);
     m_filling = false;
+}
+
+void ListEdit::endEdit()
+{
     SETBUTTON(true);
     LOADDATA();
-    focus(std::exchange(m_adding, false) ? static_cast<QWidget *>(m_controls.cmdadd) : vsf);
+    focus(std::exchange(m_adding, false) ? static_cast<QWidget *>(m_controls.cmdadd) : m_controls.vsf);
+}
+
+void ListEdit::notSaved()
+{
+    MsgBox(m_screen, QStringLiteral("The entry could not be saved."), Buttons::Ok, Icon::Exclamation);
+    focus(m_controls.firstField);
 }
 
 void ListEdit::deleted()

@@ -16,8 +16,8 @@ class Screen;
 /// add, modify, delete, save, cancel and go back. Two states, browse and edit; `Adding()` tells the two kinds of edit
 /// apart. A screen with two levels has two of these.
 ///
-/// The screen gives its controls and the procedures that are its own; the buttons are connected here. It hands Escape
-/// on to `escape()`:
+/// The screen gives its controls and the procedures that are its own, by name; the buttons are connected here.
+/// `RowList` (controls/rowlist.h) adds typed records and columns. The screen hands Escape on to `escape()`:
 ///
 ///     bool FORM_KEYPRESS(int key) override { return (key == 27 && m_list->escape()) || Screen::FORM_KEYPRESS(key); }
 class FBT_OFFERED ListEdit : public QObject
@@ -37,8 +37,8 @@ public:
         QAbstractButton *cmdupdate = nullptr;
         QAbstractButton *cmdcancel = nullptr;
         QAbstractButton *cmdback = nullptr;
-        QList<QWidget *> browseOnly; ///< further controls, enabled while browsing
-        QList<QWidget *> editOnly;   ///< further controls, enabled while editing
+        QList<QWidget *> browseOnly = {}; ///< further controls, enabled while browsing
+        QList<QWidget *> editOnly = {};   ///< further controls, enabled while editing
     };
 
     /// The screen's own procedures. The first three must be there.
@@ -46,7 +46,7 @@ public:
     {
         std::function<void()> addRows;         ///< adds a grid row for each record (the query of LOADGRID)
         std::function<void()> CLEARDATA;       ///< empties the edit fields
-        std::function<void(int row)> showRow;  ///< copies a data row to the edit fields (LOADDATA behind CLEARDATA)
+        std::function<void(int row)> showRow;  ///< copies a data row to the edit fields (LOADDATA after CLEARDATA)
         std::function<void()> CMDUPDATE_CLICK; ///< checks and saves, and ends in `saved` when it did
         std::function<void()> CMDDELETE_CLICK; ///< asks and deletes, and ends in `deleted` when it did
         std::function<bool()> mayAdd = {};     ///< false, after telling why, keeps an addition from beginning
@@ -58,11 +58,11 @@ public:
     [[nodiscard]] bool Adding() const { return m_adding; }
     [[nodiscard]] bool editing() const; ///< whether the edit frame is enabled
 
-    void FORM_LOAD(); ///< LOADGRID, SETBUTTON true, LOADDATA
-    void LOADGRID();  ///< fills the grid anew, numbers it and selects its first data row
-    void GETSRNOS();  ///< writes 1, 2, 3, ... in column 0
-    void LOADDATA();  ///< the current row, if a data row is current, to the edit fields; else they are empty
-    void SETBUTTON(bool Browse);
+    void FORM_LOAD();            ///< LOADGRID, SETBUTTON true, LOADDATA
+    void LOADGRID();             ///< fills the grid anew, numbers it and selects its first data row
+    void GETSRNOS();             ///< writes 1, 2, 3, ... in column 0
+    void LOADDATA();             ///< the current row, if a data row is current, to the edit fields; else they are empty
+    void SETBUTTON(bool Browse); ///< true: the list can be worked in; false: the edit frame
 
     void CMDADD_CLICK();
     void CMDMODIFY_CLICK();
@@ -73,12 +73,19 @@ public:
     /// it does nothing and returns false.
     bool escape();
 
-    /// Behind a save: fills the grid, goes to the row with `key` in `column`, and back to browsing. The focus goes to
+    /// After a save: fills the grid, goes to the row with `key` in `column`, and back to browsing. The focus goes to
     /// the grid after a change, to `cmdadd` after an addition.
     void saved(const QString &key, int column);
 
-    /// Behind a delete: removes the current grid row, renumbers and shows the row that is current now.
+    /// After a save that failed: says so. What was typed stays.
+    void notSaved();
+
+    /// After a delete: removes the current grid row, renumbers and shows the row that is current now.
     void deleted();
+
+protected:
+    void selectRow(int row); ///< without showing it in the edit fields yet
+    void endEdit();          ///< back to browsing after a save
 
 private:
     void connectButtons();

@@ -75,6 +75,7 @@ public:
     void readingFailed(const QString &what);
     /// `what` was read; the empty text stands for all that had failed.
     void readingWell(const QString &what = {});
+    void noteReading(const QString &what, bool well) { well ? readingWell(what) : readingFailed(what); }
     [[nodiscard]] bool couldRead() const { return m_unread.isEmpty(); } ///< nothing that failed is outstanding
     [[nodiscard]] bool couldRead(const QString &what) const { return !m_unread.contains(what); }
 

@@ -1,7 +1,7 @@
 #include "masters/clientimport.h"
 
+#include "masters/clientrecord.h"
 #include "masters/clientstatus.h"
-#include "platform/recordset.h"
 
 #include <algorithm>
 
@@ -35,39 +35,6 @@ SuiteStatus associationStatus(const QString &stat, bool mrr)
     return {word == u"CO-OPERATIVE SOCIETY" ? Cooperative : Individual};
 }
 
-int statusNumber(const Field &status)
-{
-    return static_cast<int>(std::clamp(status.num(), 0.0, 99.0));
-}
-
-/// The columns that both kinds of clients have.
-void takeCommon(ClientRecord &client, const Recordset &row)
-{
-    client[ClientRecord::Pan] = row.Fields(u"PAN").text();
-    const Telephone phone = SplitTelephone(row.Fields(u"Phone1").text());
-    client[ClientRecord::Std] = phone.std;
-    client[ClientRecord::Telephone] = phone.number;
-    client[ClientRecord::Audit] = row.Fields(u"AuditC").text();
-    client[ClientRecord::Email] = row.Fields(u"Email").text();
-}
-
-void takeAddress(ClientRecord &client, const Recordset &row)
-{
-    int position = ClientRecord::Flat;
-    for (const char16_t *column : {u"h_no", u"h_nm", u"street", u"area", u"City", u"State", u"Pin"})
-        client[position++] = row.Fields(column).text();
-}
-
-void takeMainInfo(ClientRecord &client, const Recordset &row, const QString &stat)
-{
-    takeCommon(client, row);
-    takeAddress(client, row);
-    client[ClientRecord::Born] = row.Fields(u"DOI").text();
-    const SuiteStatus status = MapSuiteStatus(statusNumber(row.Fields(u"status")), stat, row.Fields(u"MRR").num() == 1);
-    client[ClientRecord::Status] = QString::number(StatusCode(status.position));
-    client[ClientRecord::Resident] = QString::number(status.resident);
-}
-
 int ownerResidence(const QString &nation)
 {
     if (nation == u"NON RESIDENT")
@@ -75,26 +42,28 @@ int ownerResidence(const QString &nation)
     return nation == u"NON ORDINARY" ? 2 : 0;
 }
 
-/// The address of a proprietor is that of his office, where he has one.
-void takeOwnerAddress(ClientRecord &client, const Recordset &owner, Connection *suite)
+void takeStatus(ClientRecord &client, const SuiteClient &data, const QString &stat)
 {
-    const QString office = owner.Fields(u"Code_No").text();
-    if (office == owner.Fields(u"code").text()) {
-        takeAddress(client, owner);
-        return;
-    }
-    Recordset row;
-    row.Open(Sql("Select * from Off_Info Where Code_No='", office, "'"), suite);
-    if (!row.Eof())
-        takeAddress(client, row);
+    const int number = static_cast<int>(std::clamp(data.status, 0.0, 99.0));
+    const SuiteStatus status = MapSuiteStatus(number, stat, data.mrr);
+    client[ClientRecord::Status] = QString::number(StatusCode(status.position));
+    client[ClientRecord::Resident] = QString::number(status.resident);
 }
 
-void takeOwner(ClientRecord &client, const Recordset &owner, Connection *suite)
+void takeData(ClientRecord &client, const SuiteClient &data, const QString &stat)
 {
-    takeCommon(client, owner);
-    client[ClientRecord::Born] = owner.Fields(u"dob").text();
-    client[ClientRecord::Resident] = QString::number(ownerResidence(owner.Fields(u"nation").text()));
-    takeOwnerAddress(client, owner, suite);
+    client[ClientRecord::Pan] = data.pan;
+    const Telephone phone = SplitTelephone(data.phone);
+    client[ClientRecord::Std] = phone.std;
+    client[ClientRecord::Telephone] = phone.number;
+    client[ClientRecord::Audit] = data.audit;
+    client[ClientRecord::Email] = data.email;
+    client[ClientRecord::Born] = data.born;
+    std::copy(data.address.begin(), data.address.end(), &client[ClientRecord::Flat]);
+    if (data.proprietor)
+        client[ClientRecord::Resident] = QString::number(ownerResidence(data.nation));
+    else
+        takeStatus(client, data, stat);
 }
 
 } // namespace
@@ -127,20 +96,13 @@ Telephone SplitTelephone(const QString &phone)
     return dash < 0 ? Telephone{{}, phone} : Telephone{phone.left(dash), phone.mid(dash + 1)};
 }
 
-ClientRecord ReadSuiteClient(Connection *suite, const QString &code, const QString &name, const QString &stat)
+ClientRecord ImportedClient(const SuiteClientLine &line, const Reading<SuiteClient> &data)
 {
     ClientRecord client;
-    client[ClientRecord::Code] = CleanCode(code);
-    client[ClientRecord::Name] = name;
+    client[ClientRecord::Code] = CleanCode(line.code);
+    client[ClientRecord::Name] = line.name;
     client[ClientRecord::Status] = QString::number(StatusCode(Individual));
-    Recordset row;
-    row.Open(Sql("Select * from Main_Info1 Where Code_No='", code, "'"), suite);
-    if (!row.Eof()) {
-        takeMainInfo(client, row, stat);
-        return client;
-    }
-    row.Open(Sql("Select * from Owner1 Where Code='", code, "'"), suite);
-    if (!row.Eof())
-        takeOwner(client, row, suite);
+    if (data.found())
+        takeData(client, *data, line.status);
     return client;
 }

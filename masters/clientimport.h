@@ -1,9 +1,8 @@
 #pragma once
 
-#include "masters/clientrecord.h"
 #include "platform/offer.h"
-
-class Connection;
+#include "records/clients.h"
+#include "records/suiteclients.h"
 
 /// What the suite keeps of a client, brought into the shape of the client master.
 
@@ -30,7 +29,6 @@ FBT_OFFERED SuiteStatus MapSuiteStatus(int status, const QString &stat, bool mrr
 /// "011-23456789" into "011" and "23456789". Without a "-" the whole is the number.
 FBT_OFFERED Telephone SplitTelephone(const QString &phone);
 
-/// A client of the suite by its code there (here it gets capitals), with the texts `name` and `stat` of the client list. Of a client that has no
-/// further data there, only code and name are filled.
-FBT_OFFERED ClientRecord ReadSuiteClient(Connection *suite, const QString &code, const QString &name,
-                                         const QString &stat);
+/// A client of the suite, with what its line of the client list says (its code gets capitals) and its further data, where
+/// there are any.
+FBT_OFFERED ClientRecord ImportedClient(const SuiteClientLine &line, const Reading<SuiteClient> &data);

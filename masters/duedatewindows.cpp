@@ -1,15 +1,9 @@
 #include "masters/duedatewindows.h"
 
 #include "platform/dates.h"
+#include "records/duedates.h"
 
 namespace {
-
-/// The month that an instalment falls due in.
-QDate instalmentMonth(int year, int instalment)
-{
-    constexpr int marchInstalment = 4;
-    return instalment == marchInstalment ? QDate(year, 3, 1) : QDate(year - 1, 3 * (instalment + 1), 1);
-}
 
 QString betweenMessage(const DateWindow &window)
 {
@@ -35,14 +29,8 @@ DateWindow ReturnWindow(int year)
 
 DateWindow InstalmentWindow(int year, int instalment)
 {
-    constexpr int dueDay = 15;
-    const QDate month = instalmentMonth(year, instalment);
-    return {month.addDays(dueDay - 1), month.addMonths(1).addDays(-1)};
-}
-
-QString DefaultInstalment(int year, int instalment)
-{
-    return DateText(InstalmentWindow(year, instalment).from);
+    const QDate due = DateFromText(LawInstalments(year).at(static_cast<std::size_t>(instalment - 1)));
+    return {due, QDate(due.year(), due.month(), due.daysInMonth())};
 }
 
 QString CheckReturnDate(int year, int column, const QString &date)

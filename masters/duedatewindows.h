@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/offer.h"
+
 #include <QDate>
 #include <QString>
 
@@ -29,19 +31,16 @@ constexpr int PlaceOfClass(int statC)
 }
 
 /// From 1 April of the assessment year to 31 March of the next one: when a return of that year can fall due.
-DateWindow ReturnWindow(int year);
+FBT_OFFERED DateWindow ReturnWindow(int year);
 
 /// The days that the instalment 1 to 4 may be set to: from its due date to the end of that month.
-DateWindow InstalmentWindow(int year, int instalment);
-
-/// The due date of the instalment 1 to 4 as the law has it: 15 June, 15 September, 15 December, 15 March.
-QString DefaultInstalment(int year, int instalment);
+FBT_OFFERED DateWindow InstalmentWindow(int year, int instalment);
 
 /// @param column 1 the original date, which must be there; 2 the extended one, which may be empty
-QString CheckReturnDate(int year, int column, const QString &date);
+FBT_OFFERED QString CheckReturnDate(int year, int column, const QString &date);
 
 /// The dates of a quarter: the original one must be there, the extended one may not be earlier.
 /// @param column the date that is checked, 1 the original, 2 the extended one
-QString CheckQuarterDate(int column, const QString &original, const QString &extended);
+FBT_OFFERED QString CheckQuarterDate(int column, const QString &original, const QString &extended);
 
-QString CheckInstalment(int year, int instalment, const QString &date);
+FBT_OFFERED QString CheckInstalment(int year, int instalment, const QString &date);

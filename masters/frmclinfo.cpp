@@ -6,14 +6,18 @@
 #include "controls/matchlist.h"
 #include "controls/uiarray.h"
 #include "masters/clientimport.h"
+#include "masters/clientrecord.h"
 #include "masters/clientstatus.h"
-#include "platform/recordset.h"
+#include "platform/sqltext.h"
+#include "platform/text.h"
+#include "records/naturelist.h"
 
 #include "ui_frmclinfo.h"
 
 #include <QApplication>
 #include <QRegularExpressionValidator>
 
+#include <algorithm>
 #include <optional>
 
 namespace {
@@ -26,7 +30,7 @@ const QString off = QStringLiteral("0");
 
 enum NatureColumn { NatDesc, NatTick, NatId };
 enum SurchargeColumn { Year, Threshold, Applies };
-enum SuiteColumn { SuiteCode, SuiteName, SuiteStat };
+constexpr int SuiteName = 1; // of the list of the suite's clients
 
 /// The hourglass, as long as this lives.
 class Hourglass
@@ -49,15 +53,6 @@ void selectPlace(QComboBox *combo, double place)
     if (place < 0 || place >= combo->count())
         throw FaultError(FaultNumber::IndexOutOfRange, QStringLiteral("Invalid property array index"));
     combo->setCurrentIndex(static_cast<int>(place));
-}
-
-/// Whether a query finds a row; nothing when it could not be asked.
-std::optional<bool> found(const QString &query)
-{
-    Recordset rows;
-    if (!rows.Open(query, Cnn))
-        return std::nullopt;
-    return !rows.Eof();
 }
 
 int storedStatusPosition(const QString &clStatus)
@@ -145,7 +140,7 @@ void frmclinfo::FORM_LOAD()
     ui->cmdimpcl->setEnabled(suiteConnection() != nullptr);
     if (suiteConnection() != nullptr)
         LOADCLIENTS();
-    SETBUTTON(false);
+    SETBUTTON(true);
     Base->LoadStateList(ui->Combo1);
 }
 
@@ -173,14 +168,14 @@ bool frmclinfo::FORM_KEYPRESS(int asciiKey)
     return true;
 }
 
-void frmclinfo::SETBUTTON(bool Adding)
+void frmclinfo::SETBUTTON(bool Browse)
 {
     const ErrorTail tail(this);
     ui->Frame1->hide();
-    ui->famgrd->setVisible(!Adding);
-    ui->fammaininfo->setVisible(Adding);
+    ui->famgrd->setVisible(Browse);
+    ui->fammaininfo->setVisible(!Browse);
     List2->hide();
-    if (!Adding)
+    if (Browse)
         return;
     listCodes();
     txtfields[ClientRecord::Code]->setFocus();
@@ -189,7 +184,9 @@ void frmclinfo::SETBUTTON(bool Adding)
 /// From here on the codes that begin with what is typed show under the code field.
 void frmclinfo::listCodes()
 {
-    List1 = ExistingCodes(Cnn);
+    const RowsRead<QString> codes = ExistingCodes(Cnn);
+    noteReading(tr("existing codes"), !codes.failed());
+    List1 = *codes;
     std::vector<MatchList::Item> items;
     for (const QString &code : List1)
         items.push_back({code, code});
@@ -201,10 +198,10 @@ void frmclinfo::LOADNATURES()
 {
     const ErrorTail tail(this);
     ui->vsfn->clearBody();
-    Recordset natures;
-    natures.Open(QStringLiteral("Select * from FBT_Nature Order by SrNo"), Cnn);
-    for (; !natures.Eof(); natures.MoveNext())
-        ui->vsfn->AddItem({natures.Fields(u"NatDesc").text(), off, natures.Fields(u"SrNo").text()});
+    const RowsRead<Nature> natures = Natures(Cnn);
+    noteReading(tr("natures of business"), !natures.failed());
+    for (const Nature &nature : *natures)
+        ui->vsfn->AddItem({nature.text, off, QString::number(nature.srNo)});
 }
 
 void frmclinfo::LOADCLIENTS()
@@ -212,14 +209,13 @@ void frmclinfo::LOADCLIENTS()
     const ErrorTail tail(this);
     ui->vsf->setRedraw(false);
     ui->vsf->clearBody();
-    Recordset clients;
-    clients.Open(QStringLiteral("select codeno,name,stat,grcd,pan,addr from tempcltbl"), suiteConnection());
-    for (; !clients.Eof(); clients.MoveNext()) {
-        QStringList cells;
-        for (int col = 0; col < ui->vsf->Cols(); ++col)
-            cells << clients.Fields(col).text();
-        ui->vsf->AddItem(cells);
-    }
+    const RowsRead<SuiteClientLine> clients = SuiteClientLines(suiteConnection());
+    noteReading(tr("clients of the suite"), !clients.failed());
+    m_suite = *clients;
+    int index = 0;
+    for (const SuiteClientLine &line : m_suite)
+        ui->vsf->setRowData(ui->vsf->AddItem({line.code, line.name, line.status, line.group, line.pan, line.address}),
+                            index++);
     ui->vsf->Sort(SuiteName);
     ui->vsf->setRedraw(true);
     ui->vsf->fitColumns();
@@ -234,12 +230,10 @@ void frmclinfo::LOADDATA()
     ErrorTail tail(this);
     m_builtStatus.clear();
     m_surApp.clear();
-    ClientRecord client;
-    if (EditMode)
-        client = ReadClient(Cnn, EditCode).value_or(client);
-    showRecord(client, tail);
-    m_surApp = client.surApp;
-    m_natures = NatureNumbers(client[ClientRecord::Natures]);
+    const auto stored = EditMode ? ReadClient(Cnn, EditCode) : Reading<ClientRecord>::nothing();
+    noteReading(tr("employer"), !stored.failed());
+    showRecord(*stored, tail);
+    m_surApp = stored->surApp;
     rebuildSurcharge();
 }
 
@@ -252,9 +246,11 @@ void frmclinfo::showRecord(const ClientRecord &client, ErrorTail &tail)
     ui->Combo1->setEditText(client[ClientRecord::State]);
     ui->cbostat->setCurrentIndex(storedStatusPosition(client[ClientRecord::Status]));
     ui->Check1->setChecked(Val(client[ClientRecord::Audit]) != 0);
-    const QSet<double> natures = NatureNumbers(client[ClientRecord::Natures]);
-    for (int row = 0; row < ui->vsfn->Rows(); ++row)
-        ui->vsfn->setTextMatrix(row, NatTick, natures.contains(Val(ui->vsfn->TextMatrix(row, NatId))) ? on : off);
+    const std::vector<int> natures = NaturesIn(client[ClientRecord::Natures]);
+    for (int row = 0; row < ui->vsfn->Rows(); ++row) {
+        const bool ticked = std::find(natures.begin(), natures.end(), natureAt(row)) != natures.end();
+        ui->vsfn->setTextMatrix(row, NatTick, ticked ? on : off);
+    }
     ui->vsfn->setCell(0, NatTick);
     ui->cboresst->setCurrentIndex(0);
     tail([&] { selectPlace(ui->cboresst, Val(client[ClientRecord::Resident])); });
@@ -277,12 +273,12 @@ ClientRecord frmclinfo::typedRecord() const
     client[ClientRecord::Status] = QString::number(StatusCode(ui->cbostat->currentIndex()));
     client[ClientRecord::Audit] = ui->Check1->isChecked() ? QStringLiteral("1") : QStringLiteral("0");
     client[ClientRecord::Resident] = QString::number(ui->cboresst->currentIndex());
-    QStringList natures;
+    std::vector<int> natures;
     for (int row = 0; row < ui->vsfn->Rows(); ++row) {
         if (natureTicked(row))
-            natures << ui->vsfn->TextMatrix(row, NatId);
+            natures.push_back(natureAt(row));
     }
-    client[ClientRecord::Natures] = natures.join(u',');
+    client[ClientRecord::Natures] = BusnatOf(natures);
     QStringList applies;
     for (int row = ui->vsfs->FixedRows(); row < ui->vsfs->Rows(); ++row)
         applies << ui->vsfs->TextMatrix(row, Applies);
@@ -311,6 +307,11 @@ void frmclinfo::CBOSTAT_CLICK()
 
 // --- natures ---
 
+int frmclinfo::natureAt(int row) const
+{
+    return static_cast<int>(Val(ui->vsfn->TextMatrix(row, NatId)));
+}
+
 bool frmclinfo::natureTicked(int row) const
 {
     return Val(ui->vsfn->TextMatrix(row, NatTick)) != 0;
@@ -328,7 +329,12 @@ bool frmclinfo::CHECKNATURES()
 {
     const ErrorTail tail(this);
     for (int row = 0; EditMode && row < ui->vsfn->Rows(); ++row) {
-        if (!natureTicked(row) && !askDeleteNature(row))
+        if (natureTicked(row))
+            continue;
+        const std::optional<bool> goes = askDeleteNature(row);
+        if (!goes)
+            return refuseUnread();
+        if (!*goes)
             ui->vsfn->setTextMatrix(row, NatTick, on);
     }
     const int count = tickedNatures();
@@ -339,44 +345,42 @@ bool frmclinfo::CHECKNATURES()
     return count > 1 || !EditMode || askDropConsolidated();
 }
 
-/// What a client has of a nature that is not his any more goes with his consent only. False: the nature stays. When
-/// nobody can tell what he has of it, the nature stays as it was stored.
-bool frmclinfo::askDeleteNature(int row)
+/// What a client has of a nature that is not his any more goes with his consent only. False: the nature stays. Without a
+/// value when nobody can tell what he has of it.
+std::optional<bool> frmclinfo::askDeleteNature(int row)
 {
-    const QString nature = ui->vsfn->TextMatrix(row, NatId);
-    const QString details = Sql(" Where Code_No=", Quoted(EditCode), " and NatId = ", nature);
-    std::optional<bool> there = found(Sql("Select * from FBT_Detail", details));
-    if (there && !*there)
-        there = found(Sql("Select * from FBT_SalDet", details));
+    const int nature = natureAt(row);
+    const std::optional<bool> there = HasNatureDetails(Cnn, EditCode, nature);
     if (!there)
-        return !m_natures.contains(Val(nature));
+        return std::nullopt;
     if (!*there)
         return true;
     const QString question = Joined("Do you want to Delete Details of '", ui->vsfn->TextMatrix(row, NatDesc), "'?");
-    if (MsgBox(this, question, Buttons::YesNo, Icon::Question, {}, 2) != Reply::Yes)
-        return false;
-    Cnn->Execute(Sql("Delete from FBT_Detail", details));
-    Cnn->Execute(Sql("Delete from FBT_SalDet", details));
-    Cnn->Execute(QStringLiteral("Flush Tables"));
-    return true;
+    return MsgBox(this, question, Buttons::YesNo, Icon::Question, {}, 2) == Reply::Yes &&
+           DeleteNatureDetails(Cnn, EditCode, nature);
 }
 
 /// With one nature left there is nothing to consolidate. False: the user keeps the consolidated details, or nobody can
 /// tell whether there are any.
 bool frmclinfo::askDropConsolidated()
 {
-    const QString details = Sql("FBT_Detail Where Code_No=", Quoted(EditCode), " and NatId = -1");
-    const std::optional<bool> there = found(Sql("Select * from ", details));
-    if (!there || !*there)
-        return there.has_value();
-    if (MsgBox(this,
-               QStringLiteral("You have Selected only One Nature of Business. All the Details of Consolidated Expenses "
-                              "will be Deleted. Do you want to Continue?"),
-               Buttons::YesNo, Icon::Question) != Reply::Yes)
-        return false;
-    Cnn->Execute(Sql("Delete from ", details));
-    Cnn->Execute(QStringLiteral("Flush Tables"));
-    return true;
+    const std::optional<bool> there = HasConsolidatedExpenses(Cnn, EditCode);
+    if (!there)
+        return refuseUnread();
+    if (!*there)
+        return true;
+    return MsgBox(this,
+                  QStringLiteral("You have Selected only One Nature of Business. All the Details of Consolidated "
+                                 "Expenses will be Deleted. Do you want to Continue?"),
+                  Buttons::YesNo, Icon::Question) == Reply::Yes &&
+           DeleteConsolidatedExpenses(Cnn, EditCode);
+}
+
+/// Says that nothing is saved, since what the client has of his natures could not be read. False.
+bool frmclinfo::refuseUnread()
+{
+    refuse(tr("The details of the employer could not be read. Nothing is saved."), ui->vsfn);
+    return false;
 }
 
 // --- saving and deleting ---
@@ -414,7 +418,11 @@ bool frmclinfo::mayTakeCode()
 void frmclinfo::CMDUPDATE_CLICK()
 {
     const ErrorTail tail(this);
-    if (!fieldMayBeLeft(ui->cmdupdate) || !mayTakeCode())
+    if (!fieldMayBeLeft(ui->cmdupdate))
+        return;
+    if (!couldRead(tr("employer")) || !couldRead(tr("natures of business")) || !couldRead(tr("existing codes")))
+        return static_cast<void>(refuseUnread());
+    if (!mayTakeCode())
         return;
     if (txtfields[ClientRecord::Name]->text().trimmed().isEmpty())
         return refuse("Please Enter Name of Employer.", txtfields[ClientRecord::Name]);
@@ -424,26 +432,29 @@ void frmclinfo::CMDUPDATE_CLICK()
     }
     if (!CHECKNATURES())
         return;
-    const bool saved = UPDATEDATA();
     const Hourglass wait;
-    // A client whose row kept the old code must keep its data under that code too.
-    if (saved && EditMode && typedCode() != EditCode)
-        Base->ChangeCode(EditCode, typedCode());
-    SETBUTTON(false);
-    Base->code = typedCode();
+    if (!UPDATEDATA())
+        return refuse(tr("The employer could not be saved."), txtfields[ClientRecord::Code]);
+    const QString code = typedCode();
+    if (EditMode && code != EditCode)
+        Base->ChangeCode(EditCode, code); // what the suite keeps of him beyond the tables of this module
+    SETBUTTON(true);
+    Base->code = code;
+    afterChange();
+    ui->ClGrd1->setFocus();
+}
+
+void frmclinfo::afterChange()
+{
     ui->ClGrd1->DispClGrid();
     ui->ClGrd1->SelectLastClient();
-    ui->ClGrd1->setFocus();
 }
 
 bool frmclinfo::UPDATEDATA()
 {
     const ErrorTail tail(this);
     const ClientRecord client = typedRecord();
-    const bool saved =
-        Cnn->Execute(EditMode ? UpdateClientText(client, ClientColumns(Cnn), EditCode) : InsertClientText(client));
-    Cnn->Execute(QStringLiteral("Flush Tables"));
-    return saved;
+    return EditMode ? UpdateClient(Cnn, client, EditCode) : AddClient(Cnn, client);
 }
 
 /// A client that the search hides stays the current one, but nobody who does not see him can mean him.
@@ -467,8 +478,7 @@ void frmclinfo::CMDDELETE_CLICK()
     Base->DeleteClient(EditCode);
     if (Base->code == EditCode)
         Base->code.clear();
-    ui->ClGrd1->DispClGrid();
-    ui->ClGrd1->SelectLastClient();
+    afterChange();
 }
 
 void frmclinfo::CMDADD_CLICK()
@@ -476,7 +486,7 @@ void frmclinfo::CMDADD_CLICK()
     const ErrorTail tail(this);
     EditMode = false;
     LOADDATA();
-    SETBUTTON(true);
+    SETBUTTON(false);
 }
 
 void frmclinfo::CMDMODIFY_CLICK()
@@ -487,13 +497,13 @@ void frmclinfo::CMDMODIFY_CLICK()
     EditCode = ui->ClGrd1->TextMatrix(ui->ClGrd1->Row(), 0);
     EditMode = true;
     LOADDATA();
-    SETBUTTON(true);
+    SETBUTTON(false);
 }
 
 void frmclinfo::CMDCANCEL_CLICK()
 {
     const ErrorTail tail(this);
-    SETBUTTON(false);
+    SETBUTTON(true);
     ui->ClGrd1->setFocus();
 }
 
@@ -528,10 +538,13 @@ void frmclinfo::COMMAND1_CLICK()
     const int row = ui->vsf->Row();
     if (row < 1)
         return;
+    const SuiteClientLine &line = m_suite.at(static_cast<std::size_t>(ui->vsf->RowData(row).toInt()));
+    const Reading<SuiteClient> known = ReadSuiteClient(suiteConnection(), line.code);
+    noteReading(tr("client of the suite"), !known.failed());
+    if (known.failed())
+        return; // another one can be chosen
     m_builtStatus.clear();
-    showRecord(ReadSuiteClient(suiteConnection(), ui->vsf->TextMatrix(row, SuiteCode),
-                               ui->vsf->TextMatrix(row, SuiteName), ui->vsf->TextMatrix(row, SuiteStat)),
-               tail);
+    showRecord(ImportedClient(line, known), tail);
     ui->Frame1->hide();
     ui->fammaininfo->show();
     txtfields[ClientRecord::Code]->setFocus();

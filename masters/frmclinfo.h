@@ -1,8 +1,9 @@
 #pragma once
 
 #include "controls/screen.h"
-#include "masters/clientrecord.h"
 #include "platform/offer.h"
+#include "records/clients.h"
+#include "records/suiteclients.h"
 
 #include <map>
 #include <memory>
@@ -36,7 +37,7 @@ private:
     void connectControls();
     void prepareGrids();
 
-    void SETBUTTON(bool Adding);
+    void SETBUTTON(bool Browse); // true: the list; false: the edit frame
     void LOADNATURES();
     void LOADCLIENTS();
     void LOADDATA();
@@ -66,8 +67,11 @@ private:
     bool fieldMayBeLeft(QWidget *button);
     [[nodiscard]] bool clientChosen() const;
     bool mayTakeCode();
-    bool askDeleteNature(int row);
+    std::optional<bool> askDeleteNature(int row);
     bool askDropConsolidated();
+    bool refuseUnread();
+    void afterChange();
+    [[nodiscard]] int natureAt(int row) const;
     [[nodiscard]] bool natureTicked(int row) const;
     [[nodiscard]] int tickedNatures() const;
     void refuse(const QString &message, QWidget *field);
@@ -75,10 +79,10 @@ private:
     std::unique_ptr<Ui::frmclinfo> ui;
     std::map<int, QLineEdit *> txtfields;
     MatchList *List2;
-    QStringList List1;      // codes that a client must not take
-    QString EditCode;       // of the record being edited or deleted
-    bool EditMode = false;  // true: modify, false: add
-    QString m_surApp;       // as last loaded
-    QSet<double> m_natures; // likewise
-    QString m_builtStatus;  // the status position that vsfs was built for; empty: none yet
+    std::vector<QString> List1;           // codes that a client must not take
+    QString EditCode;                     // of the record being edited or deleted
+    bool EditMode = false;                // true: modify, false: add
+    QString m_surApp;                     // as last loaded
+    std::vector<SuiteClientLine> m_suite; // the clients of the suite, by the data of their rows
+    QString m_builtStatus;                // the status position that vsfs was built for; empty: none yet
 };

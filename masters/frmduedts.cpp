@@ -4,10 +4,10 @@
 #include "context/errortail.h"
 #include "context/modbase.h"
 #include "controls/yearcombo.h"
-#include "masters/duedatestore.h"
 #include "masters/duedatewindows.h"
 #include "masters/gridlook.h"
 #include "platform/dates.h"
+#include "records/duedates.h"
 
 #include <QSignalBlocker>
 
@@ -39,24 +39,31 @@ void setUpDates(Grid *grid)
     grid->setStretchCol(notificationColumn);
 }
 
-void showDates(Grid *grid, const DueDateRows &rows)
+/// Class of assessee or quarter as a place in its list, and the other way round: only classes stand in another order.
+int placeOf(bool classes, int number)
 {
-    int row = 1;
+    return classes ? PlaceOfClass(number) : number;
+}
+
+void showDates(Grid *grid, bool classes, const DueDateRows &rows)
+{
+    int number = 1;
     for (const DueDateRow &dates : rows) {
+        const int row = placeOf(classes, number++);
         grid->setTextMatrix(row, dateColumn, dates.original);
         grid->setTextMatrix(row, extendedColumn, dates.extended);
-        grid->setTextMatrix(row++, notificationColumn, dates.notification);
+        grid->setTextMatrix(row, notificationColumn, dates.notification);
     }
 }
 
-DueDateRows typedDates(const Grid *grid)
+DueDateRows typedDates(const Grid *grid, bool classes)
 {
     DueDateRows rows;
-    int row = 1;
+    int number = 1;
     for (DueDateRow &dates : rows) {
+        const int row = placeOf(classes, number++);
         dates = {grid->TextMatrix(row, dateColumn), grid->TextMatrix(row, extendedColumn),
                  grid->TextMatrix(row, notificationColumn)};
-        ++row;
     }
     return rows;
 }
@@ -97,8 +104,12 @@ void frmduedts::setUpGrid(Grid *grid)
     WrapRows(grid);
     grid->setSelectionBehavior(QAbstractItemView::SelectItems);
     connect(grid, &Grid::enterCell, this, [grid] { editCurrent(grid); });
+    connect(grid, &Grid::afterEdit, this, [this, grid](int row, int col) {
+        if (col == dateColumn && m_missingDate == std::pair<const Grid *, int>(grid, row))
+            m_missingDate = {}; // filled
+    });
     connect(this, &Screen::entered, grid, [grid](const QWidget *field) {
-        // Behind the event that brought the focus: a click goes to the cell that it points at.
+        // After the event that brought the focus: a click goes to the cell that it points at.
         if (field == grid)
             QMetaObject::invokeMethod(
                 grid, [grid] { editCurrent(grid); }, Qt::QueuedConnection);
@@ -139,9 +150,12 @@ void frmduedts::COMBO4_CLICK()
     LOADGRID();
 }
 
-/// Asks whether to save the year in hand. False when it was to be saved and could not be.
+/// Asks whether to save the year in hand. False when it was to be saved and could not be. Dates that could not be read
+/// are nothing to ask about.
 bool frmduedts::maySaveChanges()
 {
+    if (!couldRead())
+        return true;
     const QString question = "Do you want to Save Changes Made in A.Y. " + YearLabel(SelYear) + "?";
     return MsgBox(this, question, Buttons::YesNo, Icon::Question, "Confirmation") != Reply::Yes || SAVEGRID();
 }
@@ -154,14 +168,18 @@ void frmduedts::LOADGRID()
         return;
     SelYear = year;
     m_missingDate = {};
+    readingWell();
     setParticulars(ui->vsf, {"Company", "Partnership Firm Whose accounts are required to be Audited",
                              "Other than Company and Partnership Firm Whose accounts are required to be Audited",
                              "Any Other Assessee"});
-    showDates(ui->vsf, ReturnDueDates(Cnn, year));
+    const Reading<DueDateRows> dates = ReturnDueDates(Cnn, year);
+    noteReading(tr("due dates of the return"), !dates.failed());
+    showDates(ui->vsf, true, *dates);
     if (HasQuarterDates(year))
         setUpQuarters();
     else
         setUpInstalments();
+    ui->cmdsave->setEnabled(couldRead());
     for (Grid *grid : {ui->vsf, ui->vsf1})
         grid->setCell(1, grid == ui->vsf || HasQuarterDates(year) ? extendedColumn : dateColumn);
 }
@@ -170,7 +188,9 @@ void frmduedts::setUpQuarters()
 {
     setUpDates(ui->vsf1);
     setParticulars(ui->vsf1, {"April - June", "July - September", "October - December", "January - March"});
-    showDates(ui->vsf1, QuarterDueDates(Cnn, SelYear));
+    const Reading<DueDateRows> dates = QuarterDueDates(Cnn, SelYear);
+    noteReading(tr("due dates of the advance tax"), !dates.failed());
+    showDates(ui->vsf1, false, *dates);
 }
 
 void frmduedts::setUpInstalments()
@@ -180,8 +200,10 @@ void frmduedts::setUpInstalments()
     ui->vsf1->setStretchCol(dateColumn);
     ui->vsf1->setColWidth(0, particularWidth);
     setParticulars(ui->vsf1, {"Ist", "IInd", "IIIrd", "IVth"});
+    const Reading<InstalmentDates> dates = InstalmentDueDates(Cnn, SelYear);
+    noteReading(tr("due dates of the advance tax"), !dates.failed());
     int row = 1;
-    for (const QString &date : InstalmentDueDates(Cnn, SelYear))
+    for (const QString &date : *dates)
         ui->vsf1->setTextMatrix(row++, dateColumn, date);
 }
 
@@ -194,13 +216,13 @@ bool frmduedts::VSF_BEFOREEDIT(int row, int col) const
 
 bool frmduedts::VSF1_BEFOREEDIT(int row, int col) const
 {
-    return HasQuarterDates(SelYear) ? mayEditDates(ui->vsf1, row, col) : col > 0;
+    return HasQuarterDates(SelYear) ? mayEditDates(ui->vsf1, row, col) : col > 0 && couldRead();
 }
 
 /// The original date stays as it is, unless it was missing and has been asked for.
 bool frmduedts::mayEditDates(const Grid *grid, int row, int col) const
 {
-    return col > dateColumn || (col == dateColumn && m_missingDate == std::pair(grid, row));
+    return couldRead() && (col > dateColumn || (col == dateColumn && m_missingDate == std::pair(grid, row)));
 }
 
 bool frmduedts::VSF_VALIDATEEDIT(int row, int col, QString &text)
@@ -237,7 +259,8 @@ bool frmduedts::holdsInstalments(const Grid *grid) const
 
 QString frmduedts::withDefault(const Grid *grid, int row, const QString &date) const
 {
-    return date.isEmpty() && holdsInstalments(grid) ? DefaultInstalment(SelYear, row) : date;
+    return date.isEmpty() && holdsInstalments(grid) ? LawInstalments(SelYear).at(static_cast<std::size_t>(row - 1))
+                                                    : date;
 }
 
 QString frmduedts::messageFor(const Grid *grid, int row, int col, const QString &date) const
@@ -246,7 +269,7 @@ QString frmduedts::messageFor(const Grid *grid, int row, int col, const QString 
         return CheckReturnDate(SelYear, col, date);
     if (holdsInstalments(grid))
         return CheckInstalment(SelYear, row, date);
-    return CheckQuarterDate(col, grid->TextMatrix(row, dateColumn), date);
+    return CheckQuarterDate(col, col == dateColumn ? date : grid->TextMatrix(row, dateColumn), date);
 }
 
 // --- saving ---
@@ -254,7 +277,7 @@ QString frmduedts::messageFor(const Grid *grid, int row, int col, const QString 
 bool frmduedts::SAVEGRID()
 {
     ErrorTail tail(this);
-    return finishEdit() && checkCells(ui->vsf) && checkCells(ui->vsf1) && save();
+    return couldRead() && finishEdit() && checkCells(ui->vsf) && checkCells(ui->vsf1) && save();
 }
 
 /// Takes a text that is still being edited. False when it was refused, with its message, and the cell stays in edit.
@@ -293,9 +316,10 @@ bool frmduedts::checkCell(Grid *grid, int row, int col)
 
 bool frmduedts::save()
 {
-    if (!SaveReturnDueDates(Cnn, SelYear, typedDates(ui->vsf)))
-        return false;
+    DueDates dates{typedDates(ui->vsf, true), std::nullopt, std::nullopt};
     if (HasQuarterDates(SelYear))
-        return SaveQuarterDueDates(Cnn, SelYear, typedDates(ui->vsf1));
-    return SaveInstalmentDueDates(Cnn, SelYear, typedInstalments(ui->vsf1));
+        dates.quarters = typedDates(ui->vsf1, false);
+    else
+        dates.instalments = typedInstalments(ui->vsf1);
+    return SaveDueDates(Cnn, SelYear, dates);
 }

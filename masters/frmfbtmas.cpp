@@ -3,10 +3,9 @@
 
 #include "context/errortail.h"
 #include "context/modbase.h"
-#include "controls/listedit.h"
 #include "controls/yearcombo.h"
-#include "masters/expenselaw.h"
 #include "masters/gridlook.h"
+#include "masters/lawrules.h"
 #include "platform/dates.h"
 #include "platform/text.h"
 
@@ -20,25 +19,34 @@ namespace {
 constexpr QStringView rateFormat = u"###0.00";
 constexpr Qt::Alignment rightAligned = Qt::AlignRight | Qt::AlignVCenter;
 
-constexpr int sectionColumn = 1;
-constexpr int headTextColumn = 2;
-constexpr int headIdColumn = 3;
-
-constexpr int itemTextColumn = 1;
-constexpr int itemNoColumn = 2;
-constexpr int firstRateColumn = 3;
+constexpr int firstRateColumn = 3; // of the list of items
 constexpr int natureNoRow = 1;
 
 constexpr int rateColumn = 1; // of the rate grid
 constexpr int enterKey = 13;
 
-void setUpRateColumn(Grid *grid, int column, const Nature &nature)
+RowList<ExpenseHead>::Columns headColumns()
 {
-    grid->setColFormat(column, rateFormat.toString());
-    grid->setColAlignment(column, rightAligned);
-    grid->setColWidth(column, CaptionWidth(grid, nature.text));
-    grid->setTextMatrix(0, column, nature.text);
-    grid->setTextMatrix(natureNoRow, column, QString::number(nature.srNo));
+    constexpr int sectionWidth = 160;
+    return {ListColumn<ExpenseHead>{.caption = "S.No."},
+            ListColumn<ExpenseHead>{
+                .caption = "Section", .text = [](const ExpenseHead &h) { return h.section; }, .width = sectionWidth},
+            ListColumn<ExpenseHead>{
+                .caption = "Head of Expenses", .text = [](const ExpenseHead &h) { return h.text; }, .stretch = true},
+            ListColumn<ExpenseHead>{.text = [](const ExpenseHead &h) { return QString::number(h.headId); },
+                                    .hidden = true}};
+}
+
+RowList<RatedItem>::Columns itemColumns()
+{
+    constexpr int leastWidth = 320;
+    return {
+        ListColumn<RatedItem>{.caption = "S.No."},
+        ListColumn<RatedItem>{.caption = "Nature of Expenses",
+                              .text = [](const RatedItem &i) { return i.item.text; },
+                              .width = leastWidth,
+                              .stretch = true},
+        ListColumn<RatedItem>{.text = [](const RatedItem &i) { return QString::number(i.item.srNo); }, .hidden = true}};
 }
 
 } // namespace
@@ -60,56 +68,58 @@ frmfbtmas::~frmfbtmas() = default;
 
 void frmfbtmas::setUpHeads()
 {
-    ui->vsf->setCols(headIdColumn + 1);
-    ui->vsf->setCaptions({tr("S.No."), tr("Section"), tr("Head of Expenses")});
-    ui->vsf->setColHidden(headIdColumn, true);
-    SetUpNumberColumn(ui->vsf);
     WrapRows(ui->vsf);
-    ui->vsf->setColWidth(sectionColumn, 160);
-    ui->vsf->setStretchCol(headTextColumn);
     ui->vsf->setSortByHeader(true);
-    m_heads = new ListEdit(this,
-                           {ui->vsf,
-                            ui->Frame2,
-                            ui->txtchflds_0,
-                            ui->cmdaddch,
-                            ui->cmdmodifych,
-                            ui->cmddeletech,
-                            ui->cmdupdatech,
-                            ui->cmdcancelch,
-                            ui->cmdback,
-                            {ui->cmdpaydet, ui->Combo4},
-                            {}},
-                           {[this] { LOADGRIDCH(); }, [this] { CLEARDATACH(); }, [this](int row) { LOADDATACH(row); },
-                            [this] { CMDUPDATECH_CLICK(); }, [this] { CMDDELETECH_CLICK(); }});
+    m_heads =
+        new RowList<ExpenseHead>(this,
+                                 {.vsf = ui->vsf,
+                                  .editFrame = ui->Frame2,
+                                  .firstField = ui->txtchflds_0,
+                                  .cmdadd = ui->cmdaddch,
+                                  .cmdmodify = ui->cmdmodifych,
+                                  .cmddelete = ui->cmddeletech,
+                                  .cmdupdate = ui->cmdupdatech,
+                                  .cmdcancel = ui->cmdcancelch,
+                                  .cmdback = ui->cmdback,
+                                  .browseOnly = {ui->cmdpaydet, ui->Combo4}},
+                                 headColumns(),
+                                 {.what = tr("heads of expenses"),
+                                  .read =
+                                      [this] {
+                                          ErrorTail tail(this, "LOADGRIDCH");
+                                          return ExpenseHeads(Cnn, SelYear).ifRead();
+                                      },
+                                  .key = [](const ExpenseHead &head) { return head.headId; },
+                                  .CLEARDATA = [this] { CLEARDATACH(); },
+                                  .LOADDATA = [this](const ExpenseHead &head) { LOADDATACH(head); },
+                                  .CMDUPDATE_CLICK = [this] { CMDUPDATECH_CLICK(); },
+                                  .CMDDELETE_CLICK = [this](const ExpenseHead &head) { CMDDELETECH_CLICK(head); }});
 }
 
 void frmfbtmas::setUpItems()
 {
     ui->vsf2->setFixedRows(natureNoRow + 1);
     ui->vsf2->setRowHidden(natureNoRow, true);
-    ui->vsf2->setCols(firstRateColumn);
-    ui->vsf2->setCaptions({tr("S.No."), tr("Nature of Expenses")});
-    ui->vsf2->setColHidden(itemNoColumn, true);
-    SetUpNumberColumn(ui->vsf2);
     WrapRows(ui->vsf2);
-    ui->vsf2->setStretchCol(itemTextColumn, 320);
     ui->vsf2->setSortByHeader(true);
-    m_items = new ListEdit(this,
-                           {ui->vsf2,
-                            ui->Frame4,
-                            ui->txtdedflds_0,
-                            ui->cmdaddded,
-                            ui->cmdmodifyded,
-                            ui->cmddeleteded,
-                            ui->cmdupdateded,
-                            ui->cmdcancelded,
-                            nullptr,
-                            {ui->cmdback},
-                            {}},
-                           {[this] { LOADGRIDDED(); }, [this] { CLEARDATADED(); },
-                            [this](int row) { LOADDATADED(row); }, [this] { CMDUPDATEDED_CLICK(); },
-                            [this] { CMDDELETEDED_CLICK(); }, [this] { return m_natures.has_value(); }});
+    m_items = new RowList<RatedItem>(this,
+                                     {.vsf = ui->vsf2,
+                                      .editFrame = ui->Frame4,
+                                      .firstField = ui->txtdedflds_0,
+                                      .cmdadd = ui->cmdaddded,
+                                      .cmdmodify = ui->cmdmodifyded,
+                                      .cmddelete = ui->cmddeleteded,
+                                      .cmdupdate = ui->cmdupdateded,
+                                      .cmdcancel = ui->cmdcancelded,
+                                      .browseOnly = {ui->cmdback}},
+                                     itemColumns(),
+                                     {.what = tr("expenses"),
+                                      .read = [this] { return LOADGRIDDED(); },
+                                      .key = [](const RatedItem &item) { return item.item.srNo; },
+                                      .CLEARDATA = [this] { CLEARDATADED(); },
+                                      .LOADDATA = [this](const RatedItem &item) { LOADDATADED(item); },
+                                      .CMDUPDATE_CLICK = [this] { CMDUPDATEDED_CLICK(); },
+                                      .CMDDELETE_CLICK = [this](const RatedItem &item) { CMDDELETEDED_CLICK(item); }});
 }
 
 void frmfbtmas::setUpRates()
@@ -160,7 +170,7 @@ bool frmfbtmas::FORM_KEYPRESS(int asciiKey)
     constexpr int escapeKey = 27;
     if (asciiKey != escapeKey)
         return Screen::FORM_KEYPRESS(asciiKey);
-    ListEdit *level = atItemsLevel() ? m_items : m_heads;
+    ListEdit *level = atItemsLevel() ? static_cast<ListEdit *>(m_items) : m_heads;
     if (level->escape())
         return true;
     if (!atItemsLevel())
@@ -172,7 +182,18 @@ bool frmfbtmas::FORM_KEYPRESS(int asciiKey)
 
 bool frmfbtmas::FORM_KEYDOWN(int key, Qt::KeyboardModifiers modifiers)
 {
-    m_enterInRate = (key == Qt::Key_Return || key == Qt::Key_Enter) && ui->vsfr->isEditing();
+    const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
+    const bool forward = key == Qt::Key_Tab;
+    m_enterInRate = enter && ui->vsfr->isEditing();
+    if (enter && !m_enterInRate && ui->vsfr->hasFocus()) { // the rate was left by Escape
+        nextRate();
+        return true;
+    }
+    if ((forward || key == Qt::Key_Backtab) && ui->vsfr->isEditing()) {
+        if (ui->vsfr->finishEdit())
+            focusNextPrevChild(forward);
+        return true;
+    }
     return Screen::FORM_KEYDOWN(key, modifiers);
 }
 
@@ -217,28 +238,16 @@ bool frmfbtmas::askDelete(const QString &question)
 
 // --- heads ---
 
-void frmfbtmas::LOADGRIDCH()
-{
-    ErrorTail tail(this);
-    for (const ExpenseHead &head : ExpenseHeads(Cnn, SelYear))
-        ui->vsf->AddItem({QString(), head.section, head.text, QString::number(head.headId)});
-}
-
 void frmfbtmas::CLEARDATACH()
 {
     ui->txtchflds_0->clear();
     ui->txtchflds_1->clear();
 }
 
-void frmfbtmas::LOADDATACH(int row)
+void frmfbtmas::LOADDATACH(const ExpenseHead &head)
 {
-    ShowFromStart(ui->txtchflds_0, ui->vsf->TextMatrix(row, sectionColumn));
-    ShowFromStart(ui->txtchflds_1, ui->vsf->TextMatrix(row, headTextColumn));
-}
-
-int frmfbtmas::currentHead() const
-{
-    return ui->vsf->hasDataRow() ? static_cast<int>(Val(ui->vsf->TextMatrix(ui->vsf->Row(), headIdColumn))) : 0;
+    ShowFromStart(ui->txtchflds_0, head.section);
+    ShowFromStart(ui->txtchflds_1, head.text);
 }
 
 void frmfbtmas::CMDUPDATECH_CLICK()
@@ -249,37 +258,36 @@ void frmfbtmas::CMDUPDATECH_CLICK()
     if (refuseEmpty(section, "Please Specify Section.", ui->txtchflds_0) ||
         refuseEmpty(text, "Please Specify Head of Expenses.", ui->txtchflds_0))
         return;
-    std::optional<int> id = currentHead();
+    std::optional<int> id = m_heads->editedKey();
     if (m_heads->Adding())
         id = AddExpenseHead(Cnn, SelYear, section, text);
-    else
-        ChangeExpenseHead(Cnn, SelYear, {*id, section, text});
+    else if (!ChangeExpenseHead(Cnn, SelYear, {*id, section, text}))
+        id.reset();
     if (id)
-        m_heads->saved(QString::number(*id), headIdColumn);
+        m_heads->saved(*id);
+    else
+        m_heads->notSaved();
 }
 
-void frmfbtmas::CMDDELETECH_CLICK()
+void frmfbtmas::CMDDELETECH_CLICK(const ExpenseHead &head)
 {
     ErrorTail tail(this);
-    const int id = currentHead();
-    if (IsStatutoryHead(SelYear, id) || ExpenseHeadInUse(Cnn, SelYear, id).value_or(true))
+    if (IsStatutoryHead(SelYear, head.headId) || ExpenseHeadInUse(Cnn, SelYear, head.headId).value_or(true))
         return;
-    if (!askDelete("Do you want to Delete Selected Item? All the Sub Items of this Item will be Deleted."))
-        return;
-    DeleteExpenseHead(Cnn, SelYear, id);
-    m_heads->deleted();
+    if (askDelete("Do you want to Delete Selected Item? All the Sub Items of this Item will be Deleted.") &&
+        DeleteExpenseHead(Cnn, SelYear, head.headId))
+        m_heads->deleted();
 }
 
 void frmfbtmas::CMDPAYDET_CLICK()
 {
     ErrorTail tail(this);
-    if (!ui->vsf->hasDataRow())
+    const ExpenseHead *head = m_heads->current();
+    if (head == nullptr)
         return;
-    const int row = ui->vsf->Row();
-    ui->lblchcap->setText(ui->vsf->TextMatrix(row, sectionColumn) + QStringLiteral(" - ") +
-                          ui->vsf->TextMatrix(row, headTextColumn));
+    ui->lblchcap->setText(head->section + QStringLiteral(" - ") + head->text);
     m_items->FORM_LOAD();
-    if (!m_natures)
+    if (!couldRead(tr("expenses")))
         return;
     selectFirstRate();
     showItemsLevel(true);
@@ -288,73 +296,81 @@ void frmfbtmas::CMDPAYDET_CLICK()
 
 // --- items ---
 
-void frmfbtmas::LOADGRIDDED()
+/// The items of the head, and the natures, which are the columns of their rates.
+std::optional<std::vector<RatedItem>> frmfbtmas::LOADGRIDDED()
 {
     ErrorTail tail(this);
-    m_natures = Natures(Cnn);
-    ui->vsf2->setCols(firstRateColumn);
-    if (!m_natures)
-        return;
-    ui->vsf2->setCols(firstRateColumn + static_cast<int>(m_natures->size()));
+    const auto natures = Natures(Cnn).ifRead();
+    m_natures = natures.value_or(std::vector<Nature>());
+    showRateColumns();
+    const ExpenseHead *head = m_heads->current();
+    if (!natures || head == nullptr)
+        return std::nullopt;
+    return RatedItems(Cnn, SelYear, head->headId).ifRead();
+}
+
+void frmfbtmas::showRateColumns()
+{
+    auto columns = itemColumns();
+    for (const Nature &nature : m_natures)
+        columns.push_back({.caption = nature.text,
+                           .text = [id = nature.srNo](const RatedItem &item) { return RateFor(item, id); },
+                           .width = CaptionWidth(ui->vsf2, nature.text),
+                           .format = rateFormat.toString()});
+    m_items->setColumns(columns);
     int column = firstRateColumn;
-    for (const Nature &nature : *m_natures)
-        setUpRateColumn(ui->vsf2, column++, nature);
-    for (const ExpenseItem &item : ExpenseItems(Cnn, SelYear, currentHead(), *m_natures))
-        ui->vsf2->AddItem(QStringList{QString(), item.text, QString::number(item.srNo)} + item.rates);
+    for (const Nature &nature : m_natures)
+        ui->vsf2->setTextMatrix(natureNoRow, column++, QString::number(nature.srNo));
 }
 
 void frmfbtmas::CLEARDATADED()
 {
     ui->txtdedflds_0->clear();
     ui->vsfr->clearBody();
-    for (const Nature &nature : m_natures.value_or(QVector<Nature>()))
+    for (const Nature &nature : m_natures)
         ui->vsfr->AddItem({nature.text, QString()});
 }
 
-void frmfbtmas::LOADDATADED(int row)
+void frmfbtmas::LOADDATADED(const RatedItem &item)
 {
-    ShowFromStart(ui->txtdedflds_0, ui->vsf2->TextMatrix(row, itemTextColumn));
-    for (int i = 1; i < ui->vsfr->Rows(); ++i)
-        ui->vsfr->setTextMatrix(i, rateColumn, ui->vsf2->TextMatrix(row, firstRateColumn + i - 1));
+    ShowFromStart(ui->txtdedflds_0, item.item.text);
+    int row = 1;
+    for (const Nature &nature : m_natures)
+        ui->vsfr->setTextMatrix(row++, rateColumn, RateFor(item, nature.srNo));
 }
 
-int frmfbtmas::currentItem() const
+std::vector<NatureRate> frmfbtmas::typedRates() const
 {
-    return ui->vsf2->hasDataRow() ? static_cast<int>(Val(ui->vsf2->TextMatrix(ui->vsf2->Row(), itemNoColumn))) : 0;
-}
-
-QStringList frmfbtmas::typedRates() const
-{
-    QStringList rates;
-    for (int i = 1; i < ui->vsfr->Rows(); ++i)
-        rates << ui->vsfr->TextMatrix(i, rateColumn);
+    std::vector<NatureRate> rates;
+    int row = 1;
+    for (const Nature &nature : m_natures)
+        rates.push_back({nature.srNo, ui->vsfr->TextMatrix(row++, rateColumn)});
     return rates;
 }
 
 void frmfbtmas::CMDUPDATEDED_CLICK()
 {
     ErrorTail tail(this);
-    if (!m_natures || !ui->vsfr->finishEdit())
+    const ExpenseHead *head = m_heads->current();
+    if (head == nullptr || !ui->vsfr->finishEdit())
         return;
     const QString text = ui->txtdedflds_0->text();
     if (refuseEmpty(text, "Please specify Nature of Expenses.", ui->txtdedflds_0))
         return;
-    const auto id = m_items->Adding() ? NextExpenseItemNo(Cnn, SelYear) : std::optional(currentItem());
-    if (!id)
-        return;
-    SaveExpenseItem(Cnn, SelYear, currentHead(), {*id, text, typedRates()}, *m_natures);
-    m_items->saved(QString::number(*id), itemNoColumn);
+    if (const auto id = SaveRatedItem(Cnn, SelYear, head->headId, {{m_items->editedKey(), text}, typedRates()}))
+        m_items->saved(*id);
+    else
+        m_items->notSaved();
 }
 
-void frmfbtmas::CMDDELETEDED_CLICK()
+void frmfbtmas::CMDDELETEDED_CLICK(const RatedItem &item)
 {
     ErrorTail tail(this);
-    const int id = currentItem();
+    const int id = item.item.srNo;
     if (IsSeededItem(id) || ExpenseItemInUse(Cnn, SelYear, id).value_or(true))
         return;
-    if (!askDelete("Do you want to Delete Selected Item?"))
+    if (!askDelete("Do you want to Delete Selected Item?") || !DeleteExpenseItem(Cnn, SelYear, id))
         return;
-    DeleteExpenseItem(Cnn, SelYear, id);
     m_items->deleted();
     selectFirstRate();
 }

@@ -1,19 +1,17 @@
 #pragma once
 
-#include "controls/screen.h"
-#include "masters/naturelist.h"
+#include "controls/rowlist.h"
 #include "platform/offer.h"
+#include "records/law.h"
+#include "records/naturelist.h"
 
 #include <memory>
-#include <optional>
-
-class ListEdit;
 
 namespace Ui {
 class frmfbtmas;
 }
 
-/// The law of one assessment year: the heads of section 115WB and, behind "Expenses Details", the expense items of one
+/// The law of one assessment year: the heads of section 115WB and, under "Expenses Details", the expense items of one
 /// head with a rate for each nature of business.
 class FBT_OFFERED frmfbtmas : public Screen
 {
@@ -31,18 +29,17 @@ public:
 private:
     void COMBO4_CLICK();
 
-    void LOADGRIDCH();
     void CLEARDATACH();
-    void LOADDATACH(int row);
+    void LOADDATACH(const ExpenseHead &head);
     void CMDUPDATECH_CLICK();
-    void CMDDELETECH_CLICK();
+    void CMDDELETECH_CLICK(const ExpenseHead &head);
     void CMDPAYDET_CLICK();
 
-    void LOADGRIDDED();
+    std::optional<std::vector<RatedItem>> LOADGRIDDED();
     void CLEARDATADED();
-    void LOADDATADED(int row);
+    void LOADDATADED(const RatedItem &item);
     void CMDUPDATEDED_CLICK();
-    void CMDDELETEDED_CLICK();
+    void CMDDELETEDED_CLICK(const RatedItem &item);
 
     bool VSFR_VALIDATEEDIT(int row, QString &text);
     void VSFR_AFTEREDIT(int row);
@@ -58,14 +55,13 @@ private:
     bool askDelete(const QString &question);
     void selectFirstRate();
     void nextRate();
-    [[nodiscard]] QStringList typedRates() const;
-    [[nodiscard]] int currentHead() const; // 0 without a current row
-    [[nodiscard]] int currentItem() const; // 0 without a current row
+    void showRateColumns();
+    [[nodiscard]] std::vector<NatureRate> typedRates() const;
 
     std::unique_ptr<Ui::frmfbtmas> ui;
-    ListEdit *m_heads;
-    ListEdit *m_items;
-    std::optional<QVector<Nature>> m_natures; // of the item level, one rate column each; none after a fault
+    RowList<ExpenseHead> *m_heads;
+    RowList<RatedItem> *m_items;
+    std::vector<Nature> m_natures; // of the item level, one rate column each
     int SelYear = 0;
     bool m_rateTyped = false;   // the edit that ends changed the rate
     bool m_enterInRate = false; // it ends by Enter

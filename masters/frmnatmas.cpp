@@ -3,44 +3,40 @@
 
 #include "context/errortail.h"
 #include "context/modbase.h"
-#include "controls/listedit.h"
 #include "masters/gridlook.h"
-#include "masters/naturelist.h"
-#include "platform/text.h"
-
-namespace {
-
-constexpr int textColumn = 1;
-constexpr int srNoColumn = 2;
-
-} // namespace
 
 frmnatmas::frmnatmas(QWidget *parent)
     : Screen(QStringLiteral("frmnatmas"), parent)
     , ui(std::make_unique<Ui::frmnatmas>())
 {
     ui->setupUi(this);
-    ui->vsf->setCols(srNoColumn + 1);
-    ui->vsf->setCaptions({tr("S.No."), tr("Nature of Business")});
-    ui->vsf->setColHidden(srNoColumn, true);
-    SetUpNumberColumn(ui->vsf);
     WrapRows(ui->vsf);
-    ui->vsf->setStretchCol(textColumn);
     ui->vsf->setSortByHeader(true);
-    m_list = new ListEdit(this,
-                          {ui->vsf,
-                           ui->Frame2,
-                           ui->txtfields_1,
-                           ui->cmdadd,
-                           ui->cmdmodify,
-                           ui->cmddelete,
-                           ui->cmdupdate,
-                           ui->cmdcancel,
-                           ui->cmdback,
-                           {},
-                           {}},
-                          {[this] { LOADGRID(); }, [this] { CLEARDATA(); }, [this](int row) { LOADDATA(row); },
-                           [this] { CMDUPDATE_CLICK(); }, [this] { CMDDELETE_CLICK(); }});
+    m_list = new RowList<Nature>(
+        this,
+        {.vsf = ui->vsf,
+         .editFrame = ui->Frame2,
+         .firstField = ui->txtfields_1,
+         .cmdadd = ui->cmdadd,
+         .cmdmodify = ui->cmdmodify,
+         .cmddelete = ui->cmddelete,
+         .cmdupdate = ui->cmdupdate,
+         .cmdcancel = ui->cmdcancel,
+         .cmdback = ui->cmdback},
+        {{.caption = "S.No."},
+         {.caption = "Nature of Business", .text = [](const Nature &n) { return n.text; }, .stretch = true},
+         {.text = [](const Nature &n) { return QString::number(n.srNo); }, .hidden = true}},
+        {.what = tr("natures of business"),
+         .read =
+             [this] {
+                 ErrorTail tail(this, "LOADGRID");
+                 return Natures(Cnn).ifRead();
+             },
+         .key = [](const Nature &nature) { return nature.srNo; },
+         .CLEARDATA = [this] { CLEARDATA(); },
+         .LOADDATA = [this](const Nature &nature) { LOADDATA(nature); },
+         .CMDUPDATE_CLICK = [this] { CMDUPDATE_CLICK(); },
+         .CMDDELETE_CLICK = [this](const Nature &nature) { CMDDELETE_CLICK(nature); }});
 }
 
 frmnatmas::~frmnatmas() = default;
@@ -62,63 +58,41 @@ bool frmnatmas::FORM_KEYPRESS(int asciiKey)
     return (asciiKey == 27 && m_list->escape()) || Screen::FORM_KEYPRESS(asciiKey);
 }
 
-void frmnatmas::LOADGRID()
-{
-    ErrorTail tail(this);
-    const auto natures = Natures(Cnn);
-    for (const Nature &nature : natures.value_or(QVector<Nature>()))
-        ui->vsf->AddItem({QString(), nature.text, QString::number(nature.srNo)});
-}
-
 void frmnatmas::CLEARDATA()
 {
     ui->txtfields_1->clear();
 }
 
-void frmnatmas::LOADDATA(int row)
+void frmnatmas::LOADDATA(const Nature &nature)
 {
-    ShowFromStart(ui->txtfields_1, ui->vsf->TextMatrix(row, textColumn));
-}
-
-int frmnatmas::currentSrNo() const
-{
-    return ui->vsf->hasDataRow() ? static_cast<int>(Val(ui->vsf->TextMatrix(ui->vsf->Row(), srNoColumn))) : 0;
+    ShowFromStart(ui->txtfields_1, nature.text);
 }
 
 void frmnatmas::CMDUPDATE_CLICK()
 {
     ErrorTail tail(this);
-    const QString text = ui->txtfields_1->text();
-    if (text.trimmed().isEmpty()) {
-        MsgBox(this, "Please specify Nature of Business.", Buttons::Ok, Icon::Exclamation);
+    const Nature nature{m_list->editedKey(), ui->txtfields_1->text()};
+    const bool empty = nature.text.trimmed().isEmpty();
+    const auto taken = empty ? false : NatureTextTaken(Cnn, nature.text, nature.srNo);
+    if (empty || taken.value_or(false)) {
+        MsgBox(this, empty ? "Please specify Nature of Business." : "Duplicate Item!!", Buttons::Ok, Icon::Exclamation);
         ui->txtfields_1->setFocus();
         return;
     }
-    save(text, m_list->Adding() ? 0 : currentSrNo());
+    const auto number = taken ? SaveNature(Cnn, nature) : std::nullopt;
+    if (number)
+        m_list->saved(*number);
+    else
+        m_list->notSaved();
 }
 
-void frmnatmas::save(const QString &text, int srNo)
-{
-    const auto taken = NatureTextTaken(Cnn, text, srNo);
-    if (taken.value_or(false))
-        MsgBox(this, "Duplicate Item!!", Buttons::Ok, Icon::Exclamation);
-    const auto number = taken.value_or(true) ? std::nullopt : srNo != 0 ? srNo : NextNatureNo(Cnn);
-    if (!number) {
-        ui->txtfields_1->setFocus();
-        return;
-    }
-    SaveNature(Cnn, {*number, text});
-    m_list->saved(QString::number(*number), srNoColumn);
-}
-
-void frmnatmas::CMDDELETE_CLICK()
+void frmnatmas::CMDDELETE_CLICK(const Nature &nature)
 {
     ErrorTail tail(this);
-    const int srNo = currentSrNo();
-    if (IsSeededNature(srNo) || NatureInUse(Cnn, srNo).value_or(true))
+    if (IsSeededNature(nature.srNo) || NatureInUse(Cnn, nature.srNo).value_or(true))
         return;
-    if (MsgBox(this, "Do you want to Delete Selected Item?", Buttons::YesNo, Icon::Question, {}, 2) != Reply::Yes)
-        return;
-    DeleteNature(Cnn, srNo);
-    m_list->deleted();
+    constexpr int no = 2;
+    if (MsgBox(this, "Do you want to Delete Selected Item?", Buttons::YesNo, Icon::Question, {}, no) == Reply::Yes &&
+        DeleteNature(Cnn, nature.srNo))
+        m_list->deleted();
 }

@@ -1,11 +1,10 @@
 #pragma once
 
-#include "controls/screen.h"
+#include "controls/rowlist.h"
 #include "platform/offer.h"
+#include "records/naturelist.h"
 
 #include <memory>
-
-class ListEdit;
 
 namespace Ui {
 class frmnatmas;
@@ -26,14 +25,11 @@ public:
     bool FORM_KEYPRESS(int asciiKey) override;
 
 private:
-    void LOADGRID();
     void CLEARDATA();
-    void LOADDATA(int row);
+    void LOADDATA(const Nature &nature);
     void CMDUPDATE_CLICK();
-    void CMDDELETE_CLICK();
-    void save(const QString &text, int srNo);
-    [[nodiscard]] int currentSrNo() const; // 0 without a current row
+    void CMDDELETE_CLICK(const Nature &nature);
 
     std::unique_ptr<Ui::frmnatmas> ui;
-    ListEdit *m_list;
+    RowList<Nature> *m_list;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/offer.h"
 #include "records/clientyear.h"
 #include "records/reading.h"
 
@@ -21,12 +22,12 @@ struct BankAccount
 };
 
 /// In the order of their numbers.
-RowsRead<BankAccount> BankAccounts(Connection *cnn, const ClientYear &client);
+FBT_OFFERED RowsRead<BankAccount> BankAccounts(Connection *cnn, const ClientYear &client);
 
 /// Stores an account, a new one under the next number. A default account takes that mark from all others. Gives its
 /// number; without a value, and nothing changed, after a fault.
-std::optional<int> SaveBankAccount(Connection *cnn, const ClientYear &client, const BankAccount &account);
+FBT_OFFERED std::optional<int> SaveBankAccount(Connection *cnn, const ClientYear &client, const BankAccount &account);
 
 /// Removes an account. When it was the default one, the first of the others becomes it. False, and nothing changed, after
 /// a fault.
-bool DeleteBankAccount(Connection *cnn, const ClientYear &client, int number);
+FBT_OFFERED bool DeleteBankAccount(Connection *cnn, const ClientYear &client, int number);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/offer.h"
 #include "records/reading.h"
 
 #include <QString>
@@ -18,11 +19,11 @@ struct Bank
 };
 
 /// In the order of name and branch.
-RowsRead<Bank> Banks(Connection *cnn);
+FBT_OFFERED RowsRead<Bank> Banks(Connection *cnn);
 
 /// Stores a bank, a new one under the next number. Gives its number; without a value, and nothing stored, after a fault.
-std::optional<int> SaveBank(Connection *cnn, const Bank &bank);
-bool DeleteBank(Connection *cnn, int number);
+FBT_OFFERED std::optional<int> SaveBank(Connection *cnn, const Bank &bank);
+FBT_OFFERED bool DeleteBank(Connection *cnn, int number);
 
 /// Whether a payment refers to the bank. Without a value after a fault: it then counts as used.
-std::optional<bool> BankInUse(Connection *cnn, int number);
+FBT_OFFERED std::optional<bool> BankInUse(Connection *cnn, int number);

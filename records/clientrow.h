@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/offer.h"
 #include "records/clienttables.h"
 #include "records/clientyear.h"
 #include "records/reading.h"
@@ -20,10 +21,10 @@ constexpr ClientTable miscInfTable{"FBT_MiscInf", "Code_No", "TYear"};
 using RowValues = QHash<QString, QString>;
 using ColumnValues = QList<QPair<QString, QString>>;
 
-Reading<RowValues> ReadRow(Connection *cnn, const ClientTable &table, const ClientYear &client);
+FBT_OFFERED Reading<RowValues> ReadRow(Connection *cnn, const ClientTable &table, const ClientYear &client);
 
 /// Writes columns of the row; the others keep what they hold. Where there is no row yet, one is written with `defaults`
 /// for the columns that are not given. False when the database did not take it, or when it could not be asked whether
 /// there is a row.
-bool SaveRow(Connection *cnn, const ClientTable &table, const ClientYear &client, const ColumnValues &values,
-             const ColumnValues &defaults);
+FBT_OFFERED bool SaveRow(Connection *cnn, const ClientTable &table, const ClientYear &client,
+                         const ColumnValues &values, const ColumnValues &defaults);

@@ -104,11 +104,11 @@ RowsRead<QString> ExistingCodes(Connection *cnn)
     return codes;
 }
 
-RowsRead<ClientName> ClientNames(Connection *cnn)
+RowsRead<NamedClient> ClientNames(Connection *cnn)
 {
     return ReadRows(cnn, QStringLiteral("Select Code_no, Name from FBT_Info Order by Name, Code_no"),
                     [](const Recordset &row) {
-                        return ClientName{row.Fields(0).text(), row.Fields(1).text()};
+                        return NamedClient{row.Fields(0).text(), row.Fields(1).text()};
                     });
 }
 

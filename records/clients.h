@@ -11,7 +11,7 @@
 class Connection;
 
 /// One row of the client master `FBT_Info`, as the texts of its columns.
-struct FBT_OFFERED ClientRecord
+struct ClientRecord
 {
     /// Places of columns that are more than a text box.
     enum Position {
@@ -54,14 +54,14 @@ FBT_OFFERED bool UpdateClient(Connection *cnn, const ClientRecord &client, const
 /// billing parties.
 FBT_OFFERED RowsRead<QString> ExistingCodes(Connection *cnn);
 
-struct ClientName
+struct NamedClient
 {
     QString code;
     QString name;
 };
 
 /// All clients in the order of their names.
-FBT_OFFERED RowsRead<ClientName> ClientNames(Connection *cnn);
+FBT_OFFERED RowsRead<NamedClient> ClientNames(Connection *cnn);
 
 /// Whether an expense or a salary of any year was entered for a nature of the client. Without a value after a fault.
 FBT_OFFERED std::optional<bool> HasNatureDetails(Connection *cnn, const QString &code, int natId);

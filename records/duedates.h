@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/offer.h"
 #include "records/reading.h"
 
 #include <QString>
@@ -25,16 +26,16 @@ using DueDateRows = std::array<DueDateRow, 4>;
 using InstalmentDates = std::array<QString, 4>;
 
 /// By class of assessee (`StatC` 1 to 4). What has no row is empty; a notification that is `Null` reads as "0".
-Reading<DueDateRows> ReturnDueDates(Connection *cnn, int year);
+FBT_OFFERED Reading<DueDateRows> ReturnDueDates(Connection *cnn, int year);
 
 /// By quarter, April to June first.
-Reading<DueDateRows> QuarterDueDates(Connection *cnn, int year);
+FBT_OFFERED Reading<DueDateRows> QuarterDueDates(Connection *cnn, int year);
 
 /// The due dates of the instalments by section 115WJ: 15 June, 15 September, 15 December, 15 March.
-InstalmentDates LawInstalments(int year);
+FBT_OFFERED InstalmentDates LawInstalments(int year);
 
 /// The four dates of the instalments; those of the law when the year has no row.
-Reading<InstalmentDates> InstalmentDueDates(Connection *cnn, int year);
+FBT_OFFERED Reading<InstalmentDates> InstalmentDueDates(Connection *cnn, int year);
 
 /// All due dates of a year, as one change of them replaces them: each that is there, the others stay.
 struct DueDates
@@ -45,4 +46,4 @@ struct DueDates
 };
 
 /// False after a fault: then all dates are as before.
-bool SaveDueDates(Connection *cnn, int year, const DueDates &dates);
+FBT_OFFERED bool SaveDueDates(Connection *cnn, int year, const DueDates &dates);

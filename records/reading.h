@@ -27,6 +27,8 @@ public:
     /// What was found; a default value when nothing was. Not for a reading that failed: ask `failed()` first.
     [[nodiscard]] const T &operator*() const { return m_value; }
     [[nodiscard]] const T *operator->() const { return &m_value; }
+    /// For who cannot go on without an answer: what was found, a default value when nothing was; none after a failure.
+    [[nodiscard]] std::optional<T> ifRead() const { return failed() ? std::nullopt : std::optional<T>(m_value); }
     [[nodiscard]] T valueOr(T other) const { return found() ? m_value : std::move(other); }
 
 private:

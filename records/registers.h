@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/offer.h"
 #include "records/reading.h"
 
 #include <QString>
@@ -21,7 +22,7 @@ struct ClientLine
 };
 
 /// All clients in the order of their names.
-RowsRead<ClientLine> ClientLines(Connection *cnn);
+FBT_OFFERED RowsRead<ClientLine> ClientLines(Connection *cnn);
 
 struct ReturnLine
 {
@@ -33,4 +34,4 @@ struct ReturnLine
 
 /// The clients whose return of the year has a date or an acknowledgement number, in the order of their names: those typed
 /// on the additional information, else those of the return screen.
-RowsRead<ReturnLine> ReturnLines(Connection *cnn, int year);
+FBT_OFFERED RowsRead<ReturnLine> ReturnLines(Connection *cnn, int year);

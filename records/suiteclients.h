@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/offer.h"
 #include "records/reading.h"
 
 #include <QString>
@@ -21,7 +22,7 @@ struct SuiteClientLine
     QString address;
 };
 
-RowsRead<SuiteClientLine> SuiteClientLines(Connection *suite);
+FBT_OFFERED RowsRead<SuiteClientLine> SuiteClientLines(Connection *suite);
 
 /// What the suite knows of a client: of a firm or company (`Main_Info1`), else of a proprietor (`Owner1`).
 struct SuiteClient
@@ -40,4 +41,4 @@ struct SuiteClient
     QString nation;    ///< of a proprietor only
 };
 
-Reading<SuiteClient> ReadSuiteClient(Connection *suite, const QString &code);
+FBT_OFFERED Reading<SuiteClient> ReadSuiteClient(Connection *suite, const QString &code);

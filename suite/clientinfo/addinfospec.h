@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/offer.h"
+#include "records/clientrow.h"
 #include "suite/clientinfo/rowpanel.h"
-#include "suite/clientinfo/rowstore.h"
 
 /// The forms of the return that the additional information serves.
 enum class ReturnForm {
@@ -13,11 +13,8 @@ enum class ReturnForm {
 /// The columns of `FBT_AddInfo` that a form needs, in groups.
 FBT_OFFERED std::vector<FieldGroup> AddInfoGroups(ReturnForm form);
 
-/// What a new row of `FBT_AddInfo` holds in all its columns behind client and year.
+/// What a new row of `FBT_AddInfo` holds in all its columns after client and year.
 FBT_OFFERED ColumnValues AddInfoDefaults();
 
 /// The columns of `FBT_MiscInf`, all of them, in groups.
 FBT_OFFERED std::vector<FieldGroup> MiscInfGroups();
-
-constexpr ClientTable addInfoTable{"FBT_AddInfo", "Code_No", "Tyear"};
-constexpr ClientTable miscInfTable{"FBT_MiscInf", "Code_No", "TYear"};

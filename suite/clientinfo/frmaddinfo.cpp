@@ -21,7 +21,7 @@ frmaddinfo1::frmaddinfo1(BaseObject &base, QWidget *parent)
 frmaddinfo::frmaddinfo(const QString &name, ReturnForm form, BaseObject &base, QWidget *parent)
     : Screen(name, parent)
     , m_base(base)
-    , m_key{addInfoTable, base.code, base.TYear}
+    , m_client{base.code, base.TYear}
     , m_panel(new RowPanel(AddInfoGroups(form), 3, RulesOf(base)))
     , cmdbank(new QPushButton(QStringLiteral("&Bank Accounts")))
     , cmdsave(new QPushButton(QStringLiteral("Sa&ve")))
@@ -56,7 +56,11 @@ void frmaddinfo::FORM_LOAD()
     RowValues defaults;
     for (const auto &[column, value] : AddInfoDefaults())
         defaults.insert(column.toLower(), value);
-    m_panel->load(ReadRow(m_base.CnnObj, m_key).value_or(defaults));
+    const Reading<RowValues> row = ReadRow(m_base.CnnObj, addInfoTable, m_client);
+    noteReading(tr("additional information"), !row.failed());
+    m_panel->load(row.valueOr(defaults));
+    m_panel->setEnabled(couldRead());
+    cmdsave->setEnabled(couldRead());
     m_base.Resize_For_Resolution(this);
     m_panel->setFocusTo(QStringLiteral("Ward"));
 }
@@ -81,9 +85,9 @@ bool frmaddinfo::employeesRight()
 
 void frmaddinfo::CMDSAVE_CLICK()
 {
-    if (!m_panel->allRight() || !employeesRight())
+    if (!couldRead() || !m_panel->allRight() || !employeesRight())
         return;
-    if (!SaveRow(m_base.CnnObj, m_key, m_panel->values(), AddInfoDefaults())) {
+    if (!SaveRow(m_base.CnnObj, addInfoTable, m_client, m_panel->values(), AddInfoDefaults())) {
         MsgBox(this, QStringLiteral("The additional information could not be saved."), Buttons::Ok, Icon::Exclamation);
         return;
     }

@@ -28,7 +28,7 @@ private:
     void drawButtons();
 
     BaseObject &m_base;
-    RowKey m_key;
+    ClientYear m_client; // that the screen was opened for
     RowPanel *m_panel;
     QPushButton *cmdbank;
     QPushButton *cmdsave;

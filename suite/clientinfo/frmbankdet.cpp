@@ -1,15 +1,11 @@
 #include "suite/clientinfo/frmbankdet.h"
 
-#include "controls/listedit.h"
 #include "host/baseobject.h"
-#include "platform/recordset.h"
 #include "ui_frmbankdet.h"
 
 #include <QLineEdit>
 
 namespace {
-
-enum Column { Number, BankName, Address, Micr, Type, Account, Ecs, Default, SrNo, Columns };
 
 constexpr int escapeKey = 27;
 constexpr int typeLength = 50;
@@ -19,28 +15,50 @@ QString yesNo(bool yes)
     return yes ? QStringLiteral("Yes") : QString();
 }
 
+RowList<BankAccount>::Columns columns()
+{
+    return {
+        ListColumn<BankAccount>{.caption = "S. No."},
+        ListColumn<BankAccount>{
+            .caption = "Bank", .text = [](const BankAccount &a) { return a.bank; }, .stretch = true},
+        ListColumn<BankAccount>{.caption = "Address", .text = [](const BankAccount &a) { return a.address; }},
+        ListColumn<BankAccount>{.caption = "MICR Code", .text = [](const BankAccount &a) { return a.micr; }},
+        ListColumn<BankAccount>{.caption = "Type", .text = [](const BankAccount &a) { return a.type; }},
+        ListColumn<BankAccount>{.caption = "Account No.", .text = [](const BankAccount &a) { return a.account; }},
+        ListColumn<BankAccount>{.caption = "ECS", .text = [](const BankAccount &a) { return yesNo(a.ecs); }},
+        ListColumn<BankAccount>{.caption = "Default", .text = [](const BankAccount &a) { return yesNo(a.isDefault); }}};
+}
+
 } // namespace
 
 frmbankdet::frmbankdet(BaseObject &base, QWidget *parent)
     : Screen(QStringLiteral("frmbankdet"), parent)
     , m_base(base)
+    , m_client{base.code, base.TYear}
     , ui(std::make_unique<Ui::frmbankdet>())
 {
     ui->setupUi(this);
     setWindowTitle(QStringLiteral("Bank Accounts") + base.Cap);
     ui->cbotype->addItems({QStringLiteral("SAVINGS"), QStringLiteral("CURRENT"), QStringLiteral("CASH CREDIT")});
     ui->cbotype->lineEdit()->setMaxLength(typeLength);
-    ui->vsf->setCaptions({QStringLiteral("S. No."), QStringLiteral("Bank"), QStringLiteral("Address"),
-                          QStringLiteral("MICR Code"), QStringLiteral("Type"), QStringLiteral("Account No."),
-                          QStringLiteral("ECS"), QStringLiteral("Default"), QString()});
-    ui->vsf->setColHidden(SrNo, true);
-    ui->vsf->setStretchCol(BankName);
-    const ListEdit::Controls controls{
-        ui->vsf,       ui->Frame2,  ui->txtbank, ui->cmdadd, ui->cmdmodify, ui->cmddelete, ui->cmdupdate,
-        ui->cmdcancel, ui->cmdback, {},          {}};
-    m_list = new ListEdit(this, controls,
-                          {[this] { ADDROWS(); }, [this] { CLEARDATA(); }, [this](int row) { LOADDATA(row); },
-                           [this] { CMDUPDATE_CLICK(); }, [this] { CMDDELETE_CLICK(); }});
+    m_list = new RowList<BankAccount>(this,
+                                      {.vsf = ui->vsf,
+                                       .editFrame = ui->Frame2,
+                                       .firstField = ui->txtbank,
+                                       .cmdadd = ui->cmdadd,
+                                       .cmdmodify = ui->cmdmodify,
+                                       .cmddelete = ui->cmddelete,
+                                       .cmdupdate = ui->cmdupdate,
+                                       .cmdcancel = ui->cmdcancel,
+                                       .cmdback = ui->cmdback},
+                                      columns(),
+                                      {.what = tr("bank accounts"),
+                                       .read = [this] { return BankAccounts(m_base.CnnObj, m_client).ifRead(); },
+                                       .key = [](const BankAccount &account) { return account.number; },
+                                       .CLEARDATA = [this] { CLEARDATA(); },
+                                       .LOADDATA = [this](const BankAccount &account) { LOADDATA(account); },
+                                       .CMDUPDATE_CLICK = [this] { CMDUPDATE_CLICK(); },
+                                       .CMDDELETE_CLICK = [this](const BankAccount &a) { CMDDELETE_CLICK(a); }});
 }
 
 frmbankdet::~frmbankdet() = default;
@@ -63,56 +81,29 @@ bool frmbankdet::FORM_KEYPRESS(int asciiKey)
     return (asciiKey == escapeKey && m_list->escape()) || Screen::FORM_KEYPRESS(asciiKey);
 }
 
-void frmbankdet::ADDROWS()
-{
-    Recordset rows;
-    rows.Open(Sql("Select * from FBT_BankDet Where Code_No=", Quoted(m_base.code), " and Yr=", m_base.TYear,
-                  " order by SrNo"),
-              m_base.CnnObj);
-    for (; !rows.Eof(); rows.MoveNext()) {
-        ui->vsf->AddItem({QString(), rows.Fields(u"BankNm").text(), rows.Fields(u"BankAdd").text(),
-                          rows.Fields(u"MICR").text(), rows.Fields(u"AcTyp").text(), rows.Fields(u"AcNo").text(),
-                          yesNo(rows.Fields(u"ECS").num() != 0),
-                          yesNo(rows.Fields(u"DefBank").text().compare(QLatin1String("Y"), Qt::CaseInsensitive) == 0),
-                          rows.Fields(u"SrNo").text()});
-    }
-}
-
 void frmbankdet::CLEARDATA()
 {
-    for (QLineEdit *field : {ui->txtbank, ui->txtaddress, ui->txtmicr, ui->txtaccount})
-        field->clear();
-    ui->cbotype->setCurrentText(QString());
-    ui->chkecs->setChecked(false);
-    ui->chkdefault->setChecked(ui->vsf->Rows() == ui->vsf->FixedRows()); // the first account is the default one
+    BankAccount first;
+    first.isDefault = couldRead() && ui->vsf->Rows() == ui->vsf->FixedRows(); // the first account is the default one
+    LOADDATA(first);
 }
 
-void frmbankdet::LOADDATA(int row)
+void frmbankdet::LOADDATA(const BankAccount &account)
 {
-    ui->txtbank->setText(ui->vsf->TextMatrix(row, BankName));
-    ui->txtaddress->setText(ui->vsf->TextMatrix(row, Address));
-    ui->txtmicr->setText(ui->vsf->TextMatrix(row, Micr));
-    ui->cbotype->setCurrentText(ui->vsf->TextMatrix(row, Type));
-    ui->txtaccount->setText(ui->vsf->TextMatrix(row, Account));
-    ui->chkecs->setChecked(!ui->vsf->TextMatrix(row, Ecs).isEmpty());
-    ui->chkdefault->setChecked(!ui->vsf->TextMatrix(row, Default).isEmpty());
-}
-
-int frmbankdet::currentNumber() const
-{
-    return ui->vsf->hasDataRow() ? ui->vsf->TextMatrix(ui->vsf->Row(), SrNo).toInt() : 0;
+    ui->txtbank->setText(account.bank);
+    ui->txtaddress->setText(account.address);
+    ui->txtmicr->setText(account.micr);
+    ui->cbotype->setCurrentText(account.type);
+    ui->txtaccount->setText(account.account);
+    ui->chkecs->setChecked(account.ecs);
+    ui->chkdefault->setChecked(account.isDefault);
 }
 
 BankAccount frmbankdet::typed() const
 {
-    return {m_list->Adding() ? 0 : currentNumber(),
-            ui->txtbank->text().trimmed(),
-            ui->txtaddress->text().trimmed(),
-            ui->txtmicr->text().trimmed(),
-            ui->cbotype->currentText().trimmed(),
-            ui->txtaccount->text().trimmed(),
-            ui->chkecs->isChecked(),
-            ui->chkdefault->isChecked()};
+    return {m_list->editedKey(),           ui->txtbank->text().trimmed(),        ui->txtaddress->text().trimmed(),
+            ui->txtmicr->text().trimmed(), ui->cbotype->currentText().trimmed(), ui->txtaccount->text().trimmed(),
+            ui->chkecs->isChecked(),       ui->chkdefault->isChecked()};
 }
 
 bool frmbankdet::complete()
@@ -137,29 +128,19 @@ void frmbankdet::CMDUPDATE_CLICK()
 {
     if (!complete())
         return;
-    const int number = SaveBankAccount(m_base.CnnObj, m_base.code, m_base.TYear, typed());
-    if (number == 0)
-        MsgBox(this, QStringLiteral("The account could not be saved."), Buttons::Ok, Icon::Exclamation);
+    if (const auto number = SaveBankAccount(m_base.CnnObj, m_client, typed()))
+        m_list->saved(*number);
     else
-        m_list->saved(QString::number(number), SrNo);
+        m_list->notSaved();
 }
 
-void frmbankdet::CMDDELETE_CLICK()
+void frmbankdet::CMDDELETE_CLICK(const BankAccount &account)
 {
-    const int number = currentNumber();
-    if (number == 0 || MsgBox(this, QStringLiteral("Do you want to Delete Selected Item?"), Buttons::YesNo,
-                              Icon::Question, {}, 2) != Reply::Yes)
-        return;
-    if (!DeleteBankAccount(m_base.CnnObj, m_base.code, m_base.TYear, number))
+    constexpr int no = 2;
+    if (MsgBox(this, QStringLiteral("Do you want to Delete Selected Item?"), Buttons::YesNo, Icon::Question, {}, no) !=
+            Reply::Yes ||
+        !DeleteBankAccount(m_base.CnnObj, m_client, account.number))
         return;
     m_list->deleted();
-    reload(); // another account may be the default one now
-}
-
-void frmbankdet::reload()
-{
-    const int current = currentNumber();
-    m_list->LOADGRID();
-    ui->vsf->setRow(ui->vsf->FindRow(QString::number(current), ui->vsf->FixedRows(), SrNo));
-    m_list->LOADDATA();
+    m_list->reload(); // another account may be the default one now
 }

@@ -1,13 +1,12 @@
 #pragma once
 
-#include "controls/screen.h"
+#include "controls/rowlist.h"
 #include "platform/offer.h"
-#include "suite/clientinfo/bankstore.h"
+#include "records/bankaccounts.h"
 
 #include <memory>
 
 class BaseObject;
-class ListEdit;
 
 namespace Ui {
 class frmbankdet;
@@ -27,17 +26,15 @@ public:
     bool FORM_KEYPRESS(int asciiKey) override;
 
 private:
-    void ADDROWS();
     void CLEARDATA();
-    void LOADDATA(int row);
+    void LOADDATA(const BankAccount &account);
     void CMDUPDATE_CLICK();
-    void CMDDELETE_CLICK();
-    void reload(); ///< fills the list anew and stays on the current account
+    void CMDDELETE_CLICK(const BankAccount &account);
     [[nodiscard]] bool complete();
     [[nodiscard]] BankAccount typed() const;
-    [[nodiscard]] int currentNumber() const;
 
     BaseObject &m_base;
+    ClientYear m_client; // that the screen was opened for
     std::unique_ptr<Ui::frmbankdet> ui;
-    ListEdit *m_list;
+    RowList<BankAccount> *m_list;
 };

@@ -1,13 +1,9 @@
 #include "suite/clientinfo/frmbankmas.h"
 
-#include "controls/listedit.h"
 #include "host/baseobject.h"
-#include "platform/recordset.h"
 #include "ui_frmbankmas.h"
 
 namespace {
-
-enum Column { Number, Name, Branch, BranchCode, BankNo };
 
 constexpr int escapeKey = 27;
 
@@ -19,16 +15,28 @@ frmbankmas::frmbankmas(BaseObject &base, QWidget *parent)
     , ui(std::make_unique<Ui::frmbankmas>())
 {
     ui->setupUi(this);
-    ui->vsf->setCaptions({QStringLiteral("S. No."), QStringLiteral("Name of the Bank"), QStringLiteral("Branch"),
-                          QStringLiteral("BSR Code"), QString()});
-    ui->vsf->setColHidden(BankNo, true);
-    ui->vsf->setStretchCol(Name);
-    const ListEdit::Controls controls{
-        ui->vsf,       ui->Frame2,  ui->txtname, ui->cmdadd, ui->cmdmodify, ui->cmddelete, ui->cmdupdate,
-        ui->cmdcancel, ui->cmdback, {},          {}};
-    m_list = new ListEdit(this, controls,
-                          {[this] { ADDROWS(); }, [this] { CLEARDATA(); }, [this](int row) { LOADDATA(row); },
-                           [this] { CMDUPDATE_CLICK(); }, [this] { CMDDELETE_CLICK(); }});
+    m_list = new RowList<Bank>(
+        this,
+        {.vsf = ui->vsf,
+         .editFrame = ui->Frame2,
+         .firstField = ui->txtname,
+         .cmdadd = ui->cmdadd,
+         .cmdmodify = ui->cmdmodify,
+         .cmddelete = ui->cmddelete,
+         .cmdupdate = ui->cmdupdate,
+         .cmdcancel = ui->cmdcancel,
+         .cmdback = ui->cmdback},
+        {{.caption = tr("S. No.")},
+         {.caption = tr("Name of the Bank"), .text = [](const Bank &b) { return b.name; }, .stretch = true},
+         {.caption = tr("Branch"), .text = [](const Bank &b) { return b.branch; }},
+         {.caption = tr("BSR Code"), .text = [](const Bank &b) { return b.branchCode; }}},
+        {.what = tr("banks"),
+         .read = [this] { return Banks(m_base.CnnObj).ifRead(); },
+         .key = [](const Bank &bank) { return bank.number; },
+         .CLEARDATA = [this] { CLEARDATA(); },
+         .LOADDATA = [this](const Bank &bank) { LOADDATA(bank); },
+         .CMDUPDATE_CLICK = [this] { CMDUPDATE_CLICK(); },
+         .CMDDELETE_CLICK = [this](const Bank &bank) { CMDDELETE_CLICK(bank); }});
 }
 
 frmbankmas::~frmbankmas() = default;
@@ -45,61 +53,42 @@ bool frmbankmas::FORM_KEYPRESS(int asciiKey)
     return (asciiKey == escapeKey && m_list->escape()) || Screen::FORM_KEYPRESS(asciiKey);
 }
 
-void frmbankmas::ADDROWS()
-{
-    Recordset rows;
-    rows.Open(QStringLiteral("Select * from bank_master order by bank_name,branch"), m_base.CnnObj);
-    for (; !rows.Eof(); rows.MoveNext())
-        ui->vsf->AddItem({QString(), rows.Fields(u"bank_name").text(), rows.Fields(u"branch").text(),
-                          rows.Fields(u"branch_code").text(), rows.Fields(u"bank_code_no").text()});
-}
-
 void frmbankmas::CLEARDATA()
 {
-    for (QLineEdit *field : {ui->txtname, ui->txtbranch, ui->txtcode})
-        field->clear();
+    LOADDATA({});
 }
 
-void frmbankmas::LOADDATA(int row)
+void frmbankmas::LOADDATA(const Bank &bank)
 {
-    ui->txtname->setText(ui->vsf->TextMatrix(row, Name));
-    ui->txtbranch->setText(ui->vsf->TextMatrix(row, Branch));
-    ui->txtcode->setText(ui->vsf->TextMatrix(row, BranchCode));
-}
-
-int frmbankmas::currentNumber() const
-{
-    return ui->vsf->hasDataRow() ? ui->vsf->TextMatrix(ui->vsf->Row(), BankNo).toInt() : 0;
+    ui->txtname->setText(bank.name);
+    ui->txtbranch->setText(bank.branch);
+    ui->txtcode->setText(bank.branchCode);
 }
 
 void frmbankmas::CMDUPDATE_CLICK()
 {
-    const Bank bank{m_list->Adding() ? 0 : currentNumber(), ui->txtname->text().trimmed(),
-                    ui->txtbranch->text().trimmed(), ui->txtcode->text().trimmed()};
+    const Bank bank{m_list->editedKey(), ui->txtname->text().trimmed(), ui->txtbranch->text().trimmed(),
+                    ui->txtcode->text().trimmed()};
     if (bank.name.isEmpty()) {
-        MsgBox(this, QStringLiteral("Please specify Name of the Bank."), Buttons::Ok, Icon::Exclamation);
+        MsgBox(this, tr("Please specify Name of the Bank."), Buttons::Ok, Icon::Exclamation);
         ui->txtname->setFocus();
         return;
     }
-    const int number = SaveBank(m_base.CnnObj, bank);
-    if (number == 0)
-        MsgBox(this, QStringLiteral("The bank could not be saved."), Buttons::Ok, Icon::Exclamation);
+    if (const auto number = SaveBank(m_base.CnnObj, bank))
+        m_list->saved(*number);
     else
-        m_list->saved(QString::number(number), BankNo);
+        m_list->notSaved();
 }
 
-void frmbankmas::CMDDELETE_CLICK()
+void frmbankmas::CMDDELETE_CLICK(const Bank &bank)
 {
-    const int number = currentNumber();
-    if (number == 0)
-        return;
-    if (BankIsUsed(m_base.CnnObj, number)) {
-        MsgBox(this, QStringLiteral("A challan was paid at this bank. It cannot be deleted."), Buttons::Ok,
-               Icon::Exclamation);
+    if (BankInUse(m_base.CnnObj, bank.number).value_or(true)) {
+        MsgBox(this, tr("A challan was paid at this bank. It cannot be deleted."), Buttons::Ok, Icon::Exclamation);
         return;
     }
-    if (MsgBox(this, QStringLiteral("Do you want to Delete Selected Item?"), Buttons::YesNo, Icon::Question, {}, 2) ==
+    constexpr int no = 2;
+    if (MsgBox(this, tr("Do you want to Delete Selected Item?"), Buttons::YesNo, Icon::Question, {}, no) ==
             Reply::Yes &&
-        DeleteBank(m_base.CnnObj, number))
+        DeleteBank(m_base.CnnObj, bank.number))
         m_list->deleted();
 }

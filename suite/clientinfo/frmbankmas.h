@@ -1,13 +1,12 @@
 #pragma once
 
-#include "controls/screen.h"
+#include "controls/rowlist.h"
 #include "platform/offer.h"
-#include "suite/clientinfo/bankstore.h"
+#include "records/banks.h"
 
 #include <memory>
 
 class BaseObject;
-class ListEdit;
 
 namespace Ui {
 class frmbankmas;
@@ -26,14 +25,12 @@ public:
     bool FORM_KEYPRESS(int asciiKey) override;
 
 private:
-    void ADDROWS();
     void CLEARDATA();
-    void LOADDATA(int row);
+    void LOADDATA(const Bank &bank);
     void CMDUPDATE_CLICK();
-    void CMDDELETE_CLICK();
-    [[nodiscard]] int currentNumber() const;
+    void CMDDELETE_CLICK(const Bank &bank);
 
     BaseObject &m_base;
     std::unique_ptr<Ui::frmbankmas> ui;
-    ListEdit *m_list;
+    RowList<Bank> *m_list;
 };

@@ -2,7 +2,8 @@
 
 #include "controls/yearcombo.h"
 #include "platform/dates.h"
-#include "platform/recordset.h"
+#include "platform/sqltext.h"
+#include "records/clients.h"
 #include "suite/clientinfo/panelrules.h"
 
 #include <QComboBox>
@@ -15,7 +16,6 @@
 frmmiscinf::frmmiscinf(BaseObject &base, QWidget *parent)
     : Screen(QStringLiteral("frmmiscinf"), parent)
     , m_base(base)
-    , m_key{miscInfTable, QString(), 0}
     , cboclient(new QComboBox)
     , cboyear(new QComboBox)
     , m_panel(new RowPanel(MiscInfGroups(), 2, RulesOf(base)))
@@ -62,9 +62,7 @@ void frmmiscinf::FORM_LOAD()
     m_base.Resize_For_Resolution(this);
     LoadYears(cboyear, m_base.TYear);
     LOADCLIENTS();
-    m_key.code = chosenClient();
-    m_key.year = cboyear->currentData().toInt();
-    LOADDATA();
+    LOADDATA({chosenClient(), cboyear->currentData().toInt()});
     cboclient->setFocus();
 }
 
@@ -75,45 +73,45 @@ QString frmmiscinf::chosenClient() const
 
 void frmmiscinf::LOADCLIENTS()
 {
-    Recordset clients;
-    clients.Open(QStringLiteral("Select Code_no, Name from FBT_Info Order by Name, Code_no"), m_base.CnnObj);
-    for (; !clients.Eof(); clients.MoveNext())
-        cboclient->addItem(Joined(clients.Fields(1).text(), "  (", clients.Fields(0).text(), ")"),
-                           clients.Fields(0).text());
+    const RowsRead<NamedClient> clients = ClientNames(m_base.CnnObj);
+    noteReading(tr("clients"), !clients.failed());
+    for (const NamedClient &client : *clients)
+        cboclient->addItem(Joined(client.name, "  (", client.code, ")"), client.code);
     cboclient->setMinimumContentsLength(30);
     cboclient->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    cmdsave->setEnabled(cboclient->count() > 0);
 }
 
-void frmmiscinf::LOADDATA()
+void frmmiscinf::LOADDATA(const ClientYear &client)
 {
-    m_panel->load(ReadRow(m_base.CnnObj, m_key).value_or(RowValues()));
+    m_client = client;
+    const Reading<RowValues> row = ReadRow(m_base.CnnObj, miscInfTable, m_client);
+    noteReading(tr("miscellaneous information"), !row.failed());
+    m_panel->load(*row);
+    m_panel->setEnabled(!row.failed());
+    cmdsave->setEnabled(!row.failed() && cboclient->count() > 0);
 }
 
 void frmmiscinf::CHOICE_CLICK()
 {
-    const QString code = chosenClient();
-    const int year = cboyear->currentData().toInt();
-    if (code == m_key.code && year == m_key.year)
+    const ClientYear chosen{chosenClient(), cboyear->currentData().toInt()};
+    if (chosen == m_client)
         return;
     if (m_panel->changed() &&
         MsgBox(this, QStringLiteral("Do you want to Save Changes?"), Buttons::YesNo, Icon::Question,
                QStringLiteral("Confirmation")) == Reply::Yes &&
         !CMDSAVE_CLICK()) {
-        cboclient->setCurrentIndex(cboclient->findData(m_key.code));
-        cboyear->setCurrentIndex(cboyear->findData(m_key.year));
+        cboclient->setCurrentIndex(cboclient->findData(m_client.code));
+        cboyear->setCurrentIndex(cboyear->findData(m_client.year));
         return;
     }
-    m_key.code = code;
-    m_key.year = year;
-    LOADDATA();
+    LOADDATA(chosen);
 }
 
 bool frmmiscinf::CMDSAVE_CLICK()
 {
-    if (!m_panel->allRight())
+    if (!cmdsave->isEnabled() || !m_panel->allRight())
         return false;
-    if (!SaveRow(m_base.CnnObj, m_key, m_panel->values(), {})) {
+    if (!SaveRow(m_base.CnnObj, miscInfTable, m_client, m_panel->values(), {})) {
         MsgBox(this, QStringLiteral("The miscellaneous information could not be saved."), Buttons::Ok,
                Icon::Exclamation);
         return false;

@@ -22,14 +22,14 @@ public:
 
 private:
     void LOADCLIENTS();
-    void LOADDATA();
+    void LOADDATA(const ClientYear &client);
     void CHOICE_CLICK(); ///< another client or year was chosen
     bool CMDSAVE_CLICK();
     void drawScreen();
     [[nodiscard]] QString chosenClient() const;
 
     BaseObject &m_base;
-    RowKey m_key;
+    ClientYear m_client; // shown
     QComboBox *cboclient;
     QComboBox *cboyear;
     RowPanel *m_panel;

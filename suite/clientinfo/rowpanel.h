@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/offer.h"
+#include "records/clientrow.h"
 
 #include <QHash>
 #include <QList>
@@ -46,9 +47,6 @@ struct FieldGroup
     const char *title;
     std::vector<FieldSpec> fields;
 };
-
-/// A row of a table by lower-case column name.
-using RowValues = QHash<QString, QString>;
 
 /// What a panel needs to know about texts.
 struct PanelRules

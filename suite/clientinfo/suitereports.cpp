@@ -2,7 +2,8 @@
 
 #include "host/reportobject.h"
 #include "platform/dates.h"
-#include "platform/recordset.h"
+#include "platform/text.h"
+#include "records/registers.h"
 
 namespace {
 
@@ -64,35 +65,10 @@ void begin(ReportObject &report, const QString &title)
 constexpr int left = ReportRow::Left;
 constexpr int right = ReportRow::Right;
 
-QString returnsQuery(int year)
+/// A register that lacks what could not be read says so.
+void tellUnread(ReportObject &report)
 {
-    return Sql("Select FBT_Info.Code_no, FBT_Info.Name, FBT_AddInfo.RetDt, FBT_AddInfo.RetAckNo, FBT_RetDet.EflDt, "
-               "FBT_RetDet.EflNo from FBT_Info LEFT JOIN FBT_AddInfo ON FBT_AddInfo.Code_No=FBT_Info.Code_no And "
-               "FBT_AddInfo.Tyear=",
-               year, " LEFT JOIN FBT_RetDet ON FBT_RetDet.Code_No=FBT_Info.Code_no And FBT_RetDet.Tyear=", year,
-               " Order by FBT_Info.Name, FBT_Info.Code_no");
-}
-
-struct ReturnRow
-{
-    QString code;
-    QString name;
-    QString date;
-    QString acknowledgement;
-
-    [[nodiscard]] bool filed() const { return !date.isEmpty() || !acknowledgement.isEmpty(); }
-};
-
-/// The date and number typed on the additional information, else those of the return screen.
-ReturnRow readReturn(const Recordset &row)
-{
-    const auto either = [&row](QStringView first, QStringView second) {
-        const QString text = row.Fields(first).text().trimmed();
-        return text.isEmpty() ? row.Fields(second).text().trimmed() : text;
-    };
-    const QString date = either(u"RetDt", u"EflDt");
-    return {row.Fields(u"Code_no").text(), row.Fields(u"Name").text(), DateText(DateFromText(date)),
-            either(u"RetAckNo", u"EflNo")};
+    report.printtext(QStringLiteral("The clients could not be read."));
 }
 
 QString rupees(double amount)
@@ -109,18 +85,13 @@ void ReportClients(Connection *cnn, const SuiteContext &context, ReportObject &r
                      {QStringLiteral("S. No."), QStringLiteral("Code"), QStringLiteral("Name"), QStringLiteral("PAN"),
                       QStringLiteral("Status"), QStringLiteral("Town/City/District"), QStringLiteral("Telephone")},
                      {6, 12, 34, 12, 16, 14, 14}, {right, left, left, left, left, left, left});
-    Recordset clients;
-    clients.Open(
-        QStringLiteral("Select Code_no, Name, PAN, ClStatus, City, STD, TelNo from FBT_Info Order by Name, Code_no"),
-        cnn);
-    for (; !clients.Eof(); clients.MoveNext()) {
-        const Field status = clients.Fields(u"ClStatus");
-        const QString statusName =
-            context.statusName && !status.isNull() ? context.statusName(status.whole()) : QString();
-        const QString telephone = clients.Fields(u"STD").text() + u' ' + clients.Fields(u"TelNo").text();
-        table.add({clients.Fields(u"Code_no").text(), clients.Fields(u"Name").text(), clients.Fields(u"PAN").text(),
-                   statusName, clients.Fields(u"City").text(), telephone.trimmed()});
+    const RowsRead<ClientLine> clients = ClientLines(cnn);
+    for (const ClientLine &client : *clients) {
+        const QString status = context.statusName && client.status ? context.statusName(*client.status) : QString();
+        table.add({client.code, client.name, client.pan, status, client.city, client.telephone});
     }
+    if (clients.failed())
+        tellUnread(report);
     report.ShowReport();
 }
 
@@ -132,17 +103,10 @@ void ReportReturns(Connection *cnn, int year, const SuiteContext &context, Repor
                       QStringLiteral("Date of Return"), QStringLiteral("Acknowledgement No."), QStringLiteral("Tax"),
                       QStringLiteral("Balance")},
                      {6, 36, 8, 12, 22, 12, 12}, {right, left, left, left, left, right, right});
-    std::vector<ReturnRow> filed; // the figures are computed over the same connection
-    Recordset rows;
-    for (rows.Open(returnsQuery(year), cnn); !rows.Eof(); rows.MoveNext()) {
-        ReturnRow row = readReturn(rows);
-        if (row.filed())
-            filed.push_back(std::move(row));
-    }
-    rows.Close();
+    const RowsRead<ReturnLine> filed = ReturnLines(cnn, year);
     constexpr int firstFormYear = 2006;
     const QString form = year <= firstFormYear ? QStringLiteral("3B") : QStringLiteral("ITR-8");
-    for (const ReturnRow &row : filed) {
+    for (const ReturnLine &row : *filed) {
         QStringList cells{row.name, form, row.date, row.acknowledgement};
         if (context.returnFigures) {
             const ReturnFigures figures = context.returnFigures(row.code, year);
@@ -152,5 +116,7 @@ void ReportReturns(Connection *cnn, int year, const SuiteContext &context, Repor
         }
         table.add(cells);
     }
+    if (filed.failed())
+        tellUnread(report);
     report.ShowReport();
 }

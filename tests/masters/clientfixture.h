@@ -34,11 +34,8 @@ public:
     explicit ClientModule(TestServer &server)
         : TestModule(server)
     {
-        const QStringList needed{"FBT_Info", "FBT_Nature", "FBT_Detail", "FBT_SalDet", "biller"};
-        for (const TableShape &table : ModuleTables()) {
-            if (needed.contains(QLatin1String(table.name)))
-                execute(CreateStatement(table));
-        }
+        for (const TableShape &table : ModuleTables())
+            execute(CreateStatement(table));
         for (const char *nature : {"(1,'HOTEL')", "(2,'CONSTRUCTION')", "(3,'OTHERS')"})
             execute(Sql("Insert into FBT_Nature Values ", nature));
         clients.AppPath = base.AppPath;

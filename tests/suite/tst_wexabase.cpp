@@ -89,6 +89,18 @@ private slots:
         QCOMPARE(suite.module.logLines(), QStringList());
     }
 
+    /// Of nine tables one is gone: no row may move alone.
+    void aTableThatFailsChangesNothing()
+    {
+        SuiteFixture suite(m_server);
+        fillTables(suite, "A1");
+        Cnn->Execute("Rename Table FBT_MiscInf to Away");
+        suite.base.ChangeCode("A1", "B2");
+        suite.base.DeleteClient("A1");
+        Cnn->Execute("Rename Table Away to FBT_MiscInf");
+        QCOMPARE(codesIn(suite), QStringList(QList<QString>(8, "A1")));
+    }
+
     void schedulesTableCountsOnceItIsThere()
     {
         SuiteFixture suite(m_server);
