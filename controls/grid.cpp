@@ -422,6 +422,16 @@ void Grid::fitColumns()
     }
 }
 
+void Grid::setRowData(int row, const QVariant &value)
+{
+    m_model->setRowData(row, value);
+}
+
+QVariant Grid::RowData(int row) const
+{
+    return m_model->rowData(row);
+}
+
 void Grid::setRowColor(int row, const QColor &color)
 {
     m_model->setRowColor(row, color);

@@ -81,7 +81,9 @@ public:
     [[nodiscard]] int ColWidth(int col) const;
     /// The column takes the room that is left over, but `least` pixels at any rate; -1: no column does.
     void setStretchCol(int col, int least = 0);
-    void fitColumns();                              ///< widths by captions and the first hundred rows
+    void fitColumns();                               ///< widths by captions and the first hundred rows
+    void setRowData(int row, const QVariant &value); ///< what the row stands for; it stays with the row
+    [[nodiscard]] QVariant RowData(int row) const;
     void setRowColor(int row, const QColor &color); ///< of the text; made lighter on a dark background
     void setMergeHeaders(bool merge);
 

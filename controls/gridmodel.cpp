@@ -63,6 +63,7 @@ void GridModel::truncateRows(int count)
 void GridModel::forget(Slot slot)
 {
     m_colors.remove(slot);
+    m_rowData.remove(slot);
     m_hidden[slot] = false;
     m_texts.freeSlot(slot);
 }
@@ -295,6 +296,17 @@ void GridModel::setExposed(bool exposed)
 }
 
 // --- looks ---
+
+QVariant GridModel::rowData(int row) const
+{
+    return holds(row, 0) ? m_rowData.value(key(row)) : QVariant();
+}
+
+void GridModel::setRowData(int row, const QVariant &data)
+{
+    if (holds(row, 0))
+        m_rowData.insert(key(row), data);
+}
 
 QColor GridModel::rowColor(int row) const
 {

@@ -46,6 +46,8 @@ public:
     void setRowHidden(int row, bool hidden);
     void setRowsVisible(const std::function<bool(int row)> &shown); ///< decides for every data row, in one step
 
+    [[nodiscard]] QVariant rowData(int row) const; ///< what a row stands for; it goes with the row
+    void setRowData(int row, const QVariant &data);
     [[nodiscard]] QColor rowColor(int row) const;
     void setRowColor(int row, const QColor &color); ///< text colour; an invalid colour is the palette's
 
@@ -106,6 +108,7 @@ private:
     std::vector<bool> m_hidden;          // by slot
     std::vector<GridColumn> m_columns;
     QHash<CellTexts::Slot, QColor> m_colors;
+    QHash<CellTexts::Slot, QVariant> m_rowData;
     std::function<bool(int, int)> m_editable;
     int m_fixedRows = 0;
     int m_fixedCols = 0;

@@ -32,7 +32,7 @@ std::optional<int> SaveBank(Connection *cnn, const Bank &bank)
 {
     int number = bank.number;
     const bool saved = ChangeTogether(cnn, [&](Change &change) {
-        if (number != 0)
+        if (bank.number != 0)
             return change.write(updateText(bank));
         number =
             change.nextNumber(QStringLiteral("bank_master"), {}, "Select Max(bank_code_no) as MaxSr from bank_master")

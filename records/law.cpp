@@ -119,8 +119,9 @@ RowsRead<RatedItem> RatedItems(Connection *cnn, int year, int headId)
 
 std::optional<int> SaveRatedItem(Connection *cnn, int year, int headId, const RatedItem &item)
 {
-    ExpenseItem row = item.item;
+    ExpenseItem row;
     const bool saved = ChangeTogether(cnn, [&](Change &change) {
+        row = item.item;
         if (row.srNo == 0)
             row.srNo = change.nextNumber(Joined("FBT_ExpHead", year), {}, maximumItem(year)).value_or(0);
         return row.srNo != 0 && writeItem(change, year, headId, row) && writeRates(change, year, row.srNo, item.rates);

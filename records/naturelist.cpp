@@ -20,10 +20,12 @@ std::optional<bool> NatureTextTaken(Connection *cnn, const QString &text, int sr
 
 std::optional<int> SaveNature(Connection *cnn, const Nature &nature)
 {
-    int srNo = nature.srNo;
+    int srNo = 0;
     const bool saved = ChangeTogether(cnn, [&](Change &change) {
+        srNo = nature.srNo;
         if (srNo == 0)
-            srNo = change.nextNumber(QStringLiteral("Select Max(SrNo) as MaxSr from FBT_Nature")).value_or(0);
+            srNo = change.nextNumber(QStringLiteral("FBT_Nature"), {}, "Select Max(SrNo) as MaxSr from FBT_Nature")
+                       .value_or(0);
         return srNo != 0 && change.write(Sql("Delete from FBT_Nature Where SrNo=", srNo)) &&
                change.write(Sql("Insert into FBT_Nature Values (", srNo, ",'", nature.text, "')"));
     });

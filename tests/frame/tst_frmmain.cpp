@@ -178,7 +178,7 @@ private slots:
     {
         for (const char *statement :
              {"Create Table Kept (Val1 Varchar(10))", "Create View TableMP as Select * from Kept", "Drop Table Kept"})
-            Cnn->Execute(QLatin1String(statement));
+            Cnn->Execute(statement);
         show();
         QCOMPARE(m_answerer.texts().size(), 1);
         QCOMPARE(m_module->base.calls, QStringList("TerminateObj"));

@@ -24,7 +24,7 @@ QString computed(Connection &connection, BaseObject &base, QString *why)
     QString printed;
     QTextStream out(&printed);
     const auto employers = ReadSamples(QFINDTESTDATA("../../launcher/samples"), why);
-    RunSamples(connection, base, employers, out, why);
+    RunSamples(connection, &base, employers, out, why);
     return printed;
 }
 
