@@ -231,6 +231,8 @@ private slots:
         menu->close();
         QMimeData dropped;
         dropped.setText("q");
+        QDragEnterEvent enter({2, 5}, Qt::CopyAction, &dropped, Qt::LeftButton, {});
+        QApplication::sendEvent(field, &enter);
         QDropEvent drop({2, 5}, Qt::CopyAction, &dropped, Qt::LeftButton, {});
         QApplication::sendEvent(field, &drop);
         QCOMPARE(field->text(), QString("QAcmYZe Ltd"));
