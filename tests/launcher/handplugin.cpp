@@ -16,7 +16,7 @@ constexpr int pauseMs = 30;
 QWidget *shown(const QString &name)
 {
     for (QWidget *widget : QApplication::allWidgets()) {
-        if (widget->isVisible() && (widget->objectName() == name || widget->inherits(name.toLatin1())))
+        if (widget->isVisible() && (widget->objectName() == name || widget->inherits(name.toLatin1().constData())))
             return widget;
     }
     return nullptr;
