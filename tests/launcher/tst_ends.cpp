@@ -42,7 +42,7 @@ private slots:
         QTest::newRow("SIGTERM at a question")
             << u"--demo"_s << u"cmdfbtdet shown;MainWindow close;QMessageBox shown"_s << true;
         QTest::newRow("window closed on the demonstration")
-            << u"--demo"_s << u"frmmain cmdfbtdet;frmsbase rows=5;frmsbase escape;cmdfbtdet shown"_s + close << false;
+            << u"--demo"_s << u"frmmain cmdfbtdet;frmsbase rows=4;frmsbase escape;cmdfbtdet shown"_s + close << false;
     }
 
     void ends()
