@@ -127,6 +127,7 @@ bool UpdateRun::sendGroup(const QStringList &statements)
 {
     Refusal refusal = Refusal::CostsItself;
     const bool stays = ChangeTogether(m_connection, [&](Change &) {
+        refusal = Refusal::CostsItself; // each try begins anew
         for (const QString &statement : statements) {
             if (m_connection->Execute(statement))
                 continue;
@@ -146,7 +147,7 @@ bool UpdateRun::sendGroup(const QStringList &statements)
 
 bool UpdateRun::fill(const QStringList &statements)
 {
-    if (!sendGroup(statements) && !sendGroup(statements)) {
+    if (!sendGroup(statements)) {
         m_leftOpen = true;
         return false;
     }

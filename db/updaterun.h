@@ -64,8 +64,8 @@ public:
 
     /// Carries the statements out so that all of them stay or none, and flushes: the check whether rows are missing looks
     /// at the first row only, and a table filled by half would stay so. A statement that is refused costs itself only,
-    /// unless it ended the group, as a lock of another user does. A group that was ended is sent once more; false when it
-    /// was ended again: then nothing of it stays and the check is still open.
+    /// unless it ended the group, as a lock of another user does. A group that was ended is tried again as every
+    /// change is; false when it was ended each time: then nothing of it stays and the check is still open.
     bool fill(const QStringList &statements);
 
     /// Carries out a step under its tail. A step in which the server was lost is carried out again. False when the

@@ -53,8 +53,9 @@ void fill(TestModule &module, int clients, int rowsEach)
     insert(Sql("FBT_ExpRate", year, " (SrNo,NatId,IntRt)"), "1+seq*97%150,seq%8,seq%100", 200);
     insert("FBT_Info (Code_no,Name,Busnat,ClStatus,SurApp)", client + ",'Name','1,3',seq%18,'00000'", clients * 2);
     insert("FBT_Detail (Code_No,Tyear,Quarter,NatId,SrNo,ExpId,Amt)",
-           client + year4 + "seq*13%6,seq*17%9-1,seq*19%12,1+seq*23%155,seq*29%100000/100", count);
-    insert("FBT_SalDet (Code_No,Tyear,Quarter,NatId,Amt)", client + year4 + "seq*13%6,seq*17%9-1,seq", count);
+           client + year4 + "seq*13%6,Cast(seq*17%9 as Signed)-1,seq*19%12,1+seq*23%155,seq*29%100000/100", count);
+    insert("FBT_SalDet (Code_No,Tyear,Quarter,NatId,Amt)", client + year4 + "seq*13%6,Cast(seq*17%9 as Signed)-1,seq",
+           count);
     insert("FBT_AddInfo (Code_No,Tyear,EmpBoth,IndiaEmp)", client + year4 + "seq%2,seq%1000", count / 4);
 }
 
