@@ -155,7 +155,6 @@ void ListEdit::endEdit()
 
 void ListEdit::notSaved()
 {
-    MsgBox(m_screen, QStringLiteral("The entry could not be saved."), Buttons::Ok, Icon::Exclamation);
     focus(m_controls.firstField);
 }
 

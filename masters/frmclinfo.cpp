@@ -434,7 +434,7 @@ void frmclinfo::CMDUPDATE_CLICK()
         return;
     const Hourglass wait;
     if (!UPDATEDATA())
-        return refuse(tr("The employer could not be saved."), txtfields[ClientRecord::Code]);
+        return txtfields[ClientRecord::Code]->setFocus(); // with all that was typed; the status bar says why
     const QString code = typedCode();
     if (EditMode && code != EditCode)
         Base->ChangeCode(EditCode, code); // what the suite keeps of him beyond the tables of this module

@@ -221,9 +221,8 @@ private slots:
         startModifying();
         type(0, "Z9");
         type(1, "O'NEILL");
-        m_answers->answer(Reply::Ok);
         click("cmdupdate");
-        QCOMPARE(m_answers->texts(), QStringList{"The employer could not be saved."});
+        QCOMPARE(m_answers->texts(), QStringList());
         QCOMPARE(m_module->rows("Select Code_no,Name from FBT_Info"), QStringList{"A1\tEmployer"});
         QCOMPARE(m_module->rows("Select Code_No from FBT_Detail"), QStringList{"A1"});
         QCOMPARE(m_module->logLines().size(), 1);
@@ -428,8 +427,7 @@ private slots:
         QTest::newRow("details of a nature") << "FBT_Detail" << true << false << details;
         QTest::newRow("consolidated details") << "FBT_Detail" << false << false << details;
         QTest::newRow("existing codes") << "biller" << false << true << details;
-        QTest::newRow("a table that the new code goes to")
-            << "FBT_RetDet" << false << false << "The employer could not be saved.";
+        QTest::newRow("a table that the new code goes to") << "FBT_RetDet" << false << false << "";
     }
     void whatCannotBeReadIsNotSaved()
     {
@@ -447,9 +445,11 @@ private slots:
         type(0, "Z9");
         if (!before)
             m_module->execute("Drop Table " + table);
-        m_answers->answer(Reply::Ok);
+        QFETCH(QString, message);
+        if (!message.isEmpty())
+            m_answers->answer(Reply::Ok);
         click("cmdupdate");
-        QTEST(m_answers->texts().join(u'|'), "message");
+        QCOMPARE(m_answers->texts().join(u'|'), message);
         QCOMPARE(m_module->rows("Select Code_no from FBT_Info"), QStringList{"A1"});
         QCOMPARE(state(), QStringLiteral("fammaininfo"));
         if (table != u"FBT_Detail")
