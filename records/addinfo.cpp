@@ -1,15 +1,16 @@
 #include "records/addinfo.h"
 
-#include "platform/recordset.h"
+#include "platform/text.h"
 #include "records/change.h"
+#include "records/readrows.h"
+
+#include <QHash>
 
 #include <algorithm>
 
 namespace {
 
-using Text = decltype(Sql());
-
-Text rowOfYear(const ClientYear &client)
+SqlText rowOfYear(const ClientYear &client)
 {
     return Sql("Select * from FBT_AddInfo Where Code_No=", Quoted(client.code), " and TYear=", client.year);
 }
@@ -20,91 +21,96 @@ Employees employeesIn(const Recordset &addInfo)
             addInfo.Fields(u"IndiaEmp").whole(), addInfo.Fields(u"TotalEmp").whole()};
 }
 
-/// A column as it goes into the new year's row.
-struct NewColumn
+/// A column after client and year.
+struct Column
 {
-    enum Kind { CopiedText, CopiedNumber, Fixed } kind;
-    const char *text; ///< the column's name, or what is written in its place
+    enum Kind { Text, Number } kind;
+    const char *name;
+    const char *first; ///< what a client's first row holds
+    bool carried;      ///< taken over from the year before; what belongs to one return (dates, revision) starts anew
 };
 
-/// The columns after client and year, in the order of the table. What belongs to one return (its dates, its revision)
-/// starts anew.
-constexpr NewColumn newColumns[] = {
-    {NewColumn::Fixed, "'0'"}, // ChAdd
-    {NewColumn::CopiedText, "Ward"},
-    {NewColumn::CopiedText, "OldWard"},
-    {NewColumn::CopiedText, "Section"},
-    {NewColumn::Fixed, "'0'"}, // RevRet
-    {NewColumn::Fixed, "''"},  // RevRecNo
-    {NewColumn::Fixed, "''"},  // RevRecDt
-    {NewColumn::CopiedText, "NOB"},
-    {NewColumn::CopiedText, "Ac44AA"},
-    {NewColumn::CopiedText, "Ac44AB"},
-    {NewColumn::Fixed, "''"}, // Dt44AB
-    {NewColumn::CopiedText, "Ac44ABC"},
-    {NewColumn::Fixed, "''"}, // Dt44ABC
-    {NewColumn::CopiedText, "PEIndia"},
-    {NewColumn::CopiedText, "DTRel1"},
-    {NewColumn::CopiedText, "DTRel2"},
-    {NewColumn::CopiedText, "PEOut"},
-    {NewColumn::CopiedText, "EmpBoth"},
-    {NewColumn::CopiedText, "SepBooks"},
-    {NewColumn::CopiedNumber, "IndiaEmp"},
-    {NewColumn::CopiedNumber, "TotalEmp"},
-    {NewColumn::Fixed, "''"}, // RetDt
-    {NewColumn::Fixed, "''"}, // RetAckNo
-    {NewColumn::CopiedText, "areacd"},
-    {NewColumn::CopiedText, "aotyp"},
-    {NewColumn::CopiedText, "aorng"},
-    {NewColumn::CopiedText, "aono"},
-    {NewColumn::Fixed, "'1',0,'1',0,'1',0,''"}, // interest: all computed, up to no date yet
+/// In the order of the table.
+constexpr Column columns[] = {
+    {Column::Text, "ChAdd", "0", false},       {Column::Text, "Ward", "", true},
+    {Column::Text, "OldWard", "", true},       {Column::Text, "Section", "1", true},
+    {Column::Text, "RevRet", "0", false},      {Column::Text, "RevRecNo", "", false},
+    {Column::Text, "RevRecDt", "", false},     {Column::Text, "NOB", "0", true},
+    {Column::Text, "Ac44AA", "0", true},       {Column::Text, "Ac44AB", "0", true},
+    {Column::Text, "Dt44AB", "", false},       {Column::Text, "Ac44ABC", "0", true},
+    {Column::Text, "Dt44ABC", "", false},      {Column::Text, "PEIndia", "0", true},
+    {Column::Text, "DTRel1", "0", true},       {Column::Text, "DTRel2", "0", true},
+    {Column::Text, "PEOut", "0", true},        {Column::Text, "EmpBoth", "0", true},
+    {Column::Text, "SepBooks", "0", true},     {Column::Number, "IndiaEmp", "0", true},
+    {Column::Number, "TotalEmp", "0", true},   {Column::Text, "RetDt", "", false},
+    {Column::Text, "RetAckNo", "", false},     {Column::Text, "areacd", "", true},
+    {Column::Text, "aotyp", "", true},         {Column::Text, "aorng", "", true},
+    {Column::Text, "aono", "", true},          {Column::Text, "Calc115WJ", "1", false},
+    {Column::Number, "Amt115WJ", "0", false},  {Column::Text, "Calc115WK", "1", false},
+    {Column::Number, "Amt115WK", "0", false},  {Column::Text, "Calc115WJ5", "1", false},
+    {Column::Number, "Amt115WJ5", "0", false}, {Column::Text, "IntDt", "", false},
 };
 
-Text valueOf(const NewColumn &column, const Recordset &before)
+/// The insert of a row whose values `of` gives, column by column, as texts.
+template<typename Of>
+SqlText insertRow(const ClientYear &client, Of of)
 {
-    const QString name = QString::fromLatin1(column.text);
-    switch (column.kind) {
-    case NewColumn::CopiedText:
-        return Sql(Quoted(before.Fields(name).text()));
-    case NewColumn::CopiedNumber:
-        return Sql(before.Fields(name).num());
-    default:
-        return Sql(column.text);
+    SqlText values;
+    for (const Column &column : columns) {
+        const QString value = of(column);
+        values += column.kind == Column::Text ? Sql(",", Quoted(value)) : Sql(",", value);
     }
+    return Sql("insert into FBT_AddInfo values(", Quoted(client.code), ",", client.year, values, ")");
 }
 
-Text copiedValues(const Recordset &before)
+SqlText copiedRow(const ClientYear &client, const Recordset &before)
 {
-    Text values;
-    for (const NewColumn &column : newColumns)
-        values = Sql(values, &column == std::begin(newColumns) ? "" : ",", valueOf(column, before));
-    return values;
+    return insertRow(client, [&before](const Column &column) {
+        const QString name = QString::fromLatin1(column.name);
+        if (!column.carried)
+            return QString::fromLatin1(column.first);
+        return column.kind == Column::Text ? before.Fields(name).text() : NumberText(before.Fields(name).num());
+    });
 }
 
-Text insertRow(const ClientYear &client, const Text &values)
+SqlText firstRow(const ClientYear &client, const Employees &employees)
 {
-    return Sql("insert into FBT_AddInfo values(", Quoted(client.code), ",", client.year, ",", values, ")");
+    const QHash<QString, int> given{{"EmpBoth", employees.EmpBoth ? 1 : 0},
+                                    {"SepBooks", employees.SepBooks ? 1 : 0},
+                                    {"IndiaEmp", employees.IndiaEmp},
+                                    {"TotalEmp", employees.TotalEmp}};
+    return insertRow(client, [&given](const Column &column) {
+        const auto own = given.constFind(QString::fromLatin1(column.name));
+        return own != given.constEnd() ? QString::number(*own) : QString::fromLatin1(column.first);
+    });
 }
 
-Text defaultValues(const Employees &employees)
-{
-    return Sql("'0','','','1','0','','','0','0','0','','0','','0','0','0','0','", employees.EmpBoth ? 1 : 0, "','",
-               employees.SepBooks ? 1 : 0, "',", employees.IndiaEmp, ",", employees.TotalEmp,
-               ",'','','','','','','1',0,'1',0,'1',0,''");
-}
-
-Text banksOfYear(const ClientYear &client)
+SqlText banksOfYear(const ClientYear &client)
 {
     return Sql("Select * from FBT_BankDet Where Code_No=", Quoted(client.code), " and Yr=", client.year);
 }
 
-Text bankInsert(const ClientYear &client, const Recordset &bank)
+SqlText bankInsert(const ClientYear &client, const Recordset &bank)
 {
     const auto text = [&bank](QStringView name) { return Quoted(bank.Fields(name).text()); };
     const auto number = [&bank](QStringView name) { return bank.Fields(name).num(); };
     return Sql("insert into FBT_BankDet values(", Quoted(client.code), ",", client.year, ",", number(u"SrNo"), ",",
                text(u"BankNm"), ",", text(u"BankAdd"), ",", text(u"MICR"), ",", text(u"ACTyp"), ",", text(u"acno"), ",",
                number(u"ECS"), ",", text(u"DefBank"), ")");
+}
+
+/// The accounts of the year before, unless another user has copied them meanwhile.
+bool copyBanks(Change &change, const ClientYear &client)
+{
+    if (!change.lock("FBT_BankDet", client.code))
+        return false;
+    const auto has = FindsRow(change.connection(), banksOfYear(client));
+    const auto inserts = ReadRows(change.connection(), banksOfYear({client.code, client.year - 1}),
+                                  [&](const Recordset &bank) { return bankInsert(client, bank); });
+    if (!has || *has || inserts.failed())
+        return has.value_or(false) && !inserts.failed();
+    return std::all_of(inserts->begin(), inserts->end(),
+                       [&](const SqlText &statement) { return change.write(statement); });
 }
 
 } // namespace
@@ -117,9 +123,17 @@ Reading<Employees> EmployeesOfYear(Connection *cnn, const ClientYear &client)
     return rows.Eof() ? Reading<Employees>::nothing() : employeesIn(rows);
 }
 
+ColumnValues AddInfoDefaults()
+{
+    ColumnValues values;
+    for (const Column &column : columns)
+        values.append({QString::fromLatin1(column.name), QString::fromLatin1(column.first)});
+    return values;
+}
+
 bool InsertDefaultAddInfo(Change &change, const ClientYear &client, const Employees &employees)
 {
-    return change.write(insertRow(client, defaultValues(employees)));
+    return change.write(firstRow(client, employees));
 }
 
 Reading<Employees> OpenAddInfoYear(Connection *cnn, const ClientYear &client)
@@ -127,29 +141,27 @@ Reading<Employees> OpenAddInfoYear(Connection *cnn, const ClientYear &client)
     Reading<Employees> employees = EmployeesOfYear(cnn, client);
     if (!employees.none())
         return employees;
-    Recordset before;
-    if (!before.Open(rowOfYear({client.code, client.year - 1}), cnn))
-        return Reading<Employees>::failure();
-    if (!before.Eof())
-        employees = employeesIn(before);
-    WriteOne(cnn, insertRow(client, before.Eof() ? defaultValues({}) : copiedValues(before)));
-    return *employees; // known even when the row could not be written
+    ChangeTogether(cnn, [&](Change &change) {
+        if (!change.lock("FBT_AddInfo", client.code))
+            return false;
+        employees = EmployeesOfYear(cnn, client); // another user may have opened the year meanwhile
+        if (!employees.none())
+            return employees.found();
+        Recordset before;
+        if (!before.Open(rowOfYear({client.code, client.year - 1}), cnn)) {
+            employees = Reading<Employees>::failure();
+            return false;
+        }
+        employees = before.Eof() ? Employees() : employeesIn(before);
+        return change.write(before.Eof() ? firstRow(client, {}) : copiedRow(client, before));
+    });
+    return employees.none() ? Employees() : employees; // known even when the row could not be written
 }
 
 bool CarryBanksForward(Connection *cnn, const ClientYear &client)
 {
-    Recordset banks;
-    if (!banks.Open(banksOfYear(client), cnn))
-        return false;
-    if (!banks.Eof())
-        return true;
-    std::vector<Text> statements;
-    if (!banks.Open(banksOfYear({client.code, client.year - 1}), cnn))
-        return false;
-    for (; !banks.Eof(); banks.MoveNext())
-        statements.push_back(bankInsert(client, banks));
-    return statements.empty() || ChangeTogether(cnn, [&](Change &change) {
-               return std::all_of(statements.begin(), statements.end(),
-                                  [&](const Text &statement) { return change.write(statement); });
-           });
+    const auto has = FindsRow(cnn, banksOfYear(client));
+    if (!has || *has)
+        return has.has_value();
+    return ChangeTogether(cnn, [&](Change &change) { return copyBanks(change, client); });
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/offer.h"
+#include "records/clientrow.h"
 #include "records/clientyear.h"
 #include "records/reading.h"
 
@@ -23,7 +24,11 @@ struct Employees
 /// The employees that a year's row states; `Null` counts as no and as 0. None without a row.
 FBT_OFFERED Reading<Employees> EmployeesOfYear(Connection *cnn, const ClientYear &client);
 
-/// The row that a client starts with: filed in time, all interest computed, up to no date yet.
+/// What the row that a client starts with holds in all its columns after client and year: filed in time, all interest
+/// computed, up to no date yet.
+FBT_OFFERED ColumnValues AddInfoDefaults();
+
+/// Writes that row.
 FBT_OFFERED bool InsertDefaultAddInfo(Change &change, const ClientYear &client, const Employees &employees = {});
 
 /// Sees that the year has its row, and gives its employees. A year without a row gets one: what changes slowly is copied

@@ -59,9 +59,15 @@ bool Change::write(const SqlText &statement)
     return m_given;
 }
 
-std::optional<int> Change::nextNumber(const QString &table, const QString &clientCode, const SqlText &query, int step)
+bool Change::lock(const QString &table, const QString &clientCode)
 {
     m_given = m_given && lockRow(m_connection, table, clientCode);
+    return m_given;
+}
+
+std::optional<int> Change::nextNumber(const QString &table, const QString &clientCode, const SqlText &query, int step)
+{
+    lock(table, clientCode);
     Recordset highest;
     m_given = m_given && highest.Open(query, m_connection);
     return m_given ? std::optional(highest.Fields(0).whole() + step) : std::nullopt;

@@ -15,13 +15,17 @@ public:
     /// Carries out one statement. False after a fault: the whole change is then given up.
     bool write(const SqlText &statement);
 
+    /// Writes the lock row of a table and client, which is held to the end of the change: what is read after it is not
+    /// changed by another user who asks for the same. False, and the change given up, after a fault.
+    /// @param table as its `Create Table` spells it
+    /// @param clientCode empty for a table whose rows count for all clients
+    bool lock(const QString &table, const QString &clientCode);
+
     /// The number of a new row: the maximum that `query` finds (`Null` counts as 0) plus `step`. Without a value, and the
     /// change given up, when the query faulted: number 1 would then replace the row that has it.
     ///
-    /// The lock row of the table and client is written first, and held to the end of the change: two users never get the
-    /// same number. A database that has no lock rows goes without.
-    /// @param table as its `Create Table` spells it
-    /// @param clientCode empty for a table whose numbers count for all clients
+    /// The table and client are locked first: two users never get the same number. A database that has no lock rows goes
+    /// without.
     std::optional<int> nextNumber(const QString &table, const QString &clientCode, const SqlText &query, int step = 1);
 
     [[nodiscard]] Connection *connection() const { return m_connection; }

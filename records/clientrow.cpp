@@ -9,12 +9,12 @@
 
 namespace {
 
-QString condition(const ClientTable &table, const ClientYear &client)
+SqlText condition(const ClientTable &table, const ClientYear &client)
 {
     return Sql(" Where ", table.codeColumn, "=", Quoted(client.code), " and ", table.yearColumn, "=", client.year);
 }
 
-QString updateText(const ClientTable &table, const ClientYear &client, const ColumnValues &values)
+SqlText updateText(const ClientTable &table, const ClientYear &client, const ColumnValues &values)
 {
     QStringList pieces;
     for (const auto &[column, value] : values)
@@ -22,7 +22,7 @@ QString updateText(const ClientTable &table, const ClientYear &client, const Col
     return Sql("Update ", table.name, " Set ", pieces.join(u','), condition(table, client));
 }
 
-QString insertText(const ClientTable &table, const ClientYear &client, const ColumnValues &values)
+SqlText insertText(const ClientTable &table, const ClientYear &client, const ColumnValues &values)
 {
     QStringList columns{QLatin1String(table.codeColumn), QLatin1String(table.yearColumn)};
     QStringList texts{Quoted(client.code), QString::number(client.year)};
@@ -60,9 +60,11 @@ Reading<RowValues> ReadRow(Connection *cnn, const ClientTable &table, const Clie
 bool SaveRow(Connection *cnn, const ClientTable &table, const ClientYear &client, const ColumnValues &values,
              const ColumnValues &defaults)
 {
-    const auto row = ReadRow(cnn, table, client);
-    if (row.failed())
-        return false;
-    return WriteOne(cnn, row.found() ? updateText(table, client, values)
-                                     : insertText(table, client, withDefaults(values, defaults)));
+    return ChangeTogether(cnn, [&](Change &change) {
+        if (!change.lock(QLatin1String(table.name), client.code))
+            return false;
+        const auto row = ReadRow(cnn, table, client);
+        return !row.failed() && change.write(row.found() ? updateText(table, client, values)
+                                                         : insertText(table, client, withDefaults(values, defaults)));
+    });
 }

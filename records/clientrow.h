@@ -24,7 +24,7 @@ using ColumnValues = QList<QPair<QString, QString>>;
 FBT_OFFERED Reading<RowValues> ReadRow(Connection *cnn, const ClientTable &table, const ClientYear &client);
 
 /// Writes columns of the row; the others keep what they hold. Where there is no row yet, one is written with `defaults`
-/// for the columns that are not given. False when the database did not take it, or when it could not be asked whether
+/// for the columns that are not given; two users who save at once write one row. False when the database did not take it, or when it could not be asked whether
 /// there is a row.
 FBT_OFFERED bool SaveRow(Connection *cnn, const ClientTable &table, const ClientYear &client,
                          const ColumnValues &values, const ColumnValues &defaults);

@@ -92,20 +92,6 @@ std::vector<FieldGroup> AddInfoGroups(ReturnForm form)
     return groups;
 }
 
-ColumnValues AddInfoDefaults()
-{
-    const QString none;
-    const QString zero = QStringLiteral("0");
-    const QString one = QStringLiteral("1");
-    return {{"ChAdd", zero},    {"Ward", none},      {"OldWard", none},   {"Section", one},   {"RevRet", zero},
-            {"RevRecNo", none}, {"RevRecDt", none},  {"NOB", zero},       {"Ac44AA", zero},   {"Ac44AB", zero},
-            {"Dt44AB", none},   {"Ac44ABC", zero},   {"Dt44ABC", none},   {"PEIndia", zero},  {"DTRel1", zero},
-            {"DTRel2", zero},   {"PEOut", zero},     {"EmpBoth", zero},   {"SepBooks", zero}, {"IndiaEmp", zero},
-            {"TotalEmp", zero}, {"RetDt", none},     {"RetAckNo", none},  {"areacd", none},   {"aotyp", none},
-            {"aorng", none},    {"aono", none},      {"Calc115WJ", one},  {"Amt115WJ", zero}, {"Calc115WK", one},
-            {"Amt115WK", zero}, {"Calc115WJ5", one}, {"Amt115WJ5", zero}, {"IntDt", none}};
-}
-
 std::vector<FieldGroup> MiscInfGroups()
 {
     const int longest = textLength;

@@ -13,8 +13,5 @@ enum class ReturnForm {
 /// The columns of `FBT_AddInfo` that a form needs, in groups.
 FBT_OFFERED std::vector<FieldGroup> AddInfoGroups(ReturnForm form);
 
-/// What a new row of `FBT_AddInfo` holds in all its columns after client and year.
-FBT_OFFERED ColumnValues AddInfoDefaults();
-
 /// The columns of `FBT_MiscInf`, all of them, in groups.
 FBT_OFFERED std::vector<FieldGroup> MiscInfGroups();

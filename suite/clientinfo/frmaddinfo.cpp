@@ -1,6 +1,7 @@
 #include "suite/clientinfo/frmaddinfo.h"
 
 #include "platform/text.h"
+#include "records/addinfo.h"
 #include "suite/clientinfo/frmbankdet.h"
 #include "suite/clientinfo/panelrules.h"
 
