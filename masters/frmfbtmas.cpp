@@ -23,7 +23,6 @@ constexpr int firstRateColumn = 3; // of the list of items
 constexpr int natureNoRow = 1;
 
 constexpr int rateColumn = 1; // of the rate grid
-constexpr int enterKey = 13;
 
 RowList<ExpenseHead>::Columns headColumns()
 {
@@ -136,10 +135,6 @@ void frmfbtmas::setUpRates()
     ui->vsfr->setValidateEdit([this](int row, int, QString &text) { return VSFR_VALIDATEEDIT(row, text); });
     connect(ui->vsfr, &Grid::afterEdit, this, [this](int row, int) { VSFR_AFTEREDIT(row); });
     connect(ui->vsfr, &Grid::enterCell, this, &frmfbtmas::VSFR_ENTERCELL);
-    connect(ui->vsfr, &Grid::keyPress, this, [this](int ascii) {
-        if (ascii == enterKey)
-            nextRate(); // its edit has ended by another key
-    });
     connect(this, &Screen::entered, this, [this](const QWidget *field) {
         if (field == ui->vsfr)
             VSFR_GOTFOCUS();
