@@ -17,7 +17,9 @@ public:
     QString TmpPath;                ///< temporary folder
 
     [[nodiscard]] virtual bool ChkRepDbFlag() const = 0; ///< the last run did not end in order
-    [[nodiscard]] virtual bool CreateDbFlag() const = 0; ///< the database is new: no `VerInfo` or no row in it
+    /// The database is new: no `VerInfo` or no row in it. This and the next throw when the database could not be asked:
+    /// then it is neither updated nor marked as up to date.
+    [[nodiscard]] virtual bool CreateDbFlag() const = 0;
     /// The database is of a lower version than the program, or its last update was cut off.
     [[nodiscard]] virtual bool UpdateDbFlag() const = 0;
     virtual void ShowWexaNews() = 0;

@@ -1,6 +1,9 @@
 #pragma once
 
 #include "platform/offer.h"
+#include "records/reading.h"
+
+#include <QString>
 
 class Connection;
 
@@ -9,5 +12,9 @@ class Connection;
 /// takes it along, so that what is restored is completed too.
 constexpr const char *updateMark = "TmpUpdFBT";
 
-/// Whether the mark stands. False too when that could not be read: the fault has been reported.
+/// Whether the mark stands. Throws `FaultError` when that could not be read: neither answer would be safe, since "no" lets
+/// the version be written over an open update.
 FBT_OFFERED bool UpdateIsMarked(Connection *connection);
+
+/// The version that `VerInfo` holds, `Null` as empty; none in a new database, whose table has no row.
+FBT_OFFERED Reading<QString> StoredVersion(Connection *connection);

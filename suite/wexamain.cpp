@@ -2,13 +2,26 @@
 
 #include "controls/msgbox.h"
 #include "platform/connection.h"
-#include "platform/recordset.h"
+#include "platform/fault.h"
 #include "records/clientcode.h"
 #include "records/updatemark.h"
 
 #include <QApplication>
 #include <QFile>
 #include <QVersionNumber>
+
+namespace {
+
+/// The stored version, or none. Throws when it could not be read: that is no new database.
+Reading<QString> versionRead(Connection *cnn)
+{
+    Reading<QString> stored = StoredVersion(cnn);
+    if (stored.failed())
+        throw FaultError(FaultNumber::General, QStringLiteral("The version could not be read."));
+    return stored;
+}
+
+} // namespace
 
 WexaMain::WexaMain(const SuiteContext &context)
     : m_version(context.version)
@@ -29,16 +42,16 @@ WexaMain::WexaMain(const SuiteContext &context)
 
 bool WexaMain::CreateDbFlag() const
 {
-    return !HasRows(Cnn, QStringLiteral("Select * from VerInfo"));
+    return versionRead(Cnn).none();
 }
 
 bool WexaMain::UpdateDbFlag() const
 {
-    if (TableNames(Cnn)->contains(QString::fromLatin1(updateMark).toLower()))
+    if (UpdateIsMarked(Cnn))
         return true;
-    const Field stored = FirstField(Cnn, QStringLiteral("Select * from VerInfo"));
+    const Reading<QString> stored = versionRead(Cnn);
     const auto version = [](const QString &text) { return QVersionNumber::fromString(text.trimmed()).normalized(); };
-    return !stored.isNull() && version(stored.text()) < version(m_version);
+    return stored.found() && version(*stored) < version(m_version);
 }
 
 void WexaMain::CheckForUpdates()
