@@ -1,5 +1,6 @@
 #include "controls/grid.h"
 
+#include "controls/exportactions.h"
 #include "controls/griddelegate.h"
 #include "controls/gridheader.h"
 #include "platform/text.h"
@@ -60,6 +61,8 @@ Grid::Grid(QWidget *parent)
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     applyRowHeight();
     m_model->setFixedRows(1);
+    new ExportActions(
+        this, [this] { return SheetOfGrid(this); }, [this] { return SheetOfSelection(this); });
     connect(m_header, &QHeaderView::sectionClicked, this, &Grid::captionClicked);
     connect(m_model, &QAbstractItemModel::columnsInserted, m_header, &GridHeader::relayout);
 }

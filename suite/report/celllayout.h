@@ -1,51 +1,69 @@
 #pragma once
 
-#include "platform/offer.h"
+#include "suite/report/reportfonts.h"
 #include "suite/report/reporttext.h"
 
-#include <QFont>
-#include <QFontMetricsF>
+#include <QGlyphRun>
+#include <QHash>
+#include <QImage>
 #include <QPointF>
 #include <QTextLayout>
 
-#include <array>
+#include <memory>
+#include <utility>
+#include <vector>
 
 class QPainter;
 
-/// Sizes of text in twentieths of a point.
-FBT_OFFERED QFont ReportFont(const TextLook &look, double scale);
+/// Pictures of a report by the tokens that stand for them.
+using ReportImages = QHash<QString, QImage>;
 
-/// Measures of the font that was asked for last: long reports ask for one and the same again and again.
-class FBT_OFFERED FontMeasure
+/// From where to where lines of text reach, measured from the top of what holds them. A page may end between two.
+using LineSpans = std::vector<std::pair<double, double>>;
+
+/// The text of one cell, or of a free line, broken into lines of a width. Most cells hold a few words in one look; their
+/// letters are placed without shaping. All others go through Qt's own layout.
+class CellLayout
 {
 public:
-    /// Height of one line.
-    double height(const TextLook &look, double scale);
-    /// Whether a text without tokens and line ends fits in one line of that width for certain.
-    bool fits(const QString &text, const TextLook &look, double width, double scale);
+    struct Form
+    {
+        Qt::Alignment alignment = Qt::AlignLeft;
+        double width = 0;
+        double scale = 1; ///< factor on the size of the font
+    };
 
-private:
-    void use(const TextLook &look, double scale);
-
-    TextLook m_look;
-    double m_scale = 0; // none yet
-    double m_height = 0;
-    QFontMetricsF m_metrics{QFont()};
-    std::array<double, 128> m_advances{};
-};
-
-/// The text of one cell, or of a free line, broken into lines of a width.
-class FBT_OFFERED CellLayout
-{
-public:
-    /// @param look what holds at the start; becomes what holds behind the text
-    /// @param scale factor on the size of the font
-    CellLayout(const QString &text, TextLook &look, Qt::Alignment alignment, double width, double scale);
+    /// @param look what holds at the start; becomes what holds after the text
+    CellLayout(ReportFonts &fonts, const ReportImages &images, const QString &text, TextLook &look, const Form &form);
 
     [[nodiscard]] double height() const { return m_height; }
-    void draw(QPainter &painter, const QPointF &corner) const { m_layout.draw(&painter, corner); }
+    void draw(QPainter &painter, const QPointF &corner) const;
+    void addSpans(LineSpans &spans, double top) const;
 
 private:
-    QTextLayout m_layout;
+    struct Line
+    {
+        double top = 0;
+        double height = 0;
+        QGlyphRun glyphs;
+    };
+    struct Part
+    {
+        double top = 0;
+        std::unique_ptr<QTextLayout> text; // or a picture
+        QImage image;
+        QRectF place;
+    };
+
+    void setSimply(const ReportFace &face, QStringView text, const Form &form);
+    void addLine(const ReportFace &face, QStringView line, double width, const Form &form);
+    void setParts(ReportFonts &fonts, const ReportImages &images, const std::vector<TextPiece> &pieces,
+                  const TextLook &look, const Form &form);
+    void addText(ReportFonts &fonts, const std::vector<TextPiece> &pieces, const TextLook &look, const Form &form);
+    void addPicture(const QImage &image, const Form &form);
+
     double m_height = 0;
+    double m_ascent = 0;
+    std::vector<Line> m_lines;
+    std::vector<Part> m_parts;
 };

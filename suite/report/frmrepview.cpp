@@ -1,7 +1,9 @@
 #include "suite/report/frmrepview.h"
 
+#include "controls/exportactions.h"
 #include "suite/report/reportlayout.h"
 #include "suite/report/reportoutput.h"
+#include "suite/report/reportsheet.h"
 #include "ui_frmrepview.h"
 
 #include <QPrinter>
@@ -11,6 +13,7 @@ namespace {
 const QString section = QStringLiteral("Settings");
 const QString printerKey = QStringLiteral("WinPrinter");
 constexpr double zoomStep = 1.25;
+constexpr int asciiEnter = 13;
 } // namespace
 
 frmrepview::frmrepview(std::shared_ptr<const ReportDocument> document, bool mayLie, const QString &settingsFile,
@@ -22,7 +25,11 @@ frmrepview::frmrepview(std::shared_ptr<const ReportDocument> document, bool mayL
     , m_mayLie(mayLie)
 {
     ui->setupUi(this);
+    m_export = new ExportActions(this, [this] { return SheetOfReport(m_document, QStringLiteral("Report")); });
+    m_export->setPdfWriter([this](const QString &path) { return WritePdf(*m_layout, path); });
     connectButtons();
+    connectPages();
+    connect(&m_rest, &QTimer::timeout, this, &frmrepview::layOutMore);
 }
 
 frmrepview::~frmrepview() = default;
@@ -30,10 +37,18 @@ frmrepview::~frmrepview() = default;
 void frmrepview::connectButtons()
 {
     connect(ui->cmdprint, &QPushButton::clicked, this, &frmrepview::CMDPRINT_CLICK);
-    connect(ui->cmdpdf, &QPushButton::clicked, this, &frmrepview::CMDPDF_CLICK);
+    connect(ui->cmdsave, &QPushButton::clicked, m_export, &ExportActions::save);
+    connect(ui->cmdcopy, &QPushButton::clicked, m_export, &ExportActions::copyAll);
+    connect(ui->cmdfindnext, &QPushButton::clicked, this, [this] { CMDFIND_CLICK(true); });
+    connect(ui->cmdfindprev, &QPushButton::clicked, this, [this] { CMDFIND_CLICK(false); });
     connect(ui->cmdback, &QPushButton::clicked, this, [this] { Unload(); });
+}
+
+void frmrepview::connectPages()
+{
     connect(ui->cmdprev, &QPushButton::clicked, this, [this] { ui->pages->showPage(ui->pages->currentPage() - 1); });
     connect(ui->cmdnext, &QPushButton::clicked, this, [this] { ui->pages->showPage(ui->pages->currentPage() + 1); });
+    connect(ui->spnpage, &QSpinBox::valueChanged, ui->pages, &PageView::showPage);
     connect(ui->cmdzoomin, &QPushButton::clicked, this, [this] { ui->pages->setZoom(ui->pages->zoom() * zoomStep); });
     connect(ui->cmdzoomout, &QPushButton::clicked, this, [this] { ui->pages->setZoom(ui->pages->zoom() / zoomStep); });
     connect(ui->cmdfit, &QPushButton::clicked, ui->pages, &PageView::fitWidth);
@@ -43,16 +58,57 @@ void frmrepview::connectButtons()
 void frmrepview::FORM_LOAD()
 {
     LOADPRINTERS();
-    m_layout = std::make_shared<const ReportLayout>(*m_document, PageFor(*m_document, m_mayLie));
-    ui->pages->setPages(m_layout);
-    for (QSpinBox *page : {ui->spnfrom, ui->spnto})
-        page->setRange(1, m_layout->pageCount());
-    ui->spnto->setValue(m_layout->pageCount());
+    LOADPAGES();
 }
 
 void frmrepview::FORM_ACTIVATE()
 {
     ui->pages->setFocus();
+}
+
+bool frmrepview::FORM_KEYPRESS(int asciiKey)
+{
+    if (asciiKey != asciiEnter || !ui->txtfind->hasFocus())
+        return Screen::FORM_KEYPRESS(asciiKey);
+    CMDFIND_CLICK(true);
+    return true;
+}
+
+bool frmrepview::FORM_KEYDOWN(int key, Qt::KeyboardModifiers modifiers)
+{
+    if (key == Qt::Key_F3)
+        CMDFIND_CLICK(!modifiers.testFlag(Qt::ShiftModifier));
+    else if (key == Qt::Key_F && modifiers.testFlag(Qt::ControlModifier))
+        ui->txtfind->setFocus(Qt::ShortcutFocusReason);
+    else
+        return Screen::FORM_KEYDOWN(key, modifiers);
+    return true;
+}
+
+void frmrepview::LOADPAGES()
+{
+    m_layout = std::make_shared<ReportLayout>(m_document, PageFor(*m_document, m_mayLie));
+    m_layout->hasPage(0);
+    ui->pages->setPages(m_layout);
+    ui->spnfrom->setRange(1, m_layout->pagesSoFar());
+    ui->spnto->setRange(1, m_layout->pagesSoFar());
+    m_rest.start(0);
+    layOutMore();
+}
+
+/// A slice of the work, so that the user can go on in between.
+void frmrepview::layOutMore()
+{
+    constexpr int slice = 20; // milliseconds
+    if (m_layout->layOutFor(slice))
+        m_rest.stop();
+    const bool toTheEnd = ui->spnto->value() == ui->spnto->maximum();
+    const int pages = m_layout->pagesSoFar();
+    for (QSpinBox *page : {ui->spnfrom, ui->spnto, ui->spnpage})
+        page->setMaximum(pages);
+    if (toTheEnd)
+        ui->spnto->setValue(pages);
+    ui->pages->pagesAdded();
 }
 
 void frmrepview::LOADPRINTERS()
@@ -69,22 +125,31 @@ void frmrepview::LOADPRINTERS()
 
 void frmrepview::showPlace()
 {
-    ui->lblpage->setText(QStringLiteral("%1 / %2").arg(ui->pages->currentPage()).arg(ui->pages->pageCount()));
+    const QSignalBlocker quiet(ui->spnpage);
+    ui->spnpage->setValue(ui->pages->currentPage());
+    const QString more = m_layout && m_layout->isWhole() ? QString() : QStringLiteral("...");
+    ui->lblpage->setText(QStringLiteral("of %1%2").arg(ui->pages->pageCount()).arg(more));
+    ui->lblzoom->setText(QStringLiteral("%1 %").arg(qRound(ui->pages->zoom() * 100)));
 }
 
 void frmrepview::CMDPRINT_CLICK()
 {
     QPrinter printer(QPrinterInfo::printerInfo(ui->cboprinter->currentText()), QPrinter::HighResolution);
-    printer.setPageLayout(PageFor(*m_document, m_mayLie));
+    printer.setPageLayout(m_layout->page());
     m_settings.save(section, printerKey, ui->cboprinter->currentText());
-    if (!PrintPages(*m_layout, printer, ui->spnfrom->value(), ui->spnto->value()))
+    const bool toTheEnd = ui->spnto->value() == ui->spnto->maximum();
+    const int last = toTheEnd ? m_layout->pageCount() : ui->spnto->value();
+    if (!PrintPages(*m_layout, printer, ui->spnfrom->value(), last))
         MsgBox(this, QStringLiteral("The printer could not be started."), Buttons::Ok, Icon::Exclamation);
 }
 
-void frmrepview::CMDPDF_CLICK()
+void frmrepview::CMDFIND_CLICK(bool forward)
 {
-    const QString path =
-        ChooseFile(this, FileUse::Save, QStringLiteral("Save as PDF"), QStringLiteral("PDF files (*.pdf)"));
-    if (!path.isEmpty() && !WritePdf(*m_document, PageFor(*m_document, m_mayLie), path))
-        MsgBox(this, QStringLiteral("The file could not be written:\n%1").arg(path), Buttons::Ok, Icon::Exclamation);
+    const std::optional<ReportPlace> found = FindInReport(*m_document, ui->txtfind->text(), m_found, forward);
+    m_found = found;
+    ui->lblfound->setText(found || ui->txtfind->text().isEmpty() ? QString() : QStringLiteral("not found"));
+    if (found)
+        ui->pages->showFound(m_layout->pageOf(found->block), m_layout->placeOf(found->block, found->cell));
+    else
+        ui->pages->showFound(-1, {});
 }

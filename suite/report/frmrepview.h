@@ -2,9 +2,14 @@
 
 #include "controls/screen.h"
 #include "platform/settingsfile.h"
+#include "suite/report/reportsearch.h"
+
+#include <QTimer>
 
 #include <memory>
+#include <optional>
 
+class ExportActions;
 class ReportDocument;
 class ReportLayout;
 
@@ -12,7 +17,8 @@ namespace Ui {
 class frmrepview;
 }
 
-/// Preview of a report, from which the user prints it or saves it as a PDF file.
+/// Preview of a report, from which the user prints it, copies it or saves it as a file. The first page is shown at once;
+/// the others are laid out while the user reads.
 class frmrepview : public Screen
 {
     Q_OBJECT
@@ -25,18 +31,28 @@ public:
     ~frmrepview() override;
 
     void FORM_LOAD() override;
-    void FORM_ACTIVATE() override; ///< the keys scroll the pages
+    void FORM_ACTIVATE() override;             ///< the keys scroll the pages
+    bool FORM_KEYPRESS(int asciiKey) override; ///< Enter in the search field searches on
+    bool FORM_KEYDOWN(int key, Qt::KeyboardModifiers modifiers) override;
+
+    /// Lays the report out anew, after it has changed.
+    void LOADPAGES();
 
 private:
     void CMDPRINT_CLICK();
-    void CMDPDF_CLICK();
+    void CMDFIND_CLICK(bool forward);
     void LOADPRINTERS();
     void connectButtons();
+    void connectPages();
+    void layOutMore();
     void showPlace();
 
     std::unique_ptr<Ui::frmrepview> ui;
     std::shared_ptr<const ReportDocument> m_document;
     SettingsFile m_settings;
     bool m_mayLie;
-    std::shared_ptr<const ReportLayout> m_layout;
+    std::shared_ptr<ReportLayout> m_layout;
+    std::optional<ReportPlace> m_found;
+    ExportActions *m_export;
+    QTimer m_rest; // lays out what is not yet
 };

@@ -23,21 +23,46 @@ PageView::PageView(QWidget *parent)
     setFocusPolicy(Qt::StrongFocus);
 }
 
-void PageView::setPages(const std::shared_ptr<const ReportLayout> &pages)
+void PageView::setPages(const std::shared_ptr<ReportLayout> &pages)
 {
+    const bool again = m_pages && &m_pages->document() == &pages->document();
     m_pages = pages;
+    m_foundPage = -1;
     if (m_fit)
         fitWidth();
     else
         updateRange();
-    verticalScrollBar()->setValue(0);
+    if (!again)
+        verticalScrollBar()->setValue(0);
+    viewport()->update();
+    emit viewChanged();
+}
+
+void PageView::pagesAdded()
+{
+    updateRange();
     viewport()->update();
     emit viewChanged();
 }
 
 int PageView::pageCount() const
 {
-    return m_pages ? m_pages->pageCount() : 0;
+    return m_pages ? m_pages->pagesSoFar() : 0;
+}
+
+void PageView::showFound(int page, const QRectF &place)
+{
+    m_foundPage = page;
+    m_found = place;
+    viewport()->update();
+    if (page < 0)
+        return;
+    updateRange();
+    const double top = gap + page * step() + place.top() * scale();
+    const int height = viewport()->height();
+    const bool inView = top >= verticalScrollBar()->value() && top < verticalScrollBar()->value() + height - gap;
+    if (!inView)
+        verticalScrollBar()->setValue(static_cast<int>(top - height / 3.0));
 }
 
 double PageView::scale() const
@@ -117,13 +142,21 @@ void PageView::paintEvent(QPaintEvent * /*event*/)
     const int first = std::max(0, static_cast<int>((scrolled - gap) / step()));
     for (int page = first; page < pageCount() && gap + page * step() < scrolled + viewport()->height(); ++page) {
         const QPointF corner(left, gap + page * step() - scrolled);
-        painter.fillRect(QRectF(corner, size), Qt::white);
-        painter.save();
-        painter.translate(corner);
-        painter.scale(scale(), scale());
-        m_pages->drawPage(painter, page);
-        painter.restore();
+        drawPage(painter, page, QRectF(corner, size));
     }
+}
+
+void PageView::drawPage(QPainter &painter, int page, const QRectF &place)
+{
+    const QColor marked(255, 235, 120);
+    painter.fillRect(place, Qt::white);
+    painter.save();
+    painter.translate(place.topLeft());
+    painter.scale(scale(), scale());
+    if (page == m_foundPage)
+        painter.fillRect(m_found, marked);
+    m_pages->drawPage(painter, page);
+    painter.restore();
 }
 
 void PageView::resizeEvent(QResizeEvent *event)

@@ -3,6 +3,7 @@
 #include "platform/offer.h"
 
 #include <QAbstractScrollArea>
+#include <QRectF>
 
 #include <memory>
 
@@ -16,10 +17,14 @@ class FBT_OFFERED PageView : public QAbstractScrollArea
 public:
     explicit PageView(QWidget *parent = nullptr);
 
-    void setPages(const std::shared_ptr<const ReportLayout> &pages);
-    [[nodiscard]] int pageCount() const;
+    /// Shows a report from its first page on; the one shown before stays at its place when it was laid out anew.
+    void setPages(const std::shared_ptr<ReportLayout> &pages);
+    void pagesAdded();                     ///< more of them are laid out than before
+    [[nodiscard]] int pageCount() const;   ///< those laid out so far
     [[nodiscard]] int currentPage() const; ///< the page at the middle of the view, counted from 1; 0 without pages
     void showPage(int page);               ///< counted from 1
+    /// Marks a place on a page, counted from 0, and brings it into view; below 0: no place is marked.
+    void showFound(int page, const QRectF &place);
 
     [[nodiscard]] double zoom() const { return m_zoom; } ///< 1 is the size on paper
     void setZoom(double zoom);                           ///< from 0.25 to 4
@@ -40,9 +45,12 @@ private:
     [[nodiscard]] QSizeF pagePixels() const;
     [[nodiscard]] double step() const; // from the top of a page to the top of the next
     void applyZoom(double zoom);
+    void drawPage(QPainter &painter, int page, const QRectF &place);
     void updateRange();
 
-    std::shared_ptr<const ReportLayout> m_pages;
+    std::shared_ptr<ReportLayout> m_pages;
+    int m_foundPage = -1;
+    QRectF m_found; // in the layout's units
     double m_zoom = 1;
     bool m_fit = true;
 };

@@ -5,7 +5,7 @@
 
 double RowForm::columns() const
 {
-    return std::accumulate(widths.begin(), widths.end(), 0.0);
+    return std::max(1.0, std::accumulate(widths.begin(), widths.end(), 0.0));
 }
 
 bool RowForm::ruled(const QString &edge, int cell) const
@@ -18,27 +18,22 @@ bool RowForm::header() const
     return std::all_of(aligns.begin(), aligns.end(), [](int align) { return align == ReportRow::CentredHeader; });
 }
 
-void ReportDocument::addLine(const QString &text)
+void ReportPart::addLine(const QString &text)
 {
     QString rest = text;
     while (true) {
         TextLook look = m_look;
         const ReportText parsed = ParseReportText(rest, look);
         if (!parsed.pieces.empty() || parsed.sizeSet || rest.isEmpty())
-            m_blocks.push_back({ReportBlock::Kind::Line, 0, {rest}, nullptr, m_look});
+            m_blocks.push_back({ReportBlock::Kind::Line, 0, {rest}, nullptr, m_look, nullptr, 0});
         m_look = look;
         if (!parsed.pageBreak)
             return;
-        m_blocks.push_back({ReportBlock::Kind::Break, 0, {}, nullptr, m_look});
+        m_blocks.push_back({ReportBlock::Kind::Break, 0, {}, nullptr, m_look, nullptr, 0});
         rest = parsed.rest;
         if (rest.isEmpty())
             return;
     }
-}
-
-void ReportDocument::beginTable()
-{
-    ++m_table;
 }
 
 namespace {
@@ -54,7 +49,7 @@ std::vector<T> orBefore(const std::vector<T> &given, const std::vector<T> &befor
 
 } // namespace
 
-std::shared_ptr<const RowForm> ReportDocument::formOf(const ReportRow &row)
+std::shared_ptr<const RowForm> ReportPart::formOf(const ReportRow &row)
 {
     static const RowForm none;
     const RowForm &before = m_form ? *m_form : none;
@@ -71,9 +66,9 @@ std::shared_ptr<const RowForm> ReportDocument::formOf(const ReportRow &row)
     return m_form;
 }
 
-void ReportDocument::addRow(const ReportRow &row)
+void ReportPart::addRow(const ReportRow &row)
 {
-    m_blocks.push_back({ReportBlock::Kind::Row, m_table, row.cells, formOf(row), m_look});
+    m_blocks.push_back({ReportBlock::Kind::Row, m_table, row.cells, formOf(row), m_look, nullptr, 0});
     m_widest = std::max(m_widest, m_form->columns() / ColumnsOfLine(m_look.pitch));
     for (const QString &cell : row.cells) {
         if (HasTokens(cell))
@@ -81,19 +76,107 @@ void ReportDocument::addRow(const ReportRow &row)
     }
 }
 
+void ReportPart::addPages(RichPages pages)
+{
+    const auto shared = std::make_shared<RichPages>(std::move(pages));
+    for (size_t at = 0; at < shared->blocks.size(); ++at)
+        m_blocks.push_back({ReportBlock::Kind::Rich, 0, {}, nullptr, {}, shared, at});
+}
+
+void ReportPart::addPageNumber(int row, int column, const QString &text)
+{
+    int found = 0;
+    for (ReportBlock &block : m_blocks) {
+        if (block.kind != ReportBlock::Kind::Row || block.table != m_table || ++found != row)
+            continue;
+        if (column >= 1 && column <= block.texts.size()) {
+            block.texts[column - 1] += text;
+            return;
+        }
+    }
+    ReportRow line;
+    line.cells = QStringList{text};
+    line.widths = {ColumnsOfLine(m_look.pitch)};
+    line.aligns = {ReportRow::Centre};
+    addRow(line);
+}
+
+void ReportPart::replace(const QString &old, const QString &now)
+{
+    for (ReportBlock &block : m_blocks) {
+        for (QString &text : block.texts)
+            text.replace(old, now);
+        if (block.pages)
+            block.pages->blocks[block.at].eachParagraph([&](RichParagraph &one) { ReplaceText(one, old, now); });
+    }
+}
+
+// --- the whole report ---
+
+void ReportDocument::addPageNumber(int row, int column, const QString &before, const QString &after)
+{
+    m_footer.addPageNumber(row, column, before + pageNumberMark + after);
+}
+
+void ReportDocument::replaceTicks()
+{
+    const QString tick(QChar(0x2713));
+    m_body.replace(QStringLiteral("_/"), tick);
+    m_footer.replace(QStringLiteral("_/"), tick);
+}
+
+namespace {
+
+QString plainText(const RichParagraph &paragraph)
+{
+    return QString(paragraph.text).replace(QChar::LineSeparator, u'\n').remove(QChar::ObjectReplacementCharacter);
+}
+
+QStringList plainCells(const RichRow &row)
+{
+    QStringList cells;
+    for (const RichCell &cell : row.cells) {
+        QStringList paragraphs;
+        for (const RichParagraph &paragraph : cell.paragraphs)
+            paragraphs << plainText(paragraph);
+        cells << paragraphs.join(u'\n');
+    }
+    return cells;
+}
+
+QString textLine(const QStringList &texts)
+{
+    return texts.join(u'\t').replace(u'\n', QLatin1String("\\n"));
+}
+
+} // namespace
+
+QStringList ReportBlock::plainTexts() const
+{
+    QStringList plain;
+    TextLook now = look;
+    for (const QString &text : texts)
+        plain << ParseReportText(text, now).plain();
+    if (kind != Kind::Rich)
+        return plain;
+    if (rich().isParagraph())
+        return {plainText(rich().paragraph)};
+    for (const RichRow &row : rich().rows)
+        plain << plainCells(row);
+    return plain;
+}
+
 QString ReportDocument::asText() const
 {
-    QStringList lines;
-    for (const ReportBlock &block : m_blocks) {
-        if (block.kind == ReportBlock::Kind::Break) {
-            lines << QStringLiteral("\f");
-            continue;
-        }
-        QStringList cells;
-        TextLook look = block.look;
-        for (const QString &text : block.texts)
-            cells << ParseReportText(text, look).plain().replace(u'\n', QLatin1String("\\n"));
-        lines << cells.join(u'\t');
+    QString text;
+    for (const ReportBlock &block : blocks()) {
+        const bool rows = block.kind == ReportBlock::Kind::Rich && !block.rich().isParagraph();
+        if (block.kind == ReportBlock::Kind::Break)
+            text += QStringLiteral("\f\n");
+        else if (!rows)
+            text += textLine(block.plainTexts()) + u'\n';
+        for (size_t row = 0; rows && row < block.rich().rows.size(); ++row)
+            text += textLine(plainCells(block.rich().rows[row])) + u'\n';
     }
-    return lines.isEmpty() ? QString() : lines.join(u'\n') + u'\n';
+    return text;
 }

@@ -75,7 +75,20 @@ QString rowHtml(const ReportBlock &block)
     return html + QStringLiteral("</tr>\n");
 }
 
-/// Writes the blocks one behind the other and opens and closes the tables between them.
+QString richHtml(const RichParagraph &paragraph)
+{
+    QString html;
+    for (const RichRun &run : paragraph.runs) {
+        QString text = paragraph.text.mid(run.start, run.length).toHtmlEscaped();
+        text.replace(QChar::LineSeparator, QLatin1String("<br>"));
+        if (run.style.bold)
+            text = QStringLiteral("<b>%1</b>").arg(text);
+        html += run.style.strike ? QStringLiteral("<s>%1</s>").arg(text) : text;
+    }
+    return QStringLiteral("<p>%1</p>\n").arg(html.isEmpty() ? QStringLiteral("&nbsp;") : html);
+}
+
+/// Writes the blocks one after the other and opens and closes the tables between them.
 class HtmlWriter
 {
 public:
@@ -89,6 +102,8 @@ public:
             addRow(block);
         else if (block.kind == ReportBlock::Kind::Break)
             m_html += QStringLiteral("<div class=\"break\"></div>\n");
+        else if (block.kind == ReportBlock::Kind::Rich)
+            addRich(block.rich());
         else
             addLine(block);
     }
@@ -104,6 +119,22 @@ private:
     {
         TextLook look = block.look;
         m_html += QStringLiteral("<p>") + piecesHtml(block.texts.value(0), look) + QStringLiteral("</p>\n");
+    }
+
+    void addRich(const RichBlock &block)
+    {
+        if (block.isParagraph())
+            m_html += richHtml(block.paragraph);
+        for (const RichRow &row : block.rows) {
+            m_html += QStringLiteral("<table><tr>");
+            for (const RichCell &cell : row.cells) {
+                m_html += QStringLiteral("<td style=\"width:%1pt\">").arg((cell.right - cell.left) / 20);
+                for (const RichParagraph &paragraph : cell.paragraphs)
+                    m_html += richHtml(paragraph);
+                m_html += QStringLiteral("</td>");
+            }
+            m_html += QStringLiteral("</tr></table>\n");
+        }
     }
 
     void addRow(const ReportBlock &block)

@@ -1,17 +1,15 @@
 #include "suite/report/reportlayout.h"
 
-#include "suite/report/celllayout.h"
-
+#include <QElapsedTimer>
 #include <QPainter>
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
 constexpr double sidePadding = 40; // of a cell, two points
 constexpr double topPadding = 20;
-constexpr double rule = 10; // half a point
+constexpr double unitsPerPoint = 20;
 
 Qt::Alignment alignmentOf(int align)
 {
@@ -30,15 +28,35 @@ Qt::Alignment alignmentOf(int align)
 
 bool isHeader(const ReportBlock &block)
 {
+    if (block.kind == ReportBlock::Kind::Rich)
+        return !block.rich().isParagraph() && block.rich().rows.front().header;
     return block.kind == ReportBlock::Kind::Row && block.form->header();
 }
 
-/// Height of one cell. Most hold one short text without tokens, which needs no layout to be measured.
-double cellHeight(FontMeasure &measure, const QString &text, TextLook &look, double width, double scale)
+bool isRow(const ReportBlock &block)
 {
-    if (!HasTokens(text) && !text.contains(u'\n') && measure.fits(text, look, width, scale))
-        return measure.height(look, scale);
-    return CellLayout(text, look, Qt::AlignLeft, width, scale).height();
+    return block.kind == ReportBlock::Kind::Row ||
+           (block.kind == ReportBlock::Kind::Rich && !block.rich().isParagraph());
+}
+
+bool isEmptyParagraph(const ReportBlock &block)
+{
+    return block.kind == ReportBlock::Kind::Rich && block.rich().isParagraph() && block.rich().paragraph.isEmpty();
+}
+
+/// The lowest place, not below `most`, where a page can end without cutting a line; `most` itself when there is none.
+double cutBefore(const LineSpans &lines, double from, double most)
+{
+    double best = from;
+    for (const auto &[top, bottom] : lines) {
+        if (bottom > most || bottom <= best)
+            continue;
+        const double cut = bottom;
+        const auto divides = [cut](const auto &line) { return line.first < cut - 1 && line.second > cut + 1; };
+        if (std::none_of(lines.begin(), lines.end(), divides))
+            best = cut;
+    }
+    return best > from ? best : most;
 }
 
 } // namespace
@@ -46,35 +64,86 @@ double cellHeight(FontMeasure &measure, const QString &text, TextLook &look, dou
 QPageLayout PageFor(const ReportDocument &document, bool mayLie)
 {
     constexpr double much = 1.3;
-    constexpr double margin = 36; // half an inch
+    const std::vector<ReportBlock> &blocks = document.blocks();
+    const bool form = !blocks.empty() && blocks.front().kind == ReportBlock::Kind::Rich;
+    if (form) {
+        const RichPages &pages = *blocks.front().pages;
+        const bool lies = pages.paper.width() > pages.paper.height();
+        const QSizeF upright = lies ? pages.paper.transposed() : pages.paper;
+        return {QPageSize(upright / unitsPerPoint, QPageSize::Point, {}, QPageSize::FuzzyMatch),
+                lies ? QPageLayout::Landscape : QPageLayout::Portrait, pages.margins / unitsPerPoint};
+    }
     const bool lies = mayLie && document.widest() > much;
     return {QPageSize(QPageSize::A4), lies ? QPageLayout::Landscape : QPageLayout::Portrait,
-            QMarginsF(margin, margin, margin, margin)};
+            document.margins() / unitsPerPoint};
 }
 
-ReportLayout::ReportLayout(const ReportDocument &document, const QPageLayout &page)
-    : m_document(document)
+ReportLayout::ReportLayout(std::shared_ptr<const ReportDocument> document, const QPageLayout &page)
+    : m_document(std::move(document))
+    , m_page(page)
     , m_pageSize(page.fullRectPixels(unitsPerInch).size())
     , m_content(page.paintRectPixels(unitsPerInch))
+    , m_pages(1)
 {
     const double sides = m_pageSize.width() - m_content.width();
     m_portraitWidth = std::min(m_pageSize.width(), m_pageSize.height()) - sides;
-    paginate();
+    layOutFooter();
 }
 
-void ReportLayout::paginate()
+// --- laying out ---
+
+bool ReportLayout::layOutFor(int milliseconds)
 {
-    m_pages.emplace_back();
-    const std::vector<ReportBlock> &blocks = m_document.blocks();
-    for (size_t block = 0; block < blocks.size(); ++block) {
-        if (block == 0 || blocks[block].kind != blocks[block - 1].kind ||
-            blocks[block].table != blocks[block - 1].table)
-            m_tableStart = block;
-        if (blocks[block].kind == ReportBlock::Kind::Break)
-            newPage(block);
-        else
-            place(block);
+    constexpr int atOnce = 32;
+    QElapsedTimer clock;
+    clock.start();
+    while (!isWhole() && clock.elapsed() < milliseconds) {
+        for (int i = 0; i < atOnce && !isWhole(); ++i)
+            layOutNext();
     }
+    return isWhole();
+}
+
+double ReportLayout::partDone() const
+{
+    return isWhole() ? 1 : static_cast<double>(m_next) / static_cast<double>(m_document->blocks().size());
+}
+
+int ReportLayout::pageCount()
+{
+    while (!isWhole())
+        layOutNext();
+    return pagesSoFar();
+}
+
+bool ReportLayout::hasPage(int page)
+{
+    // A page is done once the next one has begun.
+    while (!isWhole() && page + 1 >= pagesSoFar())
+        layOutNext();
+    return page < pagesSoFar();
+}
+
+int ReportLayout::pageOf(size_t block)
+{
+    while (!isWhole() && m_next <= block)
+        layOutNext();
+    return m_pageOfBlock[block];
+}
+
+void ReportLayout::layOutNext()
+{
+    const size_t number = m_next++;
+    const std::vector<ReportBlock> &blocks = m_document->blocks();
+    const ReportBlock &block = blocks[number];
+    if (number == 0 || !isRow(block) || !isRow(blocks[number - 1]) || block.table != blocks[number - 1].table)
+        m_tableStart = number;
+    const bool breaks = block.kind == ReportBlock::Kind::Break;
+    if (breaks || (block.kind == ReportBlock::Kind::Rich && block.rich().paragraph.breaksPage && m_used > 0))
+        newPage(number);
+    if (!breaks)
+        place(number);
+    m_pageOfBlock.resize(number + 1, pagesSoFar() - 1);
 }
 
 void ReportLayout::newPage(size_t block)
@@ -86,34 +155,57 @@ void ReportLayout::newPage(size_t block)
 
 void ReportLayout::repeatHeader(size_t block)
 {
-    const std::vector<ReportBlock> &blocks = m_document.blocks();
-    if (blocks[block].kind != ReportBlock::Kind::Row || isHeader(blocks[block]))
+    const std::vector<ReportBlock> &blocks = m_document->blocks();
+    if (!isRow(blocks[block]) || isHeader(blocks[block]))
         return;
     for (size_t header = m_tableStart; isHeader(blocks[header]); ++header) {
-        const double height = heightOf(blocks[header]);
-        m_pages.back().push_back({header, 0, height});
-        m_used += height;
+        const double height = laid(header).height;
+        put({header, 0, 0, height, true});
     }
+}
+
+void ReportLayout::put(const Item &item)
+{
+    m_pages.back().push_back(item);
+    m_pages.back().back().top = m_content.top() + m_used;
+    m_used += item.sliceHeight;
 }
 
 void ReportLayout::place(size_t block)
 {
-    const double height = heightOf(m_document.blocks()[block]);
-    if (m_used + height > m_content.height() && m_used > 0)
+    constexpr double rounding = 0.5;
+    const double height = laid(block).height;
+    if (height > room() + rounding && m_used > 0) {
+        if (isEmptyParagraph(m_document->blocks()[block]))
+            return; // no page for nothing
         newPage(block);
-    const TextLook &look = m_document.blocks()[block].look;
-    const double line = lineHeight(look, scaleOf(m_document.blocks()[block]));
+    }
+    m_pageOfBlock.resize(block + 1, pagesSoFar() - 1);
+    if (height <= room() + rounding)
+        put({block, 0, 0, height, true});
+    else
+        placeSlices(block, laid(block));
+}
+
+void ReportLayout::placeSlices(size_t block, const Laid &laid)
+{
+    LineSpans lines;
+    for (const CellLayout &cell : laid.cells)
+        cell.addSpans(lines, m_document->blocks()[block].kind == ReportBlock::Kind::Row ? topPadding : 0);
+    if (laid.rich)
+        laid.rich->addSpans(lines);
     double done = 0;
-    while (m_used + (height - done) > m_content.height()) {
-        const double room = std::max(line, std::floor((m_content.height() - m_used) / line) * line);
-        m_pages.back().push_back({block, done, room});
-        done += room;
+    while (laid.height - done > room()) {
+        const double cut = cutBefore(lines, done, done + std::max(1.0, room()));
+        put({block, 0, done, cut - done, false});
+        done = cut;
         m_pages.emplace_back();
         m_used = 0;
     }
-    m_pages.back().push_back({block, done, height - done});
-    m_used += height - done;
+    put({block, 0, done, laid.height - done, false});
 }
+
+// --- blocks ---
 
 double ReportLayout::scaleOf(const ReportBlock &block) const
 {
@@ -123,74 +215,154 @@ double ReportLayout::scaleOf(const ReportBlock &block) const
     return std::min(1.0, columns / block.form->columns());
 }
 
-double ReportLayout::lineHeight(const TextLook &look, double scale) const
+const ReportLayout::Laid &ReportLayout::laid(size_t block)
 {
-    return m_measure.height(look, scale);
+    constexpr size_t kept = 400; // more than a page holds
+    const auto found = m_laid.find(block);
+    if (found != m_laid.end())
+        return found->second;
+    if (m_laid.size() >= kept)
+        m_laid.clear();
+    return m_laid.emplace(block, layOut(m_document->blocks()[block])).first->second;
 }
 
-double ReportLayout::heightOf(const ReportBlock &block) const
+ReportLayout::Laid ReportLayout::layOut(const ReportBlock &block)
 {
+    if (block.kind == ReportBlock::Kind::Rich)
+        return layOutRich(block);
+    Laid laid;
+    laid.left = m_content.left();
     TextLook look = block.look;
-    if (block.kind == ReportBlock::Kind::Line)
-        return cellHeight(m_measure, block.texts.value(0), look, m_content.width(), 1);
+    if (block.kind == ReportBlock::Kind::Line) {
+        laid.cells.emplace_back(m_fonts, m_document->images(), block.texts.value(0), look,
+                                CellLayout::Form{Qt::AlignLeft, m_content.width(), 1});
+        laid.height = laid.cells.back().height();
+        return laid;
+    }
     const double scale = scaleOf(block);
     const double column = m_content.width() / block.form->columns();
-    double height = lineHeight(look, scale);
-    for (int cell = 0; cell < block.texts.size(); ++cell) {
-        const double width = block.form->widths[static_cast<size_t>(cell)] * column - 2 * sidePadding;
-        height = std::max(height, cellHeight(m_measure, block.texts[cell], look, width, scale));
+    laid.height = m_fonts.face(look, scale).height();
+    laid.cells.reserve(static_cast<size_t>(block.texts.size()));
+    for (size_t cell = 0; cell < static_cast<size_t>(block.texts.size()); ++cell) {
+        const double width = block.form->widths[cell] * column - 2 * sidePadding;
+        laid.cells.emplace_back(m_fonts, m_document->images(), block.texts[static_cast<qsizetype>(cell)], look,
+                                CellLayout::Form{alignmentOf(block.form->aligns[cell]), width, scale});
+        laid.height = std::max(laid.height, laid.cells.back().height());
     }
-    return height + 2 * topPadding;
+    laid.height += 2 * topPadding;
+    return laid;
 }
 
-void ReportLayout::drawPage(QPainter &painter, int page) const
+ReportLayout::Laid ReportLayout::layOutRich(const ReportBlock &block)
 {
-    double top = m_content.top();
-    for (const Item &item : m_pages[static_cast<size_t>(page)]) {
-        const ReportBlock &block = m_document.blocks()[item.block];
-        const bool sliced = item.sliceTop > 0 || item.sliceHeight < heightOf(block);
-        painter.save();
-        if (sliced)
-            painter.setClipRect(QRectF(0, top, m_pageSize.width(), item.sliceHeight));
-        drawBlock(painter, block, top - item.sliceTop);
-        painter.restore();
-        top += item.sliceHeight;
-    }
+    Laid laid;
+    const QMarginsF &margins = block.pages->margins;
+    laid.left = margins.left();
+    laid.rich = std::make_unique<RichLayout>(block.rich(), m_pageSize.width() - margins.left() - margins.right());
+    laid.height = laid.rich->height();
+    return laid;
 }
 
-void ReportLayout::drawBlock(QPainter &painter, const ReportBlock &block, double top) const
+void ReportLayout::layOutFooter()
 {
-    TextLook look = block.look;
+    double height = 0;
+    for (const ReportBlock &block : m_document->footer())
+        height += layOut(block).height;
+    m_footerHeight = std::min(height, m_content.height() / 2);
+    m_content.setHeight(m_content.height() - m_footerHeight);
+}
+
+// --- drawing ---
+
+QRectF ReportLayout::boxOf(const ReportBlock &block, const Laid &laid, int cell) const
+{
+    if (block.kind != ReportBlock::Kind::Row)
+        return {laid.left, 0, m_pageSize.width() - 2 * laid.left, laid.height};
+    const double column = m_content.width() / block.form->columns();
+    double left = m_content.left();
+    for (size_t i = 0; i < static_cast<size_t>(cell); ++i)
+        left += block.form->widths[i] * column;
+    return {left, 0, block.form->widths[static_cast<size_t>(cell)] * column, laid.height};
+}
+
+QRectF ReportLayout::placeOf(size_t block, int cell)
+{
+    const Page &page = m_pages[static_cast<size_t>(pageOf(block))];
+    const auto item = std::find_if(page.begin(), page.end(), [block](const Item &one) { return one.block == block; });
+    const double top = item == page.end() ? m_content.top() : item->top;
+    return boxOf(m_document->blocks()[block], laid(block), cell).translated(0, top);
+}
+
+void ReportLayout::drawPage(QPainter &painter, int page)
+{
+    if (!hasPage(page))
+        return;
+    EdgeCollector edges;
     painter.setPen(Qt::black);
-    if (block.kind == ReportBlock::Kind::Line) {
-        CellLayout(block.texts.value(0), look, Qt::AlignLeft, m_content.width(), 1)
-            .draw(painter, {m_content.left(), top});
+    for (const Item &item : m_pages[static_cast<size_t>(page)])
+        drawItem(painter, item, edges);
+    drawFooter(painter, page, edges);
+    edges.draw(painter);
+}
+
+void ReportLayout::drawItem(QPainter &painter, const Item &item, EdgeCollector &edges)
+{
+    const ReportBlock &block = m_document->blocks()[item.block];
+    const double top = item.top - item.sliceTop;
+    if (item.whole) {
+        drawLaid(painter, block, laid(item.block), top, edges);
         return;
     }
-    const double scale = scaleOf(block);
-    const double column = m_content.width() / block.form->columns();
-    const double height = heightOf(block);
-    double left = m_content.left();
-    for (int cell = 0; cell < block.texts.size(); ++cell) {
-        const double width = block.form->widths[static_cast<size_t>(cell)] * column;
-        const Qt::Alignment alignment = alignmentOf(block.form->aligns[static_cast<size_t>(cell)]);
-        CellLayout(block.texts[cell], look, alignment, width - 2 * sidePadding, scale)
-            .draw(painter, {left + sidePadding, top + topPadding});
-        drawEdges(painter, *block.form, cell, {left, top, width, height});
+    EdgeCollector own; // cut off with the text
+    painter.save();
+    painter.setClipRect(QRectF(0, item.top, m_pageSize.width(), item.sliceHeight));
+    drawLaid(painter, block, laid(item.block), top, own);
+    own.draw(painter);
+    painter.restore();
+}
+
+void ReportLayout::drawLaid(QPainter &painter, const ReportBlock &block, const Laid &laid, double top,
+                            EdgeCollector &edges) const
+{
+    if (laid.rich) {
+        laid.rich->draw(painter, {laid.left, top}, edges);
+        return;
+    }
+    const bool row = block.kind == ReportBlock::Kind::Row;
+    const double column = row ? m_content.width() / block.form->columns() : 0;
+    double left = laid.left;
+    for (size_t cell = 0; cell < laid.cells.size(); ++cell) {
+        if (!row) {
+            laid.cells[cell].draw(painter, {left, top});
+            continue;
+        }
+        const double width = block.form->widths[cell] * column;
+        laid.cells[cell].draw(painter, {left + sidePadding, top + topPadding});
+        drawEdges(edges, *block.form, static_cast<int>(cell), {left, top, width, laid.height});
         left += width;
     }
 }
 
-void ReportLayout::drawEdges(QPainter &painter, const RowForm &form, int cell, const QRectF &box) const
+void ReportLayout::drawEdges(EdgeCollector &edges, const RowForm &form, int cell, const QRectF &box)
 {
-    painter.setPen(QPen(Qt::black, rule));
-    if (form.ruled(form.left, cell))
-        painter.drawLine(box.topLeft(), box.bottomLeft());
-    if (form.ruled(form.right, cell))
-        painter.drawLine(box.topRight(), box.bottomRight());
     if (form.ruled(form.top, cell))
-        painter.drawLine(box.topLeft(), box.topRight());
+        edges.addHorizontal(box.top(), box.left(), box.right());
     if (form.ruled(form.bottom, cell))
-        painter.drawLine(box.bottomLeft(), box.bottomRight());
-    painter.setPen(Qt::black);
+        edges.addHorizontal(box.bottom(), box.left(), box.right());
+    if (form.ruled(form.left, cell))
+        edges.addVertical(box.left(), box.top(), box.bottom());
+    if (form.ruled(form.right, cell))
+        edges.addVertical(box.right(), box.top(), box.bottom());
+}
+
+void ReportLayout::drawFooter(QPainter &painter, int page, EdgeCollector &edges)
+{
+    double top = m_content.bottom();
+    for (ReportBlock block : m_document->footer()) {
+        for (QString &text : block.texts)
+            text.replace(pageNumberMark, QString::number(page + 1));
+        const Laid one = layOut(block);
+        drawLaid(painter, block, one, top, edges);
+        top += one.height;
+    }
 }

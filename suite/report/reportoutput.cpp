@@ -7,30 +7,29 @@
 #include <QPrinter>
 #include <QSaveFile>
 
-bool WritePdf(const ReportDocument &document, const QPageLayout &page, const QString &path)
+bool WritePdf(ReportLayout &layout, const QString &path)
 {
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         return false;
-    const ReportLayout layout(document, page);
     {
         QPdfWriter writer(&file);
-        QPageLayout whole = page;
+        QPageLayout whole = layout.page();
         whole.setMode(QPageLayout::FullPageMode);
         writer.setPageLayout(whole);
         writer.setResolution(ReportLayout::unitsPerInch);
         writer.setCreator(QStringLiteral("Pelk FBT"));
         QPainter painter(&writer);
-        for (int i = 0; i < layout.pageCount(); ++i) {
-            if (i > 0)
+        for (int page = 0; layout.hasPage(page); ++page) {
+            if (page > 0)
                 writer.newPage();
-            layout.drawPage(painter, i);
+            layout.drawPage(painter, page);
         }
     }
     return file.commit();
 }
 
-bool PrintPages(const ReportLayout &layout, QPrinter &printer, int from, int to)
+bool PrintPages(ReportLayout &layout, QPrinter &printer, int from, int to)
 {
     printer.setFullPage(true);
     QPainter painter;
@@ -38,7 +37,7 @@ bool PrintPages(const ReportLayout &layout, QPrinter &printer, int from, int to)
         return false;
     const double scale = static_cast<double>(printer.resolution()) / ReportLayout::unitsPerInch;
     painter.scale(scale, scale);
-    for (int page = from; page <= to; ++page) {
+    for (int page = from; page <= to && layout.hasPage(page - 1); ++page) {
         if (page > from)
             printer.newPage();
         layout.drawPage(painter, page - 1);

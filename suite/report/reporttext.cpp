@@ -10,6 +10,7 @@ constexpr QChar escape(0x1b);
 constexpr QChar formFeed(0x0c);
 const QLatin1String sizeStart("[##ST##FONT##SIZE##]");
 const QLatin1String pitchStart("\x1b\x12\x1b");
+const QLatin1String pictureStart("###IMG");
 
 /// Reads one text of the report language from front to back.
 class TokenReader
@@ -26,7 +27,7 @@ public:
         while (m_at < m_text.size() && !m_result.pageBreak) {
             if (m_text[m_at] == formFeed)
                 breakPage();
-            else if (!pitch() && !style() && !fontSize())
+            else if (!pitch() && !style() && !fontSize() && !picture())
                 plainCharacter();
         }
         flush();
@@ -39,7 +40,7 @@ private:
     void flush()
     {
         if (!m_piece.isEmpty())
-            m_result.pieces.push_back({m_piece.replace(QLatin1String("\r\n"), QLatin1String("\n")), m_look});
+            m_result.pieces.push_back({m_piece.replace(QLatin1String("\r\n"), QLatin1String("\n")), m_look, {}});
         m_piece.clear();
     }
 
@@ -83,10 +84,10 @@ private:
         };
         if (m_text[m_at] != escape)
             return false;
-        const QStringView behind = ahead().mid(1);
+        const QStringView after = ahead().mid(1);
         for (const Style &known : styles) {
             const QLatin1String token(known.token);
-            if (!behind.startsWith(token))
+            if (!after.startsWith(token))
                 continue;
             flush();
             m_look.*known.flag = known.on;
@@ -108,6 +109,20 @@ private:
         flush();
         m_look.size = match.captured(1).toInt();
         m_result.sizeSet = true;
+        m_at += match.capturedLength();
+        return true;
+    }
+
+    bool picture()
+    {
+        static const QRegularExpression token(QStringLiteral(R"(\G###IMG\w*###)"));
+        if (m_text[m_at] != u'#' || !ahead().startsWith(pictureStart))
+            return false;
+        const QRegularExpressionMatch match = token.match(m_text, m_at);
+        if (!match.hasMatch())
+            return false;
+        flush();
+        m_result.pieces.push_back({{}, m_look, match.captured()});
         m_at += match.capturedLength();
         return true;
     }
@@ -152,7 +167,7 @@ QString ReportText::plain() const
 
 bool HasTokens(const QString &text)
 {
-    return text.contains(escape) || text.contains(formFeed) || text.contains(sizeStart);
+    return text.contains(escape) || text.contains(formFeed) || text.contains(sizeStart) || text.contains(pictureStart);
 }
 
 ReportText ParseReportText(const QString &text, TextLook &look)

@@ -32,22 +32,27 @@ struct TextPiece
 {
     QString text;
     TextLook look;
+    QString picture; ///< the token of a picture that stands here instead of a text
 };
+
+/// Stands for the number of the page in a footer.
+inline const QString pageNumberMark = QStringLiteral("\x1b#");
 
 /// What a text of the report language comes to.
 struct FBT_OFFERED ReportText
 {
     std::vector<TextPiece> pieces; ///< without empty ones; line ends inside are single '\n'
-    bool pageBreak = false;        ///< a form feed stands in the text; what is behind it is in `rest`
+    bool pageBreak = false;        ///< a form feed stands in the text; what comes after it is in `rest`
     bool sizeSet = false;          ///< a font size was set in it
-    QString rest;                  ///< the text behind the form feed, still with its tokens
+    QString rest;                  ///< the text after the form feed, still with its tokens
 
     [[nodiscard]] QString plain() const;
 };
 
 /// Cuts a text with the report's tokens into pieces of one look each. `look` is what holds at its start, and becomes
-/// what holds behind it. Tokens: ESC E/F bold, ESC -1/-0 underline, ESC S/T strike-through, ESC 4/5 italic,
-/// ESC DC2 ESC M/P/N with a semicolon the pitches (which set the font size back), the font size mark, a form feed.
+/// what holds after it. Tokens: ESC E/F bold, ESC -1/-0 underline, ESC S/T strike-through, ESC 4/5 italic,
+/// ESC DC2 ESC M/P/N with a semicolon the pitches (which set the font size back), the font size mark, "###IMG...###" for a
+/// picture, a form feed.
 FBT_OFFERED ReportText ParseReportText(const QString &text, TextLook &look);
 
 /// Whether a text has tokens at all.

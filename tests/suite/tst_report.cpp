@@ -1,8 +1,15 @@
+#include "controls/msgbox.h"
+#include "platform/fault.h"
+#include "platform/rtfdocument.h"
+#include "platform/settingsfile.h"
 #include "suite/report/pageview.h"
 #include "suite/report/reporthtml.h"
 #include "suite/report/reportlayout.h"
 #include "suite/report/reportoutput.h"
+#include "suite/report/reportsearch.h"
+#include "suite/report/reportsheet.h"
 #include "suite/report/repview.h"
+#include "suite/report/rtfpages.h"
 
 #include <QFile>
 #include <QImage>
@@ -46,7 +53,7 @@ ReportRow row(const QStringList &cells, const std::vector<int> &widths = {}, con
 }
 
 /// How much of a rectangle of a page is not white, the rectangle in twentieths of a point.
-int ink(const ReportLayout &layout, int page, const QRectF &area)
+int ink(ReportLayout &layout, int page, const QRectF &area)
 {
     constexpr double scale = 0.05; // one pixel a point
     QImage image((layout.pageSize() * scale).toSize(), QImage::Format_RGB32);
@@ -64,10 +71,35 @@ int ink(const ReportLayout &layout, int page, const QRectF &area)
     return dark;
 }
 
-int ink(const ReportLayout &layout, int page)
+int ink(ReportLayout &layout, int page)
 {
     return ink(layout, page, QRectF(QPointF(), layout.pageSize()));
 }
+
+ReportLayout layoutOf(const ReportDocument &document)
+{
+    return {std::make_shared<const ReportDocument>(document), PageFor(document, false)};
+}
+
+/// A picture that can be seen.
+QString blackImage(const QTemporaryDir &folder)
+{
+    QImage image(80, 80, QImage::Format_RGB32);
+    image.fill(Qt::black);
+    const QString path = folder.filePath("black.png");
+    return image.save(path) ? path : QString();
+}
+
+QString written(const QTemporaryDir &folder, const QString &name, const QByteArray &bytes)
+{
+    QFile file(folder.filePath(name));
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() ? file.fileName() : QString();
+}
+
+/// A document of two cells and a table of one row, with marks.
+const QByteArray formRtf = "{\\rtf1\\paperw11906\\paperh16838\\margl1000\\margr1000\\margt1000\\margb1000"
+                           "\\pard{\\b ##1}## and ##2##\\par\\trowd\\clbrdrt\\brdrs\\brdrw10\\cellx4000\\cellx9000"
+                           "\\pard\\intbl a\\cell b\\cell\\row\\pard\\par}";
 
 } // namespace
 
@@ -90,8 +122,9 @@ private slots:
         QTest::newRow("pitch sets the size back") << sizeFive + "x" + normal + "y" << QStringList{"5:x", ":y"};
         QTest::newRow("no size mark") << "[##ST##FONT##SIZE##]=x" << QStringList{":[##ST##FONT##SIZE##]=x"};
         QTest::newRow("lines in a cell") << "a\r\nb" << QStringList{":a\nb"};
+        QTest::newRow("a picture's place") << "a###IMGGOI###b" << QStringList{":a", ":", ":b"};
         QTest::newRow("unknown escape stays") << esc + "Zx" << QStringList{":" + esc + "Zx"};
-        QTest::newRow("behind a form feed") << "a" + formFeed + "b" << QStringList{":a"};
+        QTest::newRow("after a form feed") << "a" + formFeed + "b" << QStringList{":a"};
     }
     void tokens()
     {
@@ -171,7 +204,7 @@ private slots:
         document.addLine(formFeed);
         for (int i = 0; i < 200; ++i)
             document.addLine(QString::number(i));
-        const ReportLayout layout(document, PageFor(document, false));
+        ReportLayout layout = layoutOf(document);
         QVERIFY(layout.pageCount() > 3 && layout.pageCount() < 7);
         QVERIFY(ink(layout, 0) > 0);
         QVERIFY(ink(layout, 1) > 10 * ink(layout, 0));
@@ -185,7 +218,7 @@ private slots:
         document.addRow(row({"Head"}, {78}, {ReportRow::CentredHeader}));
         for (int i = 0; i < 120; ++i)
             document.addRow(row({QString()}, {78}, {ReportRow::Left}));
-        const ReportLayout layout(document, PageFor(document, false));
+        ReportLayout layout = layoutOf(document);
         QVERIFY(layout.pageCount() > 1);
         for (int page = 1; page < layout.pageCount(); ++page)
             QVERIFY2(ink(layout, page) > 0, qPrintable(QString::number(page))); // nothing else is written there
@@ -199,8 +232,8 @@ private slots:
             text += QStringLiteral("word%1 ").arg(i);
         document.beginTable();
         document.addRow(row({text}, {78}));
-        document.addLine("behind");
-        const ReportLayout layout(document, PageFor(document, false));
+        document.addLine("after");
+        ReportLayout layout = layoutOf(document);
         QVERIFY(layout.pageCount() > 3);
         for (int page = 0; page + 1 < layout.pageCount(); ++page)
             QVERIFY(ink(layout, page) > 1000);
@@ -223,7 +256,7 @@ private slots:
         ReportDocument document;
         document.beginTable();
         document.addRow(row({"", "XXXX"}, {39, 39}, {ReportRow::Left, ReportRow::Right}));
-        const ReportLayout layout(document, PageFor(document, false));
+        ReportLayout layout = layoutOf(document);
         const double half = layout.pageSize().width() / 2;
         QCOMPARE(ink(layout, 0, {0, 0, half * 1.5, 2000}), 0); // right in the right half
         QVERIFY(ink(layout, 0, {half * 1.5, 0, half, 2000}) > 0);
@@ -257,6 +290,226 @@ private slots:
         QVERIFY(!viewer.writePdf(folder.filePath("missing/report.pdf")));
     }
 
+    /// A page is laid out when it is asked for, and comes out the same as when all are.
+    void pagesAreLaidOutWhenAskedFor()
+    {
+        ReportDocument document;
+        document.beginTable();
+        for (int i = 0; i < 10000; ++i)
+            document.addRow(row({QString::number(i), "a text that is long enough to be broken"}, {10, 20}));
+        ReportLayout layout = layoutOf(document);
+        QVERIFY(layout.hasPage(2));
+        QVERIFY(!layout.isWhole());
+        QVERIFY(layout.partDone() < 0.1);
+        const int dark = ink(layout, 2);
+        const int page = layout.pageOf(9999);
+        QCOMPARE(page, layout.pageCount() - 1);
+        QVERIFY(!layout.hasPage(page + 1));
+        QCOMPARE(ink(layout, 2), dark);
+        QVERIFY(ink(layout, page, layout.placeOf(9999, 0)) > 0);
+    }
+
+    void footerStandsOnEachPage()
+    {
+        QTemporaryDir folder;
+        RepView viewer(SuiteContext(), std::make_shared<ReportShelf>());
+        viewer.setObserver([] {});
+        viewer.InItReport(true, false);
+        viewer.SelectHF(-1, 4, 4);
+        viewer.printtext(esc + QChar(18) + esc + "N;");
+        viewer.CreateTable(1, 3);
+        viewer.WriteToReport(
+            row({"", "", "Pelk FBT"}, {36, 8, 36}, {ReportRow::Left, ReportRow::Centre, ReportRow::Right}));
+        viewer.InsertPgNo_TB(1, 2, "-", "-");
+        viewer.SelectHF(0, 0, 0);
+        viewer.printtext("body" + formFeed);
+        viewer.ShowReport();
+        QCOMPARE(viewer.asText(), QString("body\n\f\n"));
+        ReportDocument document;
+        document.writeFooter(true);
+        document.addRow(row({"", ""}, {39, 39}));
+        document.addPageNumber(1, 2, "-", "-");
+        document.addPageNumber(7, 1, "", ""); // no such cell
+        QCOMPARE(document.footer().size(), 2U);
+        QCOMPARE(document.footer()[0].texts[1], "-" + pageNumberMark + "-");
+        document.writeFooter(false);
+        document.addLine(formFeed);
+        ReportLayout layout = layoutOf(document);
+        QCOMPARE(layout.pageCount(), 2);
+        const QRectF low(0, layout.pageSize().height() * 0.8, layout.pageSize().width(), 3000);
+        QVERIFY(ink(layout, 0, low) > 0);
+        QCOMPARE(ink(layout, 0), ink(layout, 0, low));
+        QVERIFY(ink(layout, 1, low) != ink(layout, 0, low)); // another number
+    }
+
+    void picturesAndTicksComeAfterTheReportIsShown()
+    {
+        QTemporaryDir folder;
+        RepView viewer(SuiteContext(), std::make_shared<ReportShelf>());
+        viewer.setObserver([] {});
+        viewer.NewReport();
+        viewer.CreateTable(1, 1);
+        viewer.WriteToReport(row({"###IMGGOI###"}, {78}, {ReportRow::Centre}));
+        viewer.WriteToReport(row({"[_/] Yes"}));
+        viewer.ShowReport();
+        QCOMPARE(viewer.asText(), QString("\n[_/] Yes\n"));
+        viewer.ReplaceTickM();
+        viewer.insertimg("###IMGGOI###", blackImage(folder));
+        QCOMPARE(viewer.asText(), QString("\n[%1] Yes\n").arg(QChar(0x2713)));
+        QVERIFY_EXCEPTION_THROWN(viewer.insertimg("###IMGGOI###", folder.filePath("none.bmp")), FaultError);
+
+        ReportDocument document;
+        document.addRow(row({"###IMGX###"}, {78}));
+        ReportLayout empty = layoutOf(document);
+        QCOMPARE(ink(empty, 0), 0);
+        QImage image(40, 40, QImage::Format_RGB32);
+        image.fill(Qt::black);
+        document.setImage("###IMGX###", image);
+        ReportLayout filled = layoutOf(document);
+        QVERIFY(ink(filled, 0) > 500);
+    }
+
+    void marginsAreThoseOfTheSettings()
+    {
+        QTemporaryDir folder;
+        SuiteContext context;
+        context.settingsFile = folder.filePath("settings.ini");
+        SettingsFile settings(context.settingsFile);
+        const auto shelf = std::make_shared<ReportShelf>();
+        RepView viewer(context, shelf);
+        viewer.setObserver([] {});
+        settings.save("Settings", "MarginL", "360");
+        settings.save("Settings", "MarginT", "x");
+        settings.save("Settings", "MarginB", "-5");
+        viewer.NewReport();
+        settings.save("Settings", "MarginL", "720"); // what is read is read at the start
+        viewer.ShowReport();
+        QCOMPARE(shelf->document->margins(), QMarginsF(360, 720, 720, 0));
+    }
+
+    void formIsFilledAndShown()
+    {
+        QTemporaryDir folder;
+        const auto shelf = std::make_shared<ReportShelf>();
+        RepView viewer(SuiteContext(), shelf);
+        viewer.setObserver([] {});
+        viewer.newreportnew(written(folder, "form.doc", formRtf));
+        viewer.SetText("##1##", "Cash");
+        QVERIFY_EXCEPTION_THROWN(viewer.SetText("##9##", "x"), FaultError);
+        viewer.SetText("##2##", "_/");
+        viewer.ShowReport();
+        QCOMPARE(viewer.asText(), QString("Cash and _/\na\tb\n\n"));
+        const RichParagraph &first = shelf->document->blocks()[0].rich().paragraph;
+        QVERIFY(first.runs[0].style.bold && !first.runs[1].style.bold);
+        QCOMPARE(PageFor(*shelf->document, true).margins(), QMarginsF(50, 50, 50, 50));
+        ReportLayout layout = layoutOf(*shelf->document);
+        QCOMPARE(layout.pageCount(), 1);
+        QVERIFY(ink(layout, 0) > 50);
+    }
+
+    /// Each broken document is one fault, and what can be filled is.
+    void brokenDocuments()
+    {
+        QTemporaryDir folder;
+        ScriptedAnswerer answerer;
+        const AnswererScope answers(&answerer);
+        RepView viewer(SuiteContext(), std::make_shared<ReportShelf>());
+        int shown = 0;
+        viewer.setObserver([&shown] { ++shown; });
+        QVERIFY_EXCEPTION_THROWN(viewer.newreportnew(folder.filePath("missing.doc")), FaultError);
+        viewer.SetText("##1##", "x");
+        answerer.answer(Reply::Ok);
+        viewer.ShowReport(); // says so in place of an empty page
+        QCOMPARE(answerer.texts().size(), 1);
+        QCOMPARE(shown, 0);
+        QVERIFY_EXCEPTION_THROWN(viewer.newreportnew(written(folder, "cut.doc", formRtf.left(230))), FaultError);
+        viewer.SetText("##1##", "x");
+        viewer.ShowReport();
+        QVERIFY(viewer.asText().startsWith("x and"));
+
+        viewer.InItReport(true, false);
+        QVERIFY_EXCEPTION_THROWN(viewer.OpenMasterFile(written(folder, "word.doc", "\xd0\xcf\x11\xe0")), FaultError);
+        viewer.NewSetText("##1##", "x");
+        viewer.FindTable(1);
+        viewer.TextMatrix(1, 1, "x");
+        viewer.SaveMasterFile(folder.filePath("word.rtf"));
+        viewer.AppendFile(folder.filePath("word.rtf"));
+        viewer.OpenMasterFile(written(folder, "good.doc", formRtf));
+        QVERIFY_EXCEPTION_THROWN(viewer.FindTable(2), FaultError);
+        viewer.TextMatrix(1, 1, "nowhere"); // no table is current
+        viewer.FindTable(1);
+        viewer.TextMatrix(1, 2, "here");
+        viewer.SaveMasterFile(folder.filePath("good.rtf"));
+        viewer.AppendFile(folder.filePath("good.rtf"));
+        QVERIFY_EXCEPTION_THROWN(viewer.SaveMasterFile(folder.filePath("no/folder.rtf")), FaultError);
+        viewer.ShowReport();
+        QCOMPARE(viewer.asText(), QString("##1## and ##2##\na\there\n\n"));
+    }
+
+    /// Documents share a page with the lines around them, and begin a new one where they say so.
+    void documentsFlow()
+    {
+        QTemporaryDir folder;
+        const auto shelf = std::make_shared<ReportShelf>();
+        RepView viewer(SuiteContext(), shelf);
+        viewer.setObserver([] {});
+        viewer.InItReport(true, false);
+        viewer.printtext("before");
+        viewer.AppendFile(written(folder, "one.rtf", formRtf));
+        viewer.InItReport(false, false);
+        viewer.printtext("between");
+        viewer.AppendFile(written(folder, "two.rtf", "{\\rtf1\\pard\\pagebb next\\par}"));
+        viewer.ShowReport();
+        ReportLayout layout = layoutOf(*shelf->document);
+        QCOMPARE(layout.pageCount(), 2);
+    }
+
+    void mergedCellsAndTallRows()
+    {
+        QByteArray rtf = "{\\rtf1\\paperw11906\\paperh16838";
+        for (int i = 0; i < 3; ++i)
+            rtf += QByteArray("\\trowd\\trrh2000") + (i == 0 ? "\\clvmgf" : "\\clvmrg") +
+                   "\\clbrdrr\\brdrs\\cellx3000\\clcbpat1\\cellx6000\\pard\\intbl x\\cell y\\cell\\row";
+        RtfDocument document(rtf + "}");
+        const RichPages pages = ReadRtfPages(document.tokens());
+        QCOMPARE(pages.blocks.size(), 1U); // they stay together
+        QCOMPARE(pages.blocks[0].rows.size(), 3U);
+        const RichLayout layout(pages.blocks[0], 9000);
+        QCOMPARE(layout.height(), 6000.0);
+    }
+
+    void searchGoesRound()
+    {
+        ReportDocument document;
+        document.addLine("Total");
+        document.beginTable();
+        document.addRow(row({"a", "total", "TOTAL"}, {1, 1, 1}));
+        document.addLine("none");
+        using Place = std::optional<ReportPlace>;
+        const auto find = [&](const Place &from, bool forward) {
+            return FindInReport(document, "total", from, forward);
+        };
+        QCOMPARE(find({}, true), Place(ReportPlace{0, 0}));
+        QCOMPARE(find(ReportPlace{0, 0}, true), Place(ReportPlace{1, 1}));
+        QCOMPARE(find(ReportPlace{1, 1}, true), Place(ReportPlace{1, 2}));
+        QCOMPARE(find(ReportPlace{1, 2}, true), Place(ReportPlace{0, 0}));
+        QCOMPARE(find(ReportPlace{0, 0}, false), Place(ReportPlace{1, 2}));
+        QCOMPARE(FindInReport(document, "none", ReportPlace{2, 0}, true), Place(ReportPlace{2, 0}));
+        QCOMPARE(FindInReport(document, "x", {}, true), Place());
+    }
+
+    void sheetsOfReportsAndBack()
+    {
+        ReportDocument document;
+        document.addLine(esc + "ETitle" + esc + "F");
+        document.beginTable();
+        document.addRow(row({"Head", "Amount"}, {30, 12}, {ReportRow::CentredHeader, ReportRow::CentredHeader}));
+        document.addRow(row({"a", "1,234.50"}, {}, {ReportRow::Left, ReportRow::Right}));
+        const Sheet sheet = SheetOfReport(std::make_shared<const ReportDocument>(document), "t");
+        QCOMPARE(sheet.widths, (std::vector<double>{30, 12}));
+        QCOMPARE(ReportOfSheet(sheet)->asText(), QString("t\n\nTitle\nHead\tAmount\na\t1,234.50\n"));
+    }
+
     void pageViewMovesByPages()
     {
         ReportDocument document;
@@ -265,7 +518,10 @@ private slots:
         PageView view;
         view.resize(700, 500);
         view.show();
-        view.setPages(std::make_shared<const ReportLayout>(document, PageFor(document, false)));
+        const auto pages =
+            std::make_shared<ReportLayout>(std::make_shared<const ReportDocument>(document), PageFor(document, false));
+        QCOMPARE(pages->pageCount(), 4);
+        view.setPages(pages);
         QCOMPARE(view.pageCount(), 4);
         QCOMPARE(view.currentPage(), 1);
         view.showPage(3);
