@@ -102,7 +102,7 @@ class Form:
     title: str = ""
     paper: tuple = (210, 297)
     margins: tuple = (10, 8, 10, 8)  # left, top, right, bottom
-    fonts: list = field(default_factory=lambda: ["Liberation Sans", "Liberation Serif"])
+    fonts: list = field(default_factory=lambda: ["Arial", "Times New Roman"])
     size: float = 9
 
 
