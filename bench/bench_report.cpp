@@ -140,39 +140,44 @@ void toSpreadsheet(benchmark::State &state)
 }
 BENCHMARK(toSpreadsheet)->Arg(100000)->Unit(benchmark::kMillisecond)->Iterations(1);
 
-double secondsToConvert(const QString &office, const QString &folder, int rows)
+/// Has an office program convert a file; the seconds that it took, below 0 when it did not come to an end.
+double secondsToConvert(const QString &office, const QString &folder, const QString &file, const QString &to)
 {
-    const QString path = folder + QStringLiteral("/table.rtf");
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return -1;
-    file.write(rtfOf(rows));
-    file.close();
     QElapsedTimer clock;
     clock.start();
     QProcess process;
     process.setStandardOutputFile(QProcess::nullDevice());
     process.start(office,
                   {QStringLiteral("-env:UserInstallation=file://%1/profile").arg(folder), QStringLiteral("--headless"),
-                   QStringLiteral("--convert-to"), QStringLiteral("pdf"), QStringLiteral("--outdir"), folder, path});
+                   QStringLiteral("--convert-to"), to, QStringLiteral("--outdir"), folder, folder + u'/' + file});
     constexpr int patience = 300000;
     return process.waitForFinished(patience) ? static_cast<double>(clock.nsecsElapsed()) / 1e9 : -1;
 }
 
+bool writeTable(const QString &path, int rows)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(rtfOf(rows)) > 0;
+}
+
+/// From the office program's own format, which it reads faster than any other, and without the time that it takes to start.
 void officeToPdf(benchmark::State &state)
 {
     const QString office = QStandardPaths::findExecutable(QStringLiteral("soffice"));
-    if (office.isEmpty()) {
+    const QTemporaryDir folder;
+    if (office.isEmpty() || !writeTable(folder.filePath(QStringLiteral("one.rtf")), 1) ||
+        !writeTable(folder.filePath(QStringLiteral("all.rtf")), static_cast<int>(state.range(0)))) {
         state.SkipWithError("soffice is not installed");
         return;
     }
-    const QTemporaryDir folder;
-    secondsToConvert(office, folder.path(), 1); // makes its profile
-    const double start = secondsToConvert(office, folder.path(), 1);
+    for (const char *name : {"one.rtf", "all.rtf"})
+        secondsToConvert(office, folder.path(), QLatin1String(name), QStringLiteral("odt"));
+    const double start = secondsToConvert(office, folder.path(), QStringLiteral("one.odt"), QStringLiteral("pdf"));
     for (auto _ : state)
-        state.SetIterationTime(secondsToConvert(office, folder.path(), static_cast<int>(state.range(0))) - start);
+        state.SetIterationTime(
+            secondsToConvert(office, folder.path(), QStringLiteral("all.odt"), QStringLiteral("pdf")) - start);
 }
-BENCHMARK(officeToPdf)->Arg(5000)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(3);
+BENCHMARK(officeToPdf)->Arg(5000)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(1);
 
 } // namespace
 
