@@ -9,6 +9,7 @@
 #include <QClipboard>
 #include <QFileInfo>
 #include <QHeaderView>
+#include <QKeySequence>
 #include <QRegularExpression>
 
 namespace {

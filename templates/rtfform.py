@@ -191,7 +191,8 @@ class Writer:
             raise ValueError("a row of %d columns in a table of %d" % (table.columns(row), len(table.widths)))
         gap = twips(table.padding)
         out = ["\\trowd\\trgaph%d\\trleft0" % gap]
-        out.append("\\trpaddl%d\\trpaddr%d\\trpaddfl3\\trpaddfr3" % (gap, gap))
+        out.append("\\trpaddl%d\\trpaddr%d\\trpaddt20\\trpaddb20" % (gap, gap))
+        out.append("\\trpaddfl3\\trpaddfr3\\trpaddft3\\trpaddfb3")
         if row.height:
             out.append("\\trrh%d" % twips(row.height))
         if row.header:

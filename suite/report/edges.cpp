@@ -33,6 +33,11 @@ void EdgeCollector::addVertical(double x, double from, double to, const EdgePen 
     add(m_vertical, x, from, to, pen);
 }
 
+QLineF EdgeCollector::lineOf(double at, const Stroke &stroke, bool upright)
+{
+    return upright ? QLineF(at, stroke.from, at, stroke.to) : QLineF(stroke.from, at, stroke.to, at);
+}
+
 void EdgeCollector::draw(QPainter &painter, Strokes &strokes, bool upright)
 {
     for (auto &[key, along] : strokes) {
@@ -43,11 +48,11 @@ void EdgeCollector::draw(QPainter &painter, Strokes &strokes, bool upright)
         pen.setCapStyle(Qt::SquareCap);
         painter.setPen(pen);
         QList<QLineF> lines;
+        const double apart = doubled ? width : 0;
         for (const Stroke &stroke : along) {
-            for (const double beside :
-                 doubled ? std::initializer_list<double>{-width, width} : std::initializer_list<double>{0})
-                lines << (upright ? QLineF(at + beside, stroke.from, at + beside, stroke.to)
-                                  : QLineF(stroke.from, at + beside, stroke.to, at + beside));
+            lines << lineOf(at - apart, stroke, upright);
+            if (doubled)
+                lines << lineOf(at + apart, stroke, upright);
         }
         painter.drawLines(lines);
     }

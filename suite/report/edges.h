@@ -35,6 +35,7 @@ private:
     using Key = std::tuple<qint64, qint64, QRgb, bool>;
     using Strokes = std::map<Key, std::vector<Stroke>>;
 
+    static QLineF lineOf(double at, const Stroke &stroke, bool upright);
     static void add(Strokes &strokes, double at, double from, double to, const EdgePen &pen);
     static void draw(QPainter &painter, Strokes &strokes, bool upright);
 

@@ -90,8 +90,9 @@ void frmrepview::LOADPAGES()
     m_layout = std::make_shared<ReportLayout>(m_document, PageFor(*m_document, m_mayLie));
     m_layout->hasPage(0);
     ui->pages->setPages(m_layout);
-    ui->spnfrom->setRange(1, m_layout->pagesSoFar());
-    ui->spnto->setRange(1, m_layout->pagesSoFar());
+    for (QSpinBox *page : {ui->spnfrom, ui->spnto})
+        page->setRange(1, m_layout->pagesSoFar());
+    ui->spnto->setValue(m_layout->pagesSoFar());
     m_rest.start(0);
     layOutMore();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/screen.h"
+#include "platform/offer.h"
 #include "platform/settingsfile.h"
 #include "suite/report/reportsearch.h"
 
@@ -19,7 +20,7 @@ class frmrepview;
 
 /// Preview of a report, from which the user prints it, copies it or saves it as a file. The first page is shown at once;
 /// the others are laid out while the user reads.
-class frmrepview : public Screen
+class FBT_OFFERED frmrepview : public Screen
 {
     Q_OBJECT
 

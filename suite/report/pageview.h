@@ -7,6 +7,7 @@
 
 #include <memory>
 
+class QPainter;
 class ReportLayout;
 
 /// The pages of a report one below the other. Only the pages in view are drawn, so that a long report opens at once.

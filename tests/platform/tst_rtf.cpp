@@ -4,6 +4,9 @@
 #include <QElapsedTimer>
 #include <QTest>
 
+#include <functional>
+#include <vector>
+
 namespace {
 
 /// A document around a body.

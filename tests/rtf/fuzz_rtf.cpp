@@ -12,6 +12,8 @@
 #include <QPainter>
 #include <QTextStream>
 
+#include <functional>
+#include <memory>
 #include <random>
 
 /// Takes good documents, breaks them at random and does with each what the program does: fills marks and cells, adds and

@@ -2,6 +2,7 @@
 #include "platform/fault.h"
 #include "platform/rtfdocument.h"
 #include "platform/settingsfile.h"
+#include "suite/report/frmrepview.h"
 #include "suite/report/pageview.h"
 #include "suite/report/reporthtml.h"
 #include "suite/report/reportlayout.h"
@@ -12,9 +13,14 @@
 #include "suite/report/rtfpages.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QImage>
+#include <QLabel>
+#include <QLineEdit>
 #include <QPainter>
+#include <QPushButton>
 #include <QScrollBar>
+#include <QSpinBox>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -497,6 +503,33 @@ private slots:
         QCOMPARE(find(ReportPlace{0, 0}, false), Place(ReportPlace{1, 2}));
         QCOMPARE(FindInReport(document, "none", ReportPlace{2, 0}, true), Place(ReportPlace{2, 0}));
         QCOMPARE(FindInReport(document, "x", {}, true), Place());
+    }
+
+    void previewOpensAtOnceAndSearches()
+    {
+        QTemporaryDir folder;
+        ScriptedAnswerer answerer;
+        const AnswererScope answers(&answerer);
+        ReportDocument document;
+        document.beginTable();
+        for (int i = 0; i < 10000; ++i)
+            document.addRow(row({QString::number(i), "a text that is long enough to be broken"}, {10, 20}));
+        auto *view = new frmrepview(std::make_shared<const ReportDocument>(document), false, folder.filePath("s.ini"));
+        view->openChild(nullptr);
+        auto *page = view->findChild<QSpinBox *>("spnpage");
+        auto *pages = view->findChild<QLabel *>("lblpage");
+        QVERIFY2(pages->text().endsWith("..."), qPrintable(pages->text())); // the others come while the user reads
+        QTRY_VERIFY(!pages->text().endsWith("..."));
+        QVERIFY(page->maximum() > 100);
+        QCOMPARE(view->findChild<QSpinBox *>("spnto")->value(), page->maximum());
+        view->findChild<QLineEdit *>("txtfind")->setText("9999");
+        view->findChild<QPushButton *>("cmdfindnext")->click();
+        QCOMPARE(page->value(), page->maximum());
+        answerer.answerFile(folder.filePath("r.csv"));
+        view->findChild<QPushButton *>("cmdsave")->click();
+        QVERIFY(answerer.fileRequests().last().filter.contains("*.pdf"));
+        QCOMPARE(QFileInfo(folder.filePath("r.csv")).size() > 400000, true);
+        QVERIFY(view->Unload());
     }
 
     void sheetsOfReportsAndBack()
