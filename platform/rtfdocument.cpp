@@ -3,6 +3,7 @@
 #include "platform/fault.h"
 
 #include <algorithm>
+#include <iterator>
 
 using Kind = RtfToken::Kind;
 
@@ -307,7 +308,9 @@ void RtfDocument::insertInEmpty(const Cell &cell, const QByteArray &value)
 
 RtfDocument::Row RtfDocument::copyOf(const Row &source, Place before)
 {
-    RtfTokens tokens(source.first, std::next(source.last));
+    RtfTokens tokens;
+    std::copy_if(source.first, std::next(source.last), std::back_inserter(tokens),
+                 [](const RtfToken &token) { return !token.raw.isEmpty(); });
     Row row;
     row.first = tokens.begin();
     row.last = std::prev(tokens.end());
