@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QFileInfo>
+#include <QFont>
 #include <QHeaderView>
 #include <QKeySequence>
 #include <QRegularExpression>
@@ -34,6 +35,13 @@ QString cellText(const Grid *grid, int row, int col)
     return Val(grid->TextMatrix(row, col)) != 0 ? QStringLiteral("Yes") : QStringLiteral("No");
 }
 
+bool isBold(const Grid *grid, int row, int col)
+{
+    const int shownAt = grid->gridModel()->viewRow(row);
+    const QModelIndex cell = shownAt < 0 ? QModelIndex() : grid->gridModel()->index(shownAt, col);
+    return grid->gridModel()->data(cell, Qt::FontRole).value<QFont>().bold();
+}
+
 SheetRow rowOf(const Grid *grid, int row, const std::vector<int> &columns)
 {
     SheetRow made;
@@ -41,8 +49,8 @@ SheetRow rowOf(const Grid *grid, int row, const std::vector<int> &columns)
     for (const int col : columns) {
         const GridColumn &column = grid->gridModel()->column(col);
         const bool right = column.alignment.testFlag(Qt::AlignRight) || !column.format.isEmpty();
-        made.cells.push_back({cellText(grid, row, col), grid->gridModel()->cellBold(row, col), right,
-                              column.alignment.testFlag(Qt::AlignHCenter)});
+        made.cells.push_back(
+            {cellText(grid, row, col), isBold(grid, row, col), right, column.alignment.testFlag(Qt::AlignHCenter)});
     }
     return made;
 }

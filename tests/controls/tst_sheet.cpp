@@ -39,7 +39,6 @@ public:
         AddItem({"gone", "1", "", "", ""});
         AddItem({"00123", "-7", "", "31/02/2007", "0"});
         setRowHidden(2, true);
-        setCellBold(3, 0, true);
     }
 };
 
