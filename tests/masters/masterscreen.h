@@ -1,20 +1,13 @@
 #pragma once
 
 #include "calc/modfbtcalc.h"
-#include "controls/grid.h"
-#include "controls/gridheader.h"
-#include "controls/msgbox.h"
-#include "controls/screen.h"
 #include "db/updater.h"
+#include "tests/support/caserow.h"
 #include "tests/support/employer.h"
+#include "tests/support/screenuser.h"
 #include "tests/support/testmodule.h"
 
-#include <QAbstractButton>
-#include <QApplication>
-#include <QComboBox>
 #include <QFile>
-#include <QLineEdit>
-#include <QTest>
 
 /// The delivered law in a database of its own, which each test finds as it was delivered.
 class LawDatabase
@@ -53,79 +46,22 @@ private:
     QStringList m_tables;
 };
 
-/// A master screen on the delivered law, worked as a user does. Beside it stands an employer whom no master change made
-/// here concerns, and whose computation must stay what it was.
+/// A user of a master screen on the delivered law. Beside it stands an employer whom no master change made here
+/// concerns, and whose computation must stay what it was.
 template<class T>
-class MasterScreen
+class MasterScreen : public ScreenUser
 {
 public:
     explicit MasterScreen(LawDatabase &law)
         : module(law.module)
-        , m_scope(&user)
     {
         law.restore();
         m_before = otherFigures();
     }
-    ~MasterScreen()
-    {
-        module.connection.setObserver({});
-        delete screen;
-    }
-    MasterScreen(const MasterScreen &) = delete;
-    MasterScreen &operator=(const MasterScreen &) = delete;
 
     /// Opens the screen, which a test prepares its rows for first.
-    void open()
-    {
-        screen = new T;
-        screen->openChild(nullptr);
-        screen->setDeleteOnUnload(false);
-        QVERIFY(QTest::qWaitForWindowActive(screen->window()));
-        module.connection.setObserver([this](const QString &statement) { statements << statement; });
-    }
-
-    template<class W>
-    W *find(const QString &name) const
-    {
-        return screen->template findChild<W *>(name);
-    }
-    Grid *grid(const QString &name) const { return find<Grid>(name); }
-    QString text(const QString &field) const { return find<QLineEdit>(field)->text(); }
-    bool enabled(const QString &name) const { return find<QWidget>(name)->isEnabled(); }
-    QString focus() const { return screen->currentField() ? screen->currentField()->objectName() : QString(); }
-
-    void click(const QString &button) { QTest::mouseClick(find<QAbstractButton>(button), Qt::LeftButton); }
-    void key(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); }
-    /// Replaces the text of a field by keystrokes.
-    void type(const QString &field, const QString &text)
-    {
-        auto *edit = find<QLineEdit>(field);
-        edit->setFocus();
-        edit->selectAll();
-        QTest::keyClick(edit, Qt::Key_Delete);
-        QTest::keyClicks(edit, text);
-    }
-    /// Replaces the text of a cell by keystrokes; the editor is still open when the text was refused.
-    void typeCell(const QString &name, int row, int col, const QString &text)
-    {
-        if (!grid(name)->isEditing())
-            grid(name)->setFocus();
-        grid(name)->setCell(row, col);
-        QVERIFY(grid(name)->isEditing() || grid(name)->EditCell());
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Delete);
-        QTest::keyClicks(QApplication::focusWidget(), text);
-        key(Qt::Key_Return);
-    }
-    void choose(const QString &combo, const QString &text) { find<QComboBox>(combo)->setCurrentText(text); }
-
-    /// The questions and messages so far, and forgets them.
-    QStringList said()
-    {
-        const QStringList texts = user.texts();
-        user.clear();
-        return texts;
-    }
+    void open() { ScreenUser::open<T>(); }
+    QStringList rows(const QString &query) { return module.rows(query); }
     void compute(const QString &code, int year)
     {
         module.base.code = code;
@@ -136,9 +72,6 @@ public:
     bool otherUnchanged() { return otherFigures() == m_before; }
 
     TestModule &module;
-    ScriptedAnswerer user;
-    QStringList statements;
-    T *screen = nullptr;
 
 private:
     QStringList otherFigures()
@@ -153,6 +86,22 @@ private:
         return figures;
     }
 
-    AnswererScope m_scope;
     QStringList m_before;
+};
+
+/// A table that is not there while this lives.
+class WithoutTable
+{
+public:
+    explicit WithoutTable(const QString &table)
+        : m_table(table)
+    {
+        Cnn->Execute("Rename Table " + table + " to Away");
+    }
+    ~WithoutTable() { Cnn->Execute("Rename Table Away to " + m_table); }
+    WithoutTable(const WithoutTable &) = delete;
+    WithoutTable &operator=(const WithoutTable &) = delete;
+
+private:
+    QString m_table;
 };

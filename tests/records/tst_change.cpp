@@ -1,5 +1,6 @@
 #include "platform/recordset.h"
 #include "records/change.h"
+#include "records/clientrow.h"
 #include "tests/support/testserver.h"
 
 #include <QTest>
@@ -105,6 +106,25 @@ private slots:
         QCOMPARE(failed.load(), 0);
         QCOMPARE(FirstField(m_cnn.get(), "Select Count(Distinct N) from T").whole(), users * rows);
         QCOMPARE(FirstField(m_cnn.get(), "Select Max(N) from T").whole(), users * rows);
+    }
+
+    void twoUsersWhoSaveAtOnceWriteOneRow()
+    {
+        constexpr ClientTable table{"T", "Code", "N"};
+        m_cnn->Execute("Alter Table T Add X Varchar(3)");
+        m_cnn->Execute("Create Table FBT_Lock (Tbl Varchar(64), Code Varchar(50), Primary Key (Tbl,Code))");
+        std::vector<std::thread> work;
+        for (int user = 0; user < 3; ++user) {
+            work.emplace_back([&] {
+                Connection own;
+                own.open(m_cnn->address());
+                for (int year = 1; year <= 30; ++year)
+                    SaveRow(&own, table, {"A", year}, {{"X", "1"}}, {});
+            });
+        }
+        for (std::thread &user : work)
+            user.join();
+        QCOMPARE(count(), 30);
     }
 
 private:

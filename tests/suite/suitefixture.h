@@ -8,7 +8,6 @@
 
 #include <QApplication>
 #include <QTest>
-#include <QTimer>
 
 /// The suite's real base object on a schema with the module's tables, with the client "A1" and the year 2008 in hand.
 /// Questions are answered from a queue; reports are kept, not shown.
@@ -35,8 +34,6 @@ public:
         context.appPath = module.base.AppPath;
         context.settingsFile = module.base.AppPath + QStringLiteral("/settings.ini");
         context.version = QStringLiteral("2.10.1");
-        context.statusName = [](int status) { return QStringLiteral("Status %1").arg(status); };
-        context.returnFigures = [](const QString &, int year) { return ReturnFigures{year + 0.5, -250.0}; };
         return context;
     }
 
@@ -44,25 +41,6 @@ public:
     {
         Cnn->Execute(Sql("Insert into FBT_Info (Code_no,Name,PAN,ClStatus,City) Values ('", code, "','", name,
                          "','AAACA1234A',16,'PUNE')"));
-    }
-
-    /// Runs `steps` as soon as a modal screen is up, and unloads the screen behind them if it is still there.
-    static void within(const std::function<void(Screen *screen)> &steps)
-    {
-        QTimer::singleShot(0, [steps] {
-            steps(modalScreen());
-            if (QApplication::activeModalWidget() != nullptr)
-                modalScreen()->Unload();
-        });
-    }
-
-    static Screen *modalScreen()
-    {
-        const QWidget *frame = QApplication::activeModalWidget();
-        auto *screen = frame != nullptr ? frame->findChild<Screen *>() : nullptr;
-        if (screen == nullptr)
-            qFatal("no modal screen is up");
-        return screen;
     }
 
     template<class T>

@@ -4,6 +4,7 @@
 #include "suite/datacare/repair.h"
 #include "suite/datacare/scratchtables.h"
 #include "tests/suite/suitefixture.h"
+#include "tests/support/caserow.h"
 
 #include <QBuffer>
 #include <QRegularExpression>
@@ -53,6 +54,26 @@ QStringList withoutKey(QStringList tables)
     return tables.replaceInStrings(key, QString());
 }
 
+QByteArray damagedBy(const QString &damage, QByteArray bytes)
+{
+    const auto flipped = [&bytes](qsizetype at) {
+        bytes[at] = static_cast<char>(bytes[at] ^ 1);
+        return bytes;
+    };
+    const qsizetype checksum = 32;
+    const qsizetype size = bytes.size();
+    const QHash<QString, std::function<QByteArray()>> kinds{
+        {"empty", [] { return QByteArray(); }},
+        {"cut in the middle", [&] { return bytes.first(size / 2); }},
+        {"cut before the checksum", [&] { return bytes.chopped(checksum); }},
+        {"one bit in the rows", [&] { return flipped(size / 2); }},
+        {"one bit in the checksum", [&] { return flipped(size - 1); }},
+        {"more after the end", [&] { return bytes + 'x'; }},
+        {"not a backup", [] { return QByteArray(5000, 'x'); }},
+        {"huge length", [&] { return bytes.replace(17, 4, "\xff\xff\xff\xf0"); }}};
+    return kinds.value(damage)();
+}
+
 } // namespace
 
 /// Backup, restore and repair: what was there comes back, and nothing is lost on the way.
@@ -88,17 +109,6 @@ private slots:
         QCOMPARE(suite.module.logLines(), QStringList());
     }
 
-    void keepsTableThatTheBackupDoesNotHold()
-    {
-        SuiteFixture suite(m_server);
-        QBuffer file;
-        write(file);
-        Cnn->Execute("Create Table Later (A Int)");
-        Cnn->Execute("Insert into Later Values (1)");
-        QVERIFY2(RestoreBackup(Cnn, file, silent, &m_why), qPrintable(m_why));
-        QCOMPARE(suite.module.rows("Select * from Later"), QStringList({"1"}));
-    }
-
     // What was saved amid an update is completed at the next start, wherever it is brought back.
     void bringsBackTheMarkOfAnOpenUpdate()
     {
@@ -113,10 +123,10 @@ private slots:
 
     void damagedFileIsRefused_data()
     {
-        QTest::addColumn<QString>("damage");
+        Columns<QString>({"damage"});
         for (const char *damage : {"empty", "cut in the middle", "cut before the checksum", "one bit in the rows",
                                    "one bit in the checksum", "more after the end", "not a backup", "huge length"})
-            QTest::newRow(damage) << damage;
+            Case(damage, damage);
     }
     void damagedFileIsRefused()
     {
@@ -125,29 +135,11 @@ private slots:
         fill();
         QBuffer good;
         write(good);
-        QByteArray bytes = good.data();
-        const qsizetype checksum = 32;
-        if (damage == "empty")
-            bytes.clear();
-        else if (damage == "cut in the middle")
-            bytes.truncate(bytes.size() / 2);
-        else if (damage == "cut before the checksum")
-            bytes.chop(checksum);
-        else if (damage == "one bit in the rows")
-            bytes[bytes.size() / 2] = static_cast<char>(bytes[bytes.size() / 2] ^ 1);
-        else if (damage == "one bit in the checksum")
-            bytes.back() = static_cast<char>(bytes.back() ^ 1);
-        else if (damage == "more after the end")
-            bytes.append('x');
-        else if (damage == "huge length")
-            bytes.replace(17, 4, "\xff\xff\xff\xf0");
-        else
-            bytes = QByteArray(5000, 'x');
+        QByteArray bytes = damagedBy(damage, good.data());
         QBuffer file(&bytes);
         QVERIFY(file.open(QIODevice::ReadOnly));
         BackupSummary summary;
         QVERIFY(!VerifyBackup(file, summary, silent, &m_why));
-
         if (damage != "one bit in the rows" && damage != "cut before the checksum")
             return;
         const QStringList before = content(suite);
@@ -185,17 +177,6 @@ private slots:
         QCOMPARE(QDir(folder.path()).entryList(QDir::Files, QDir::Name), files); // four, and nothing unfinished
     }
 
-    void folderThatCannotBeWrittenIsTold()
-    {
-        SuiteFixture suite(m_server);
-        QTemporaryDir folder;
-        QFile file(folder.filePath("file"));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        QString made;
-        QVERIFY(!BackUpToFolder(Cnn, file.fileName(), made, silent, &m_why));
-        QCOMPARE(made, QString());
-    }
-
     void serverLostWhileRestoringLeavesTheData()
     {
         SuiteFixture suite(m_server);
@@ -219,16 +200,6 @@ private slots:
         QCOMPARE(content(suite), present);
     }
 
-    void leftOversAreNoPartOfABackup()
-    {
-        SuiteFixture suite(m_server);
-        QBuffer plain;
-        const BackupSummary before = write(plain);
-        Cnn->Execute("Create Table fbt_restore_new_FBT_Info (A Int)");
-        QBuffer again;
-        QCOMPARE(write(again).tables, before.tables);
-    }
-
     void memoryDoesNotGrowWithTheRows()
     {
         SuiteFixture suite(m_server);
@@ -245,32 +216,6 @@ private slots:
 #ifndef __SANITIZE_ADDRESS__ // which holds back what is freed, so that the peak tells nothing
         QVERIFY2(peakMemory() - start < 12 * 1024, qPrintable(QString::number(peakMemory() - start)));
 #endif
-    }
-
-    void theFolderOfTheLastBackupIsOfferedAgain()
-    {
-        SuiteFixture suite(m_server);
-        QTemporaryDir folder;
-        suite.answerer.answerFile(folder.path());
-        suite.base.BackUp();
-        QCOMPARE(QDir(folder.path()).entryList(QDir::Files).size(), 1);
-        suite.answerer.answerFile({}); // cancelled
-        suite.base.BackUp();
-        QCOMPARE(suite.answerer.fileRequests().constLast().startPath, folder.path());
-        QCOMPARE(QDir(folder.path()).entryList(QDir::Files).size(), 1);
-    }
-
-    void repairChecksAllAndDeletesNothing()
-    {
-        SuiteFixture suite(m_server);
-        fill();
-        const QStringList before = content(suite);
-        suite.base.RepairData(nullptr);
-        QCOMPARE(content(suite), before);
-        const QString expected =
-            QStringLiteral("%1 tables were checked. All of them are in order.").arg(tables(suite).size());
-        QCOMPARE(suite.answerer.texts(), QStringList({expected}));
-        QCOMPARE(suite.module.logLines(), QStringList());
     }
 
 private:

@@ -1,10 +1,7 @@
-#include "suite/statelist.h"
 #include "tests/suite/suitefixture.h"
+#include "tests/support/caserow.h"
 
-#include <QComboBox>
 #include <QFile>
-#include <QRegularExpression>
-#include <QSet>
 
 /// The base object's rules and its care for the client tables.
 class TestWexaBase : public QObject
@@ -12,17 +9,6 @@ class TestWexaBase : public QObject
     Q_OBJECT
 
 private slots:
-    void settingsOutliveTheObject()
-    {
-        SuiteFixture suite(m_server);
-        QCOMPARE(suite.base.GetSettingINI("Settings", "LinesPP", "70"), QString("70"));
-        suite.base.SaveSettingINI("Settings", "PgBrkNITR-8", "0,1,1");
-        suite.base.SaveSettingINI("Settings", "Place", "");
-        WexaBase later(SuiteFixture::contextOf(suite.module), suite.shelf);
-        QCOMPARE(later.GetSettingINI("Settings", "PgBrkNITR-8", "x"), QString("0,1,1"));
-        QCOMPARE(later.GetSettingINI("Settings", "Place", "x"), QString());
-    }
-
     void settingsTypedWithoutQuotes()
     {
         SuiteFixture suite(m_server);
@@ -36,45 +22,17 @@ private slots:
 
     void pan_data()
     {
-        QTest::addColumn<bool>("valid");
-        QTest::newRow("AAACA1234A") << true;
-        QTest::newRow("") << true; // may still be missing
-        QTest::newRow("aaaca1234a") << false;
-        QTest::newRow("AAACA12345") << false;
-        QTest::newRow("AAACA1234AB") << false;
-        QTest::newRow("AAACA1234A\n") << false;
-        QTest::newRow(" AAACA1234A") << false;
+        Columns<bool>({"valid"});
+        for (const char *valid : {"AAACA1234A", ""}) // may still be missing
+            Case(valid, true);
+        for (const char *wrong : {"aaaca1234a", "AAACA12345", "AAACA1234AB", "AAACA1234A\n", " AAACA1234A"})
+            Case(wrong, false);
     }
     void pan()
     {
         QFETCH(bool, valid);
         SuiteFixture suite(m_server);
         QCOMPARE(suite.base.ValidPan(QString::fromLatin1(QTest::currentDataTag())), valid);
-    }
-
-    void statesInTheOrderOfTheirFile()
-    {
-        SuiteFixture suite(m_server);
-        QComboBox combo;
-        suite.base.LoadStateList(&combo);
-        QCOMPARE(combo.count(), 0); // no file
-        QVERIFY(QDir().mkpath(suite.base.AppPath + "/Data"));
-        QVERIFY(QFile::copy(QFINDTESTDATA("../../Data/StateCodes.txt"), suite.base.AppPath + "/Data/StateCodes.txt"));
-        suite.base.LoadStateList(&combo);
-        suite.base.LoadStateList(&combo); // once more does not double them
-        QCOMPARE(combo.count(), 36);
-        QCOMPARE(combo.itemText(0), QString("ANDAMAN AND NICOBAR ISLANDS"));
-        QCOMPARE(combo.itemText(34), QString("JHARKHAND"));
-    }
-
-    void deliveredStatesHaveDistinctCodes()
-    {
-        QSet<QString> codes;
-        for (const StateCode &state : ReadStates(QFINDTESTDATA("../../Data/StateCodes.txt"))) {
-            QVERIFY(QRegularExpression("^[0-9]{2}$").match(state.code).hasMatch());
-            codes.insert(state.code);
-        }
-        QCOMPARE(codes.size(), 36);
     }
 
     void changesAndDeletesOneClientEverywhere()
@@ -94,35 +52,27 @@ private slots:
     {
         SuiteFixture suite(m_server);
         fillTables(suite, "A1");
+        suite.client("A1", "FIRST");
         Cnn->Execute("Rename Table FBT_MiscInf to Away");
         suite.base.ChangeCode("A1", "B2");
         suite.base.DeleteClient("A1");
         Cnn->Execute("Rename Table Away to FBT_MiscInf");
         QCOMPARE(codesIn(suite), QStringList(QList<QString>(8, "A1")));
+        QCOMPARE(suite.module.rows("Select Code_no from FBT_Info"), QStringList({"A1"}));
     }
 
-    void schedulesTableCountsOnceItIsThere()
-    {
-        SuiteFixture suite(m_server);
-        Cnn->Execute("Create Table TmpSchFBT (Code_No Varchar(50), AsYr Int(11))");
-        Cnn->Execute("Insert into TmpSchFBT Values ('A1',2008),('B2',2008)");
-        suite.base.ChangeCode("A1", "A9");
-        QCOMPARE(suite.module.rows("Select Code_No from TmpSchFBT"), QStringList({"A9", "B2"}));
-        suite.base.DeleteClient("A9");
-        QCOMPARE(suite.module.rows("Select Code_No from TmpSchFBT"), QStringList({"B2"}));
-    }
-
-    void deletingTakesTheMasterRowAndLeavesTheLists()
+    void theMasterRowGoesAndSchedulesCountOnceTheyAreThere()
     {
         SuiteFixture suite(m_server);
         suite.client("A1", "FIRST");
-        Cnn->Execute("Insert into bank_master Values (1,'BANK','PUNE','0240001')");
-        suite.base.ChangeCode("A1", "A9");
-        QCOMPARE(suite.module.rows("Select Code_no from FBT_Info"),
-                 QStringList({"A1"})); // the master's own row is kept
+        Cnn->Execute("Create Table TmpSchFBT (Code_No Varchar(50), AsYr Int(11))");
+        Cnn->Execute("Insert into TmpSchFBT Values ('A1',2008),('B2',2008)");
+        suite.base.ChangeCode("A1", "A9"); // the master's own row is kept
+        QCOMPARE(suite.module.rows("Select Code_No from TmpSchFBT"), QStringList({"A9", "B2"}));
+        suite.base.DeleteClient("A9");
         suite.base.DeleteClient("A1");
+        QCOMPARE(suite.module.rows("Select Code_No from TmpSchFBT"), QStringList({"B2"}));
         QCOMPARE(suite.module.rows("Select * from FBT_Info"), QStringList());
-        QCOMPARE(suite.module.rows("Select bank_name from bank_master"), QStringList({"BANK"}));
     }
 
 private:
