@@ -476,8 +476,8 @@ void frmclinfo::CMDDELETE_CLICK()
     EditCode = ui->ClGrd1->TextMatrix(ui->ClGrd1->Row(), 0);
     const Hourglass wait;
     Base->DeleteClient(EditCode);
-    if (Base->code == EditCode)
-        Base->code.clear();
+    if (Base->code == EditCode && ReadClient(Cnn, EditCode).none())
+        Base->code.clear(); // one who could not be deleted stays in hand
     afterChange();
 }
 

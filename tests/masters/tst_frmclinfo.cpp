@@ -1,3 +1,4 @@
+#include "context/faultnotice.h"
 #include "masters/frmclinfo.h"
 #include "tests/masters/clientfixture.h"
 #include "tests/support/caserow.h"
@@ -202,6 +203,23 @@ private slots:
         QVERIFY(editing());
         if (table != u"FBT_Detail")
             QCOMPARE(m_module->rows("Select Code_No from FBT_Detail"), QStringList{"A1"}); // with its master row
+    }
+
+    void aClientThatCannotBeDeletedStaysInHand()
+    {
+        employer(m_module->connection, "A1").expense(2008, 1, 1, 69, 500);
+        Base->code = "A1";
+        QStringList notices;
+        SetFaultNotice([&notices](const QString &line) { notices << line; });
+        m_user->open<frmclinfo>();
+        m_module->execute("Drop Table FBT_RetDet");
+        m_user->answers({Reply::Yes, Reply::Ok});
+        m_user->click("cmddelete");
+        SetFaultNotice({});
+        QVERIFY(notices.value(0).startsWith("Not deleted: "));
+        QCOMPARE(codes() + m_module->rows("Select Code_No from FBT_Detail").join(u'|'), QString("A1A1"));
+        QCOMPARE(Base->code, QString("A1"));
+        QCOMPARE(m_user->said().size(), 2);
     }
 
     void hiddenClientIsLeftAlone()
