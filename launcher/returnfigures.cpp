@@ -5,16 +5,18 @@
 #include "context/modbase.h"
 #include "records/challans.h"
 
-ReturnFigures FiguresOfReturn(const QString &code, int year)
+std::optional<ReturnFigures> FiguresOfReturn(const QString &code, int year)
 {
     const ClientYearKeeper inHand;
-    TakeClientYear(code, year);
-    TakeEmployeesOfYear();
+    if (!TakeClientYear(code, year) || !TakeEmployeesOfYear())
+        return std::nullopt;
     // A client without natures ends the computation before the tax, which must not be that of the client before.
     FBTTax = FBTSurcharge = FBTEduCess = FBTSHECess = 0;
-    CALCFBT();
-    ReturnFigures figures;
-    figures.tax = FBTTax + FBTSurcharge + FBTEduCess + FBTSHECess;
-    figures.balance = figures.tax - TaxPaid(Cnn, {code, year}).valueOr(0);
-    return figures;
+    if (!CALCFBT())
+        return std::nullopt;
+    const Reading<double> paid = TaxPaid(Cnn, {code, year});
+    if (paid.failed())
+        return std::nullopt;
+    const double tax = FBTTax + FBTSurcharge + FBTEduCess + FBTSHECess;
+    return ReturnFigures{tax, tax - paid.valueOr(0)};
 }

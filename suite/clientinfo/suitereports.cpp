@@ -108,12 +108,8 @@ void ReportReturns(Connection *cnn, int year, const SuiteContext &context, Repor
     const QString form = year <= firstFormYear ? QStringLiteral("3B") : QStringLiteral("ITR-8");
     for (const ReturnLine &row : *filed) {
         QStringList cells{row.name, form, row.date, row.acknowledgement};
-        if (context.returnFigures) {
-            const ReturnFigures figures = context.returnFigures(row.code, year);
-            cells << rupees(figures.tax) << rupees(figures.balance);
-        } else {
-            cells << QString() << QString();
-        }
+        const auto figures = context.returnFigures ? context.returnFigures(row.code, year) : std::nullopt;
+        cells << (figures ? rupees(figures->tax) : QString()) << (figures ? rupees(figures->balance) : QString());
         table.add(cells);
     }
     if (filed.failed())

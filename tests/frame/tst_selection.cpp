@@ -44,19 +44,18 @@ private slots:
         QTest::addColumn<int>("status");
         QTest::addColumn<double>("surcharge");
         QTest::addColumn<double>("tax");
-        QTest::addColumn<bool>("taxed");
         QTest::newRow("no such client") << ""
-                                        << "2008-2009" << 0 << 0.0 << 0.0 << true;
+                                        << "2008-2009" << 0 << 0.0 << 0.0;
         QTest::newRow("null status") << "Null,'1'"
-                                     << "2008-2009" << -1 << 0.0 << 0.0 << true;
+                                     << "2008-2009" << -1 << 0.0 << 0.0;
         QTest::newRow("firm") << "3,''"
-                              << "2007-2008" << 3 << 10.0 << 30.0 << true;
+                              << "2007-2008" << 3 << 10.0 << 30.0;
         QTest::newRow("association by year") << "9,'001'"
-                                             << "2008-2009" << 9 << 10.0 << 30.0 << true;
+                                             << "2008-2009" << 9 << 10.0 << 30.0;
         QTest::newRow("association, null") << "9,Null"
-                                           << "2008-2009" << 9 << 0.0 << 30.0 << true;
+                                           << "2008-2009" << 9 << 0.0 << 30.0;
         QTest::newRow("after the tax") << "16,'11111'"
-                                       << "2010-2011" << 16 << 0.0 << 0.0 << false;
+                                       << "2010-2011" << 16 << 0.0 << 0.0;
     }
     void takes()
     {
@@ -68,7 +67,7 @@ private slots:
             Cnn->Execute(Sql("Insert into FBT_Info Values ('A1',", row, ")"));
         EmpBoth = true;
         IndiaEmp = 5;
-        QTEST(TakeClientAndYear(QStringLiteral("A1"), QStringLiteral("ACME LTD"), year), "taxed");
+        QVERIFY(TakeClientAndYear(QStringLiteral("A1"), QStringLiteral("ACME LTD"), year));
         QTEST(Base->status, "status");
         QTEST(FBTRate[1], "tax");
         QTEST(FBTRate[2], "surcharge");
@@ -106,6 +105,16 @@ private slots:
         QCOMPARE(Base->code, QString("B1"));
         QVERIFY(Screen::opened<frmfbtdet>()->windowTitle().contains("BETA"));
         user.said();
+    }
+
+    void unreadClientIsNotTaken()
+    {
+        TestModule module(*server);
+        Base->code = QStringLiteral("B2");
+        FBTRate[1] = 30;
+        QVERIFY(!TakeClientAndYear(QStringLiteral("A1"), QStringLiteral("ACME LTD"), QStringLiteral("2008-2009")));
+        QCOMPARE(Base->code, QStringLiteral("B2"));
+        QCOMPARE(FBTRate[1], 30.0);
     }
 };
 
