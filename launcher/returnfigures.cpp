@@ -1,8 +1,10 @@
 #include "launcher/returnfigures.h"
 
 #include "calc/clientyear.h"
+#include "calc/interest.h"
 #include "calc/modfbtcalc.h"
 #include "context/modbase.h"
+#include "platform/text.h"
 #include "records/challans.h"
 
 ReturnFigures FiguresOfReturn(const QString &code, int year)
@@ -15,6 +17,8 @@ ReturnFigures FiguresOfReturn(const QString &code, int year)
     CALCFBT();
     ReturnFigures figures;
     figures.tax = FBTTax + FBTSurcharge + FBTEduCess + FBTSHECess;
-    figures.balance = figures.tax - TaxPaid(Cnn, {code, year}).valueOr(0);
+    const InterestOfYear interest = CALCINTEREST();
+    figures.interest = Round(interest.Int115WJ) + Round(interest.Int115WJ5) + Round(interest.Int115WK);
+    figures.balance = figures.tax + figures.interest - Round(*TaxPaid(Cnn, {code, year}));
     return figures;
 }
