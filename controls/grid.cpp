@@ -166,7 +166,7 @@ void Grid::RemoveItem(int row)
 void Grid::clearBody()
 {
     setRows(FixedRows());
-    noteOrder(-1, Qt::AscendingOrder);
+    showOrder(-1, Qt::AscendingOrder);
 }
 
 void Grid::keepRowInside()
@@ -315,11 +315,10 @@ void Grid::Sort(int col, Qt::SortOrder order)
     m_model->sort(col, order);
     if (hasDataRow())
         m_row = m_model->rowOfKey(record);
-    noteOrder(col, order);
+    showOrder(col, order);
 }
 
-/// What the rows are in the order of, for the arrow in the header and for the next click there.
-void Grid::noteOrder(int col, Qt::SortOrder order)
+void Grid::showOrder(int col, Qt::SortOrder order)
 {
     m_sortCol = col;
     m_sortOrder = order;

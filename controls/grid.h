@@ -69,6 +69,9 @@ public:
     /// Stable; see GridModel::sort. The current row stays on its record. The header shows the order (with
     /// `setSortByHeader`). Does not raise `sorted`.
     void Sort(int col, Qt::SortOrder order = Qt::AscendingOrder);
+    /// What the rows are in the order of, for the arrow in the header and for the next click there: for a column whose
+    /// order another one holds.
+    void showOrder(int col, Qt::SortOrder order);
     void setSortByHeader(bool on); ///< a click on a caption sorts, the next one the other way round
 
     // --- columns and rows ---
@@ -135,7 +138,6 @@ private:
     void keepRowInside();
     void tellMove(int oldRow, int oldCol);
     void captionClicked(int col);
-    void noteOrder(int col, Qt::SortOrder order);
     [[nodiscard]] int onlyCheckCol() const;
     void applyRowHeight();
     void applyStretch();

@@ -21,5 +21,5 @@ int TranslationList::position(QStringView id) const
 QString TranslationList::shown(const QString &stored) const
 {
     const int at = position(stored);
-    return at < 0 ? stored : m_entries[static_cast<std::size_t>(at)].text;
+    return at < 0 ? stored : m_entries[static_cast<std::size_t>(at)].text.section(u'\t', 0, 0);
 }

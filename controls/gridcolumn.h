@@ -10,7 +10,7 @@
 #include <vector>
 
 /// The translation list of a column, "#1;April-June|#2;July-September": what is stored and what is shown for it. An
-/// entry without "#id;" stands for itself.
+/// entry without "#id;" stands for itself. Of a text with tabs, a list of several columns, the first is shown.
 class FBT_OFFERED TranslationList
 {
 public:

@@ -15,9 +15,11 @@
 #include "entry/frmannualfbt.h"
 #include "entry/natures.h"
 #include "entry/readingnote.h"
+#include "payments/challan.h"
 #include "platform/text.h"
 #include "records/change.h"
 
+#include <QMainWindow>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -110,7 +112,7 @@ void frmfbtdet::connectButtons()
     clicked(ui->cmdefl, &frmfbtdet::CMDEFL_CLICK);
     opens(ui->Command2, QStringLiteral("frmfbtrep"));
     opens(ui->cmdret, QStringLiteral("frmretfrm"));
-    opens(ui->cmdchallan, QStringLiteral("Challan"));
+    connect(ui->cmdchallan, &QAbstractButton::clicked, this, [] { (new Challan(MdiForm))->openChild(MdiForm); });
     connect(ui->cboquarter, &QComboBox::currentIndexChanged, this, &frmfbtdet::CBOQUARTER_CLICK);
     connect(ui->cbonature, &QComboBox::currentIndexChanged, this, &frmfbtdet::CBONATURE_CLICK);
 }

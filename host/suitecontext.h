@@ -10,8 +10,9 @@ class Connection;
 /// Computed figures of a client's return, in rupees.
 struct ReturnFigures
 {
-    double tax = 0;     ///< tax with surcharge and cesses
-    double balance = 0; ///< tax less what was paid of it; below 0 a refund
+    double tax = 0;      ///< tax with surcharge and cesses
+    double interest = 0; ///< under sections 115WJ and 115WK
+    double balance = 0;  ///< tax and interest less all payments of the year; below 0 a refund
 };
 
 /// What the suite's objects work with. The connections and what the callback captures outlive the objects.

@@ -1,8 +1,10 @@
 #include "launcher/returnfigures.h"
 
 #include "calc/clientyear.h"
+#include "calc/interest.h"
 #include "calc/modfbtcalc.h"
 #include "context/modbase.h"
+#include "platform/text.h"
 #include "records/challans.h"
 
 std::optional<ReturnFigures> FiguresOfReturn(const QString &code, int year)
@@ -14,9 +16,13 @@ std::optional<ReturnFigures> FiguresOfReturn(const QString &code, int year)
     FBTTax = FBTSurcharge = FBTEduCess = FBTSHECess = 0;
     if (!CALCFBT())
         return std::nullopt;
+    const InterestOfYear interest = CALCINTEREST();
     const Reading<double> paid = TaxPaid(Cnn, {code, year});
-    if (paid.failed())
+    if (paid.failed() || !interest.known)
         return std::nullopt;
-    const double tax = FBTTax + FBTSurcharge + FBTEduCess + FBTSHECess;
-    return ReturnFigures{tax, tax - paid.valueOr(0)};
+    ReturnFigures figures;
+    figures.tax = FBTTax + FBTSurcharge + FBTEduCess + FBTSHECess;
+    figures.interest = Round(interest.Int115WJ) + Round(interest.Int115WJ5) + Round(interest.Int115WK);
+    figures.balance = figures.tax + figures.interest - Round(*paid);
+    return figures;
 }

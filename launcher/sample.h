@@ -27,7 +27,7 @@ struct SampleYear
     std::vector<Salary> salaries;
     std::vector<Expense> expenses;
     std::vector<int> expenseLines; ///< where each of them stands in the data file
-    std::vector<Payment> challans;
+    std::vector<ChallanRecord> challans;
 };
 
 struct FBT_OFFERED SampleEmployer

@@ -45,7 +45,7 @@ bool writeStaff(Change &change, const ClientYear &client, const SampleStaff &sta
 bool writeYear(Change &change, const ClientYear &client, const SampleYear &year)
 {
     QHash<int, int> lastExpense; // by quarter
-    QHash<int, int> lastPayment;
+    QHash<int, int> lastChallan;
     return (!year.staff || writeStaff(change, client, *year.staff)) &&
            all(year.salaries, [&](const Salary &salary) { return InsertSalary(change, client, salary); }) &&
            all(year.expenses,
@@ -53,9 +53,9 @@ bool writeYear(Change &change, const ClientYear &client, const SampleYear &year)
                    expense.srNo = ++lastExpense[expense.quarter];
                    return InsertExpense(change, client, expense);
                }) &&
-           all(year.challans, [&](Payment payment) {
-               payment.srNo = ++lastPayment[payment.quarter];
-               return InsertPayment(change, client, payment);
+           all(year.challans, [&](ChallanRecord challan) {
+               challan.srNo = ++lastChallan[challan.quarter];
+               return InsertChallan(change, client, challan);
            });
 }
 

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 namespace {
 
@@ -225,7 +226,7 @@ private:
 
     void readChallan(const QStringList &words)
     {
-        Payment challan;
+        ChallanRecord challan;
         if (words[1] == u"self")
             challan.payType = QStringLiteral("Self Assessment Tax (300)");
         else if (words[1] == u"regular")
@@ -235,11 +236,13 @@ private:
             challan.quarter = quarterNumber(words[1]);
         }
         challan.date = date(words[2]);
-        challan.tax = rupees(words[3]);
-        challan.surcharge = rupees(words[4]);
-        challan.eduCess = rupees(words[5]);
-        challan.sheCess = rupees(words[6]);
-        challan.interest = rupees(words.value(7, QStringLiteral("0")));
+        challan.ITAmt = rupees(words[3]);
+        challan.SCAmt = rupees(words[4]);
+        challan.ECAmt = rupees(words[5]);
+        challan.ECAmt1 = rupees(words[6]);
+        challan.IntAmt = rupees(words.value(7, QStringLiteral("0")));
+        const HeadAmounts heads = HeadsOf(challan);
+        challan.TotAmt = std::accumulate(heads.begin(), heads.end(), 0.0);
         year(words).challans.push_back(challan);
     }
 

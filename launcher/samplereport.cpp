@@ -1,6 +1,9 @@
 #include "launcher/samplereport.h"
 
+#include "calc/interest.h"
+#include "calc/interestlaw.h"
 #include "calc/modfbtcalc.h"
+#include "context/modbase.h"
 #include "platform/dates.h"
 #include "platform/text.h"
 
@@ -104,12 +107,26 @@ QString tax()
 QString payments(const SampleYear &year)
 {
     QString text;
-    for (const Payment &paid : year.challans) {
+    for (const ChallanRecord &paid : year.challans) {
         const QString quarter = QLatin1String(quarterNames[static_cast<std::size_t>(paid.quarter)]);
         text +=
-            row(QStringLiteral("Paid %1 %2 %3").arg(paid.date, paid.payType, quarter).trimmed(), whole(paid.total()));
+            row(QStringLiteral("Paid %1 %2 %3").arg(paid.date, paid.payType, quarter).trimmed(), whole(paid.TotAmt));
     }
     return text;
+}
+
+/// The interest up to today and what is then left to pay; below 0 a refund.
+QString balance(const SampleYear &year)
+{
+    const InterestOfYear interest = CALCINTEREST();
+    const bool shared = year.year >= firstYearByInstalments && !PaysFourInstalments(Base->status);
+    double due = FBTTax + FBTSurcharge + FBTEduCess + FBTSHECess + interest.total();
+    for (const ChallanRecord &paid : year.challans)
+        due -= paid.TotAmt;
+    return row(QStringLiteral("Interest u/s 115WJ(%1)").arg(shared ? 4 : 3), whole(interest.Int115WJ)) +
+           row(QStringLiteral("Interest u/s 115WJ(5)"), whole(interest.Int115WJ5)) +
+           row(QStringLiteral("Interest u/s 115WK"), whole(interest.Int115WK)) +
+           row(QStringLiteral("Balance payable/(refundable)"), whole(due));
 }
 
 } // namespace
@@ -117,5 +134,5 @@ QString payments(const SampleYear &year)
 QString SampleReport(const SampleEmployer &employer, const SampleYear &year)
 {
     return QStringLiteral("%1 (%2), Assessment Year %3\n").arg(employer.name, employer.code, LongYearLabel(year.year)) +
-           lines() + values() + tax() + payments(year) + u'\n';
+           lines() + values() + tax() + payments(year) + balance(year) + u'\n';
 }

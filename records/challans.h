@@ -1,35 +1,93 @@
 #pragma once
 
 #include "platform/offer.h"
+
 #include "records/clientyear.h"
 #include "records/reading.h"
 
 #include <QString>
+#include <QStringList>
+
+#include <array>
+#include <optional>
 
 class Change;
 class Connection;
 
-/// Payments of a client and year, `FBT_Challan`.
+/// The payments of a client and year, table `FBT_Challan`. Amounts are rupees, dates `dd/mm/yyyy` texts.
 
-/// A payment as far as it is known without its way of payment. Amounts are rupees.
-struct Payment
+/// The type of an instalment of advance tax; all other payments are made for the year as a whole, after its end.
+constexpr const char *advanceTax = "Advance Tax (100)";
+
+/// The types of payment in the order of the list that offers them. The first is `advanceTax`.
+FBT_OFFERED QStringList PaymentTypes();
+
+/// One challan. `Null` reads as empty and as 0.
+struct ChallanRecord
 {
-    int quarter = 0; ///< 1 to 4 for an instalment of advance tax, 0 for any other payment
-    int srNo = 0;    ///< number within client, year and quarter
-    QString payType; ///< text of `paytype`
-    QString date;    ///< `dd/mm/yyyy`
-    double tax = 0;
-    double surcharge = 0;
-    double eduCess = 0;
-    double sheCess = 0;
-    double interest = 0;
-
-    [[nodiscard]] double total() const { return tax + surcharge + eduCess + sheCess + interest; }
+    int quarter = 0; ///< 1 to 4 for advance tax, else 0
+    int srNo = 0;    ///< counts in client, year and quarter
+    QString payType;
+    QString date;
+    double ITAmt = 0;  ///< tax
+    double SCAmt = 0;  ///< surcharge
+    double ECAmt = 0;  ///< education cess
+    double ECAmt1 = 0; ///< secondary and higher education cess
+    double IntAmt = 0;
+    double PenAmt = 0;
+    double OthAmt = 0;
+    double TotAmt = 0;
+    QString payMode; ///< empty, "Cash", "Debit to A/c" or "Cheque"
+    QString chequeNo;
+    QString chequeDate;
+    QString bankName;
+    QString challanNo;
+    int bank = 0; ///< `bank_code_no` of the bank that took the payment, 0 for none
 };
 
-/// Writes one payment without penalty, other amount and way of payment.
-FBT_OFFERED bool InsertPayment(Change &change, const ClientYear &client, const Payment &payment);
+enum class PaymentKind { Any, Advance, Other };
 
-/// Tax with surcharge and cesses that was paid for a year, in rupees; interest and penalties do not count. A part that is
-/// `Null` counts as 0, as does a year without payments.
+/// What the interest needs of a challan.
+struct Payment
+{
+    QString date;
+    double amount = 0; ///< the total of the challan
+};
+
+/// Amounts by head of payment.
+enum Head { TaxHead, SurchargeHead, EduCessHead, SHECessHead, InterestHead };
+using HeadAmounts = std::array<double, 5>;
+
+/// What a challan pays by head; penalty and others have none.
+FBT_OFFERED HeadAmounts HeadsOf(const ChallanRecord &challan);
+
+/// All challans, in the order of writing.
+FBT_OFFERED RowsRead<ChallanRecord> Challans(Connection *cnn, const ClientYear &client,
+                                             PaymentKind kind = PaymentKind::Any);
+
+/// Date and total of the challans; those of the kind `Other` by quarter and number.
+FBT_OFFERED RowsRead<Payment> Payments(Connection *cnn, const ClientYear &client, PaymentKind kind);
+
+/// The sum of the totals of advance tax, whatever the dates.
+FBT_OFFERED Reading<double> AdvanceTaxPaid(Connection *cnn, const ClientYear &client);
+
+/// The sum of the totals of all challans.
 FBT_OFFERED Reading<double> TaxPaid(Connection *cnn, const ClientYear &client);
+
+/// What was paid by head in a quarter; with quarter 0 by all challans of the year, of whatever type.
+FBT_OFFERED Reading<HeadAmounts> PaidByHead(Connection *cnn, const ClientYear &client, int quarter);
+
+/// Stores a new challan under the next number of its quarter and returns that number; none when the database did not take
+/// it, and nothing is stored then.
+FBT_OFFERED std::optional<int> AddChallan(Connection *cnn, const ClientYear &client, const ChallanRecord &challan);
+
+/// Writes a challan under the number that it has.
+FBT_OFFERED bool InsertChallan(Change &change, const ClientYear &client, const ChallanRecord &challan);
+
+/// Rewrites the challan that `before` names by quarter and number; in another quarter it gets the next number there.
+/// Returns its number; none when the database did not take it or the challan is there no more.
+FBT_OFFERED std::optional<int> ChangeChallan(Connection *cnn, const ClientYear &client, const ChallanRecord &before,
+                                             const ChallanRecord &challan);
+
+/// Removes a challan. False when the database did not.
+FBT_OFFERED bool DeleteChallan(Connection *cnn, const ClientYear &client, int quarter, int srNo);

@@ -101,15 +101,18 @@ void ReportReturns(Connection *cnn, int year, const SuiteContext &context, Repor
     RuledTable table(report,
                      {QStringLiteral("S. No."), QStringLiteral("Client"), QStringLiteral("Form"),
                       QStringLiteral("Date of Return"), QStringLiteral("Acknowledgement No."), QStringLiteral("Tax"),
-                      QStringLiteral("Balance")},
-                     {6, 36, 8, 12, 22, 12, 12}, {right, left, left, left, left, right, right});
+                      QStringLiteral("Interest"), QStringLiteral("Balance")},
+                     {6, 30, 8, 12, 22, 12, 12, 12}, {right, left, left, left, left, right, right, right});
     const RowsRead<ReturnLine> filed = ReturnLines(cnn, year);
     constexpr int firstFormYear = 2006;
     const QString form = year <= firstFormYear ? QStringLiteral("3B") : QStringLiteral("ITR-8");
     for (const ReturnLine &row : *filed) {
         QStringList cells{row.name, form, row.date, row.acknowledgement};
         const auto figures = context.returnFigures ? context.returnFigures(row.code, year) : std::nullopt;
-        cells << (figures ? rupees(figures->tax) : QString()) << (figures ? rupees(figures->balance) : QString());
+        if (figures)
+            cells << rupees(figures->tax) << rupees(figures->interest) << rupees(figures->balance);
+        else
+            cells << QString() << QString() << QString();
         table.add(cells);
     }
     if (filed.failed())

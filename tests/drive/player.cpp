@@ -172,6 +172,7 @@ void Player::addStateCommands()
     m_handlers[QStringLiteral("sql")] = [this](const Command &c) { runSql(c.rest); };
     m_handlers[QStringLiteral("compute")] = [this](const Command &) {
         CALCFBT();
+        m_interest = CALCINTEREST();
         printValues();
     };
     m_handlers[QStringLiteral("report")] = [this](const Command &c) {
@@ -264,6 +265,21 @@ void Player::printValues()
     print("SepBooks", SepBooks ? QStringLiteral("True") : QStringLiteral("False"));
     print("IndiaEmp", NumberText(IndiaEmp));
     print("TotalEmp", NumberText(TotalEmp));
+    printInterest();
+}
+
+void Player::printInterest()
+{
+    const auto print = [this](const char *name, const QString &value) { m_out << name << '=' << value << '\n'; };
+    print("Int115WJ", NumberText(m_interest.Int115WJ));
+    print("Int115WJ5", NumberText(m_interest.Int115WJ5));
+    print("Int115WK", NumberText(m_interest.Int115WK));
+    const auto printDetail = [&print](const char *name, QString detail) {
+        print(name, detail.replace(QStringLiteral("\r\n"), QStringLiteral("\\n")));
+    };
+    printDetail("Det115WJ", m_interest.Det115WJ);
+    printDetail("Det115WJ5", m_interest.Det115WJ5);
+    printDetail("Det115WK", m_interest.Det115WK);
 }
 
 void Player::runSql(const QString &statement)

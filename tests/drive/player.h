@@ -2,6 +2,7 @@
 
 #include "script.h"
 
+#include "calc/interest.h"
 #include "controls/msgbox.h"
 
 #include <QObject>
@@ -70,6 +71,7 @@ private:
     void addGridCommands();
     void addPrintingCommands();
     void printValues();
+    void printInterest();
     void runSql(const QString &statement);
 
     std::vector<Command> m_commands;
@@ -79,6 +81,7 @@ private:
     PrintingAnswerer m_answerer;
     Answerer *m_before;
     std::map<QString, Handler> m_handlers;
+    InterestOfYear m_interest; // of the last computation
     std::size_t m_next = 0;
     int m_running = 0;      // commands that have not returned
     int m_modalAtStart = 0; // modal screens open when the last command began

@@ -1,0 +1,254 @@
+#include "calc/interest.h"
+
+#include "calc/instalmentdates.h"
+#include "calc/interestlaw.h"
+#include "calc/modfbtcalc.h"
+#include "context/errortail.h"
+#include "context/modbase.h"
+#include "platform/clock.h"
+#include "platform/dates.h"
+#include "platform/text.h"
+#include "records/clients.h"
+#include "records/duedates.h"
+#include "records/interestterms.h"
+
+#include <algorithm>
+
+namespace {
+
+const QString module = QStringLiteral("MODFBTCALC");
+
+ClientYear clientInHand()
+{
+    return {Base->code, Base->TYear};
+}
+
+double taxOfYear()
+{
+    return FBTTax + FBTSurcharge + FBTEduCess + FBTSHECess;
+}
+
+/// Payments of the client in hand by their dates.
+class DatedPayments
+{
+public:
+    DatedPayments(const std::vector<Payment> &rows, ErrorTail &tail)
+    {
+        for (const Payment &row : rows) {
+            QDate date;
+            if (row.date.isEmpty() || tail([&] { date = DateOrFault(row.date); }))
+                m_payments.push_back({date, row.amount});
+        }
+    }
+
+    [[nodiscard]] double upTo(const QDate &day) const
+    {
+        double sum = 0;
+        for (const DatedAmount &payment : m_payments)
+            sum += !payment.date.isValid() || payment.date <= day ? payment.amount : 0;
+        return sum;
+    }
+
+    [[nodiscard]] const std::vector<DatedAmount> &list() const { return m_payments; }
+
+private:
+    std::vector<DatedAmount> m_payments; // without date: an invalid one
+};
+
+/// What one kind of interest needs is read here; the first reading that fails stops it.
+class InterestReader
+{
+public:
+    explicit InterestReader(const QString &procedure)
+        : m_tail(module, procedure)
+    {
+    }
+
+    /// What was read; a default value, and `known()` false, when it could not be.
+    template<typename T>
+    T take(const Reading<T> &reading)
+    {
+        m_known = m_known && !reading.failed();
+        return *reading;
+    }
+
+    /// A date, invalid for an empty text or, with a logged fault, for what is none.
+    QDate date(const QString &text) { return text.isEmpty() ? QDate() : dateOrFault(text); }
+
+    DatedPayments payments(PaymentKind kind) { return {take(Payments(Cnn, clientInHand(), kind)), m_tail}; }
+
+    /// A date that must be there: an empty text is a fault too.
+    QDate dateOrFault(const QString &text)
+    {
+        QDate date;
+        m_tail([&] { date = DateOrFault(text); });
+        return date;
+    }
+
+    [[nodiscard]] bool known() const { return m_known; }
+
+private:
+    ErrorTail m_tail;
+    bool m_known = true;
+};
+
+InterestPart partOf(const InterestWork &work, const InterestReader &reader)
+{
+    return reader.known() ? InterestPart{Round(work.amount), work.text()} : InterestPart{0, {}, false};
+}
+
+QString dateOf(const DueDateRow &row)
+{
+    return row.extended.isEmpty() ? row.original : row.extended;
+}
+
+/// The payments after the year's end. They go first to the interest for shortfall; a payment without date is of today.
+PaymentMonths laterPayments(const DatedPayments &payments, double credit, const QDate &upTo)
+{
+    PaymentMonths months;
+    for (const DatedAmount &payment : payments.list()) {
+        const double settled = credit > 0 ? std::min(payment.amount, credit) : 0;
+        credit -= settled;
+        const QDate date = payment.date.isValid() ? payment.date : Today();
+        if (payment.amount != settled && date > YearEnd(Base->TYear) && date <= upTo)
+            months.add({date, payment.amount - settled});
+    }
+    return months;
+}
+
+/// Class of assessee (`StatC`) by which the return falls due: companies 1, firms 2 when audited, others 4 when audited, 3
+/// for all that are not.
+int classOfReturn(int status, bool audited)
+{
+    constexpr int firm = 3;
+    if (PaysFourInstalments(status))
+        return 1;
+    if (!audited)
+        return 3;
+    return status == firm ? 2 : 4;
+}
+
+QDate orToday(const QDate &date)
+{
+    return date.isValid() ? date : Today();
+}
+
+QDate interestDateOf(const InterestTerms &terms, InterestReader &reader)
+{
+    if (terms.interestDate.compare(QLatin1String("todate"), Qt::CaseInsensitive) == 0)
+        return Today();
+    return orToday(reader.date(terms.interestDate.isEmpty() ? terms.returnDate : terms.interestDate));
+}
+
+/// When the return was filed: the date of the original one where it was revised, else the day on which interest ends.
+QDate filingDateOf(const InterestTerms &terms, const QDate &interestDate, InterestReader &reader)
+{
+    const QDate date = terms.revised ? reader.date(terms.originalDate) : QDate();
+    return date.isValid() ? date : interestDate;
+}
+
+template<typename Compute>
+InterestPart chosen(const InterestChoice &choice, Compute compute)
+{
+    return choice.computed ? compute() : InterestPart{choice.typed, {}};
+}
+
+} // namespace
+
+InterestOfYear CALCINTEREST()
+{
+    InterestReader reader(QStringLiteral("CALCINTEREST"));
+    InterestTerms terms = reader.take(InterestTermsOf(Cnn, clientInHand()));
+    const QDate upTo = interestDateOf(terms, reader);
+    const QDate filed = filingDateOf(terms, upTo, reader);
+    const bool byQuarters = Base->TYear < firstYearByInstalments;
+    if (byQuarters)
+        terms.wj5 = {false, 0};
+    const InterestPart wj = chosen(terms.wj, [&] { return byQuarters ? INT_115WJ_3(upTo) : INT_115WJ_34(upTo); });
+    const InterestPart wj5 = chosen(terms.wj5, [&] { return INT_115WJ_5(upTo, wj.amount); });
+    const InterestPart wk = chosen(terms.wk, [&] { return INT_115WK(filed); });
+    const bool known = reader.known() && wj.known && wj5.known && wk.known;
+    return {wj.amount, wj5.amount, wk.amount, wj.detail, wj5.detail, wk.detail, known};
+}
+
+InterestPart INT_115WJ_3(const QDate &IntDate)
+{
+    InterestReader reader(QStringLiteral("INT_115WJ_3"));
+    const DueDateRows rows = reader.take(QuarterDueDates(Cnn, Base->TYear));
+    std::array<QDate, 4> due;
+    std::array<double, 4> taxes{};
+    for (std::size_t i = 0; i < due.size(); ++i) {
+        due[i] = reader.dateOrFault(dateOf(rows[i]));
+        taxes[i] = TaxOfQuarter(static_cast<int>(i) + 1).total();
+    }
+    const DatedPayments paid = reader.payments(PaymentKind::Any);
+    if (!std::all_of(due.begin(), due.end(), [](const QDate &date) { return date.isValid(); }))
+        return partOf({}, reader);
+    return partOf(InterestByQuarters(taxes, due, IntDate, [&](const QDate &day) { return paid.upTo(day); }), reader);
+}
+
+InterestPart INT_115WJ_34(const QDate &IntDate)
+{
+    InterestReader reader(QStringLiteral("INT_115WJ_34"));
+    const InstalmentDates due = reader.take(InstalmentDatesOfYear(Base->TYear));
+    const QDate incorporated = reader.date(reader.take(ReadClient(Cnn, Base->code))[ClientRecord::Born]);
+    const DatedPayments paid = reader.payments(PaymentKind::Advance);
+    InterestWork work;
+    for (const Instalment &instalment : InstalmentsOf(Base->status)) {
+        const QDate date = reader.dateOrFault(due.at(static_cast<std::size_t>(instalment.place)));
+        if (!date.isValid() || !InstalmentCounts(date, incorporated, IntDate))
+            continue;
+        const auto interest =
+            InterestOnInstalment(instalment, date, Round(taxOfYear() * instalment.share), paid.upTo(date));
+        if (interest)
+            work.add(interest->interest, interest->fields());
+    }
+    return partOf(work, reader);
+}
+
+InterestPart INT_115WJ_5(const QDate &IntDate, double Int115WJ)
+{
+    InterestReader reader(QStringLiteral("INT_115WJ_5"));
+    const double advance = reader.take(AdvanceTaxPaid(Cnn, clientInHand()));
+    const QDate yearEnd = YearEnd(Base->TYear);
+    if (yearEnd >= IntDate || !InDefault(taxOfYear(), advance))
+        return partOf({}, reader);
+    const PaymentMonths later = laterPayments(reader.payments(PaymentKind::Other), Int115WJ, IntDate);
+    return partOf(InterestOnDefault(taxOfYear(), advance, later, yearEnd, IntDate), reader);
+}
+
+InterestPart INT_115WK(const QDate &FileDate)
+{
+    InterestReader reader(QStringLiteral("INT_115WK"));
+    const QDate due = reader.take(GETDUEDT());
+    if (!due.isValid() || FileDate <= due)
+        return partOf({}, reader);
+    const double advance = reader.take(GETCHAMT(YearEnd(Base->TYear), PaymentKind::Advance));
+    return partOf(InterestOnLateReturn(due, FileDate, taxOfYear(), advance), reader);
+}
+
+Reading<double> GETCHAMT(const QDate &UptoDate, PaymentKind kind)
+{
+    InterestReader reader(QStringLiteral("GETCHAMT"));
+    const double amount = reader.payments(kind).upTo(UptoDate);
+    return reader.known() ? amount : Reading<double>::failure();
+}
+
+Reading<QDate> GETDUEDT(int Year)
+{
+    InterestReader reader(QStringLiteral("GETDUEDT"));
+    const bool audited = Val(reader.take(ReadClient(Cnn, Base->code))[ClientRecord::Audit]) != 0;
+    const DueDateRows rows = reader.take(ReturnDueDates(Cnn, Year == 0 ? Base->TYear : Year));
+    if (!reader.known())
+        return Reading<QDate>::failure();
+    const int statC = classOfReturn(Base->status, audited);
+    const QDate due = reader.date(dateOf(rows.at(static_cast<std::size_t>(statC - 1))));
+    return due.isValid() ? due : Reading<QDate>::nothing();
+}
+
+Reading<QDate> InterestDate()
+{
+    InterestReader reader(QStringLiteral("CALCINTEREST"));
+    const QDate date = interestDateOf(reader.take(InterestTermsOf(Cnn, clientInHand())), reader);
+    return reader.known() ? date : Reading<QDate>::failure();
+}
