@@ -95,8 +95,11 @@ bool withModule(Connection &connection, BaseObject *base, QString *why, const st
     ErrText.clear();
     {
         const ErrorTail tail(QStringLiteral("LAUNCHER"), QStringLiteral("RUNSAMPLES"));
-        UpdateDatabase(&connection);
-        work();
+        if (UpdateDatabase(&connection))
+            work();
+        else
+            *why = QStringLiteral("The database structure could not be updated; FBTLogger.log in %1 tells why.")
+                       .arg(base->AppPath);
     }
     if (!ErrText.isEmpty() && why->isEmpty())
         *why = QStringLiteral("The sample employers were not computed in full; FBTLogger.log in %1 tells why.")

@@ -3,6 +3,7 @@
 #include "platform/recordset.h"
 #include "platform/sqltext.h"
 #include "records/change.h"
+#include "records/rowkey.h"
 
 Reading<QString> ReadAdminPassword(Connection *connection)
 {
@@ -12,6 +13,7 @@ Reading<QString> ReadAdminPassword(Connection *connection)
         return Reading<QString>::failure();
     if (!rows.empty())
         return rows.Fields(u"Val1").text();
+    GiveRowKey(connection, QStringLiteral("TableMP")); // without its row the table is a new one
     WriteOne(connection, QStringLiteral("Insert into TableMP Values('')"));
     return QString();
 }

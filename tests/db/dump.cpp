@@ -2,6 +2,19 @@
 
 #include "tests/support/testmodule.h"
 
+#include <QFile>
+#include <QTest>
+
+QStringList LinesOf(const QString &file)
+{
+    QFile text(QFINDTESTDATA(file));
+    if (!text.open(QIODevice::ReadOnly | QIODevice::Text))
+        qFatal("There is no file %s.", qPrintable(file));
+    QStringList lines = QString::fromUtf8(text.readAll()).split(u'\n', Qt::SkipEmptyParts);
+    lines.removeIf([](const QString &line) { return line.startsWith(u'#'); });
+    return lines;
+}
+
 void Carry(TestModule &module, const QStringList &statements)
 {
     for (const QString &statement : statements) {

@@ -4,12 +4,13 @@
 
 class TestModule;
 
+/// The lines of a text file of this folder, without empty ones and those that begin with `#`.
+QStringList LinesOf(const QString &file);
+
 /// Carries out statements that must not be refused.
 void Carry(TestModule &module, const QStringList &statements);
 
-/// All that a schema holds, as comparable lines.
-
-/// Tables, columns with type and default in their order, and indexes.
+/// Tables of the schema with columns, their types and defaults in their order, and indexes, as comparable lines.
 QStringList StructureOf(TestModule &module);
 
 /// All rows of all tables, in the order in which they are stored.

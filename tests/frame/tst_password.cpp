@@ -53,7 +53,7 @@ private slots:
         TestModule module(*server);
         GETPASSWORD();
         QCOMPARE(AdminPassword, QString());
-        QCOMPARE(module.rows(QStringLiteral("Select Count(*) from TableMP")), QStringList("1"));
+        QCOMPARE(module.rows(QStringLiteral("Select Count(FbtRow) from TableMP")), QStringList("1"));
         StorePassword(password);
         AdminPassword.clear();
         GETPASSWORD();

@@ -1,13 +1,20 @@
 #include "launcher/database.h"
 #include "launcher/samplerun.h"
-#include "officeserver.h"
 #include "platform/recordset.h"
+#include "server/privateserver.h"
 #include "tests/support/testmodule.h"
 
+#include <QDeadlineTimer>
+#include <QProcess>
+#include <QStandardPaths>
 #include <QTcpServer>
 #include <QTest>
 #include <QTextStream>
+#include <QThread>
 
+#include <csignal>
+#include <pwd.h>
+#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -18,6 +25,117 @@ using namespace Qt::StringLiterals;
 Q_DECLARE_METATYPE(ServerAddress::Tls)
 
 namespace {
+
+constexpr int patienceMs = 60'000;
+
+QString program(const QString &name)
+{
+    return QStandardPaths::findExecutable(name, PrivateServer::defaultProgramFolders());
+}
+
+/// A server as an office has it: on the network (of this machine), with accounts and passwords, set up by its
+/// administrator, telling table names apart by case.
+class OfficeServer
+{
+public:
+    /// Whether it can encrypt, with a certificate of its own in this folder.
+    enum class Encrypts { No, Yes };
+    explicit OfficeServer(Encrypts encrypts)
+        : m_encrypts(encrypts)
+    {
+        QTcpServer probe;
+        probe.listen(QHostAddress::LocalHost);
+        m_address.host = "127.0.0.1";
+        m_address.port = probe.serverPort();
+        m_address.user = "fbt";
+        m_address.password = "secret";
+        const passwd *self = getpwuid(geteuid());
+        m_userOption = QString("--user=") + (self == nullptr ? "mysql" : self->pw_name);
+        probe.close();
+        install();
+        launch();
+        makeAccount();
+    }
+    ~OfficeServer() { stop(); }
+    OfficeServer(const OfficeServer &) = delete;
+    OfficeServer &operator=(const OfficeServer &) = delete;
+
+    /// Host, port, user and password of the program's account.
+    [[nodiscard]] ServerAddress address() const { return m_address; }
+
+    /// Stops it in order and starts it again.
+    void restart()
+    {
+        stop();
+        launch();
+    }
+
+    /// First field of a query, asked as the administrator.
+    QString ask(const QString &query) { return FirstField(&m_administrator, query).text(); }
+
+private:
+    void install()
+    {
+        QProcess installer;
+        const QString data = "--datadir=" + m_folder.filePath("data");
+        installer.start(program("mariadb-install-db"),
+                        {"--no-defaults", data, "--auth-root-authentication-method=normal", "--skip-test-db", "--force",
+                         "--innodb-log-file-size=16M", m_userOption});
+        if (!installer.waitForFinished(patienceMs) || installer.exitCode() != 0)
+            qFatal("The office server cannot be set up: %s", installer.readAllStandardError().constData());
+    }
+
+    void launch()
+    {
+        const QString socket = m_folder.filePath("db.sock");
+        m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); }); // a broken test leaves none behind
+        QStringList arguments = {"--no-defaults",
+                                 "--bind-address=127.0.0.1",
+                                 "--lower-case-table-names=0",
+                                 "--innodb-log-file-size=16M",
+                                 "--innodb-buffer-pool-size=32M",
+                                 "--innodb-flush-log-at-trx-commit=0",
+                                 m_userOption};
+        arguments << "--datadir=" + m_folder.filePath("data") << "--socket=" + socket
+                  << "--port=" + QString::number(m_address.port);
+        if (m_encrypts == Encrypts::Yes)
+            arguments << "--ssl-cert=" + QFINDTESTDATA("office.crt") << "--ssl-key=" + QFINDTESTDATA("office.key");
+        m_process.start(program("mariadbd"), arguments);
+        ServerAddress root;
+        root.socket = socket;
+        root.user = "root";
+        const QDeadlineTimer deadline(patienceMs);
+        while (!m_administrator.open(root)) {
+            if (deadline.hasExpired())
+                qFatal("The office server does not answer: %s", m_process.readAllStandardError().constData());
+            QThread::msleep(20);
+        }
+    }
+
+    // The account has the rights that the README names, on the schema `office`.
+    void makeAccount()
+    {
+        for (const auto *statement :
+             {"CREATE USER 'fbt'@'%' IDENTIFIED BY 'secret'",
+              "GRANT SELECT, INSERT, UPDATE, DELETE, CREATE, ALTER, DROP, INDEX ON office.* TO 'fbt'@'%'",
+              "GRANT RELOAD ON *.* TO 'fbt'@'%'"})
+            m_administrator.Execute(QString::fromLatin1(statement));
+    }
+
+    void stop()
+    {
+        m_administrator.Execute("SHUTDOWN");
+        m_administrator.close();
+        m_process.waitForFinished(patienceMs);
+    }
+
+    Encrypts m_encrypts;
+    QString m_userOption;
+    QTemporaryDir m_folder;
+    QProcess m_process;
+    ServerAddress m_address;
+    Connection m_administrator;
+};
 
 QString computed(Connection &connection, BaseObject &base, QString *why)
 {
@@ -114,30 +232,20 @@ private slots:
         QVERIFY2(!seen.isEmpty() && found.startsWith(seen), qPrintable(found));
     }
 
-    void aRestartBetweenTwoStatementsLosesNothing_data()
-    {
-        QTest::addColumn<bool>("encrypted");
-        QTest::newRow("plain") << false;
-        QTest::newRow("encrypted") << true;
-    }
     void aRestartBetweenTwoStatementsLosesNothing()
     {
-        QFETCH(bool, encrypted);
-        OfficeServer &office = encrypted ? m_encrypting : m_office;
-        office.ask(u"Create Database If Not Exists office"_s);
-        ServerAddress address = office.address();
+        m_encrypting.ask(u"Create Database office"_s);
+        ServerAddress address = m_encrypting.address();
         address.schema = u"office"_s;
         Connection connection;
         QVERIFY(connection.open(address) && connection.Execute("Create Table T (A Int)"));
-        std::vector<Fault> faults;
-        connection.setFaultHandler([&](const Fault &fault) { faults.push_back(fault); });
-        QVERIFY(connection.Execute("Insert into T Values (1)"));
-        office.restart();
+        bool fault = false;
+        connection.setFaultHandler([&](const Fault &) { fault = true; });
+        m_encrypting.restart();
         QVERIFY(connection.Execute("Insert into T Values (2)"));
-        office.restart();
-        QCOMPARE(FirstField(&connection, "Select Count(*) from T").whole(), 2);
-        QVERIFY(faults.empty());
-        QVERIFY(connection.Execute("Drop Table T"));
+        m_encrypting.restart();
+        QCOMPARE(FirstField(&connection, "Select Count(*) from T").whole(), 1);
+        QVERIFY(!fault);
     }
 
     void aPasswordIsNeverSentInTheClear()
@@ -156,41 +264,33 @@ private slots:
         QVERIFY(!heard.contains(address.password.toLatin1()));
     }
 
-    void theSuitesSchemaMustBeThere()
-    {
-        LauncherSettings named = settings();
-        named.suiteSchema = u"suite"_s;
-        LauncherDatabase database(named, u"/proc/never"_s);
-        QVERIFY(!database.open(&m_why));
-        QVERIFY2(m_why.startsWith(u"The suite database suite cannot be opened: "_s), qPrintable(m_why));
-    }
-
     void refusals_data()
     {
-        QTest::addColumn<QString>("host");
-        QTest::addColumn<QString>("password");
-        QTest::addColumn<QString>("schema");
-        QTest::addColumn<QString>("reason");
-        QTest::newRow("unknown host") << u"nowhere.invalid"_s << u"secret"_s << u"office"_s << u"Unknown"_s;
-        QTest::newRow("wrong password") << u"127.0.0.1"_s << u"guess"_s << u"office"_s << u"Access denied for user"_s;
-        QTest::newRow("schema of others")
-            << u"127.0.0.1"_s << u"secret"_s << u"payroll"_s << u"Access denied for user"_s;
+        QTest::addColumn<QString>("wrong"); // the setting, and its value
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<QString>("why"); // begins like this
+        const auto row = [](const QString &wrong, const QString &value, const QString &why) {
+            QTest::newRow(qPrintable(wrong)) << wrong << value << why;
+        };
+        row(u"host"_s, u"nowhere.invalid"_s, u"The database server nowhere.invalid:%1 cannot be used: Unknown"_s);
+        const QString denied = u"The database server 127.0.0.1:%1 cannot be used: Access denied for user"_s;
+        row(u"password"_s, u"guess"_s, denied);
+        row(u"schema"_s, u"payroll"_s, denied);
+        row(u"suite"_s, u"suite"_s, u"The suite database suite cannot be opened: "_s);
     }
-
     void refusals()
     {
-        QFETCH(QString, host);
-        QFETCH(QString, password);
-        QFETCH(QString, schema);
-        QFETCH(QString, reason);
-        LauncherSettings wrong = settings();
-        wrong.server->host = host;
-        wrong.server->password = password;
-        wrong.schema = schema;
-        LauncherDatabase database(wrong, u"/proc/never"_s);
+        QFETCH(QString, wrong);
+        QFETCH(QString, value);
+        QFETCH(QString, why);
+        LauncherSettings refused = settings();
+        (wrong == u"host"       ? refused.server->host
+         : wrong == u"password" ? refused.server->password
+         : wrong == u"schema"   ? refused.schema
+                                : refused.suiteSchema) = value;
+        LauncherDatabase database(refused, u"/proc/never"_s);
         QVERIFY(!database.open(&m_why));
-        const QString begin = u"The database server %1:%2 cannot be used: %3"_s.arg(host).arg(wrong.server->port);
-        QVERIFY2(m_why.startsWith(begin.arg(reason)), qPrintable(m_why));
+        QVERIFY2(m_why.startsWith(why.replace(u"%1"_s, QString::number(refused.server->port))), qPrintable(m_why));
     }
 
 private:
@@ -202,7 +302,7 @@ private:
         return settings;
     }
 
-    OfficeServer m_office;
+    OfficeServer m_office{OfficeServer::Encrypts::No};
     OfficeServer m_encrypting{OfficeServer::Encrypts::Yes};
     QString m_why;
 };
