@@ -4,7 +4,6 @@
 #include "calc/sharing.h"
 #include "db/updater.h"
 #include "platform/fault.h"
-#include "records/challans.h"
 #include "tests/support/employer.h"
 #include "tests/support/testmodule.h"
 
@@ -174,19 +173,6 @@ private slots:
         QCOMPARE(FBTEduCess, 118.0);   // 2 % of 5,879: 117.58
         QCOMPARE(FBTSHECess, 59.0);    // 58.79
         QVERIFY(m_module->logLines().isEmpty());
-    }
-
-    /// A payment counts with the parts that it has.
-    void paymentsWithoutAllParts()
-    {
-        const auto pay = [](int no, const char *parts, const char *cess) {
-            Cnn->Execute(Sql("Insert into FBT_Challan Values ('P',2008,0,", no, ",'Self Assessment Tax (300)','',",
-                             parts, ",5,5,5,0,'','','','','',0,", cess, ")"));
-        };
-        QCOMPARE(TaxPaid(Cnn, {QStringLiteral("P"), 2008}).valueOr(-1), 0.0);
-        pay(1, "100,10,4", "2");
-        pay(2, "50,Null,2", "Null");
-        QCOMPARE(TaxPaid(Cnn, {QStringLiteral("P"), 2008}).valueOr(-1), 168.0);
     }
 
 private:

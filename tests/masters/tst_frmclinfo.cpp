@@ -134,7 +134,7 @@ private slots:
         startAdding("A1");
         m_user->type("txtfields_2", "WRONG");
         m_user->key(Qt::Key_U, Qt::AltModifier);
-        QTRY_COMPARE(m_user->said(), QStringList{"PAN No is not Valid."});
+        QCOMPARE(m_user->said(), QStringList{"PAN No is not Valid."});
         QCOMPARE(codes(), QString());
     }
 

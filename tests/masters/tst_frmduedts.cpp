@@ -93,7 +93,12 @@ private slots:
         const QStringList before = tables();
         {
             const WithoutTable gone(table);
-            openYear();
+            QFETCH(QString, year);
+            m_user->open();
+            if (m_user->screen()->couldRead())
+                m_user->answers({Reply::No});
+            m_user->choose("Combo4", year);
+            m_user->said();
         }
         QVERIFY(!m_user->screen()->couldRead() && !m_user->enabled("cmdsave"));
         QCOMPARE(editableColumns("vsf") + editableColumns("vsf1"), QList<int>());
