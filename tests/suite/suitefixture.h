@@ -36,7 +36,7 @@ public:
         context.settingsFile = module.base.AppPath + QStringLiteral("/settings.ini");
         context.version = QStringLiteral("2.10.1");
         context.statusName = [](int status) { return QStringLiteral("Status %1").arg(status); };
-        context.returnFigures = [](const QString &, int year) { return ReturnFigures{year + 0.5, -250.0}; };
+        context.returnFigures = [](const QString &, int year) { return ReturnFigures{year + 0.5, 12, -250.0}; };
         return context;
     }
 

@@ -307,8 +307,8 @@ private slots:
         suite.base.ShowReturn();
         QCOMPARE(picked, QString("2008-09"));
         QCOMPARE(suite.shelf->document->asText().section('\n', 3),
-                 QString("1\tNAME A1\tITR-8\t31/07/2008\tACK\t2008\t-250\n"
-                         "2\tNAME B2\tITR-8\t01/09/2008\tE77\t2008\t-250\n"));
+                 QString("1\tNAME A1\tITR-8\t31/07/2008\tACK\t2008\t12\t-250\n"
+                         "2\tNAME B2\tITR-8\t01/09/2008\tE77\t2008\t12\t-250\n"));
     }
 
 private:
