@@ -1,4 +1,5 @@
 #include "bench/bareclient.h"
+#include "bench/measure.h"
 #include "calc/modfbtcalc.h"
 #include "db/updater.h"
 #include "platform/recordset.h"
@@ -8,10 +9,8 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <chrono>
 #include <map>
 #include <memory>
-#include <thread>
 
 namespace {
 
@@ -70,16 +69,6 @@ void addOtherClients(Connection &connection, int count)
         copyClient(connection, from, std::min(from + group - 1, count), rowsOfClient / 4 / 10);
 }
 
-/// Waits until the server has written the new rows to disk, so that this is not measured with the computation.
-void settle(Connection &connection)
-{
-    connection.Execute(QStringLiteral("Set Global innodb_max_dirty_pages_pct=0"));
-    const QString dirty = QStringLiteral("Select Variable_Value from information_schema.GLOBAL_STATUS Where "
-                                         "Variable_Name='Innodb_buffer_pool_pages_dirty'");
-    for (int tries = 0; tries < 600 && FirstField(&connection, dirty).num() > 0; ++tries)
-        std::this_thread::sleep_for(std::chrono::milliseconds(200));
-}
-
 /// A database with that many clients.
 struct Database
 {
@@ -90,7 +79,7 @@ struct Database
         UpdateDatabase(&module.connection);
         addMeasuredClient(module.connection, QStringLiteral("A1"));
         addOtherClients(module.connection, clients);
-        settle(module.connection);
+        Settle(module.connection);
         module.base.code = QStringLiteral("A1");
         module.base.TYear = year;
     }
@@ -115,30 +104,10 @@ Database &databaseOf(int clients)
     return *database;
 }
 
-/// The statements that one computation sends.
-std::vector<QByteArray> statementsOfOneRun(Database &database)
-{
-    std::vector<QByteArray> statements;
-    database.use();
-    database.module.connection.setObserver([&](const QString &text) { statements.push_back(text.toUtf8()); });
-    CALCFBT();
-    database.module.connection.setObserver({});
-    return statements;
-}
-
-template<typename Work>
-double secondsOf(Work work)
-{
-    using Clock = std::chrono::steady_clock;
-    const Clock::time_point start = Clock::now();
-    work();
-    return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
 double secondsOfComputation(Database &database)
 {
     database.use();
-    return secondsOf([] { CALCFBT(); });
+    return SecondsOf([] { CALCFBT(); });
 }
 
 /// Time of a computation for one client among many. Beside it, in turns so that all see the same load of the machine, the
@@ -147,12 +116,13 @@ void computation(benchmark::State &state)
 {
     Database &few = databaseOf(fewClients);
     Database &database = databaseOf(static_cast<int>(state.range(0)));
-    const std::vector<QByteArray> queries = statementsOfOneRun(database);
+    database.use();
+    const std::vector<QByteArray> queries = StatementsOf(database.module.connection, [] { CALCFBT(); });
     double seconds = 0;
     double secondsBare = 0;
     double secondsFew = 0;
     for ([[maybe_unused]] auto _ : state) {
-        secondsBare += secondsOf([&] {
+        secondsBare += SecondsOf([&] {
             for (const QByteArray &query : queries)
                 database.bare.readAll(query);
         });

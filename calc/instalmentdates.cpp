@@ -4,7 +4,7 @@
 
 Reading<InstalmentDates> InstalmentDatesOfYear(int year)
 {
-    const Reading<InstalmentDates> stored = InstalmentDueDates(Cnn, year);
+    Reading<InstalmentDates> stored = InstalmentDueDates(Cnn, year);
     if (stored.failed())
         return stored;
     InstalmentDates dates = LawInstalments(year);

@@ -7,9 +7,10 @@
 #include "tests/support/screenuser.h"
 #include "tests/support/testmodule.h"
 
-#include <QGroupBox>
 #include <QRadioButton>
+#include <QThread>
 
+#include <atomic>
 #include <memory>
 
 namespace {
@@ -215,6 +216,33 @@ private slots:
         QCOMPARE(stage.caption(), "Challan - could not be saved");
         QCOMPARE(stage.text("txtfields_2"), "7");
         QVERIFY(stage.stored().isEmpty());
+    }
+
+    /// Each number of a quarter is given once, and no challan is lost.
+    void twoProgramsAddToTheSameQuarter()
+    {
+        constexpr int each = 15;
+        Stage stage(*m_module);
+        const ClientYear client{"A1", 2008};
+        ChallanRecord challan;
+        challan.quarter = 1;
+        challan.payType = PaymentTypes().constFirst();
+        std::atomic<int> stored = 0;
+        const auto addAll = [&](Connection &connection) {
+            for (int i = 0; i < each; ++i)
+                stored += AddChallan(&connection, client, challan) ? 1 : 0;
+        };
+        const std::unique_ptr<QThread> other(QThread::create([&] {
+            Connection connection;
+            if (connection.open(stage.module.connection.address()))
+                addAll(connection);
+        }));
+        other->start();
+        addAll(stage.module.connection);
+        other->wait();
+        QCOMPARE(stored.load(), 2 * each);
+        QCOMPARE(stage.module.rows("Select Count(*),Count(Distinct srno),Max(srno) from FBT_Challan"),
+                 QStringList("30\t30\t30"));
     }
 
     /// All of it by the keyboard: a challan by cheque, saved, changed, and left.
