@@ -41,10 +41,8 @@ private:
             m_inTable = false;
         else if (token->is("intbl"))
             m_inTable = true;
-        else if (token->is("trowd"))
-            beginRow(token);
-        else if (token->is("cell") && !m_inRow && m_tableOpen)
-            beginRow(token); // the form of the row before holds on
+        else if (token->is("trowd") || (token->is("cell") && !m_inRow && m_tableOpen))
+            beginRow(token); // a row that tells no form has that of the row before
         else if (token->is("row") && m_inRow)
             m_closing = true;
         else if (m_scanner.paragraphEnds() && !m_inRow && !m_inTable)
