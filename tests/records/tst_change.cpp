@@ -88,7 +88,8 @@ private slots:
         QFETCH(bool, locks);
         constexpr int rows = 100;
         if (locks)
-            m_cnn->Execute("Create Table FBT_Lock (Tbl Varchar(64), Code Varchar(50), Primary Key (Tbl,Code))");
+            m_cnn->Execute("Create Table FBT_Lock (Tbl Varchar(64), Code Varchar(50), N Bigint Default 0, Primary Key "
+                           "(Tbl,Code))");
         const int users = locks ? 3 : 1;
         std::vector<std::thread> work;
         std::atomic<int> failed = 0;
