@@ -143,10 +143,14 @@ bool wellFormed(const QString &path, QString *why)
     return true;
 }
 
+/// A section without a key counts too: whoever wrote it wanted another database than the private one.
 bool hasServer(const QString &path)
 {
-    QSettings file(path, QSettings::IniFormat);
-    return file.childGroups().contains(QStringLiteral("Server"));
+    static const QRegularExpression heading(QStringLiteral("^\\s*\\[\\s*Server\\b"),
+                                            QRegularExpression::MultilineOption);
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly | QIODevice::Text) &&
+           heading.match(QString::fromUtf8(file.readAll())).hasMatch();
 }
 
 ServerAddress readServer(SectionReader &server)

@@ -46,7 +46,7 @@ bool lockRow(Connection *connection, const QString &table, const QString &client
         return without;
     });
     return connection->Execute(Sql("Insert into FBT_Lock (Tbl,Code) Values (", Quoted(table), ",", Quoted(clientCode),
-                                   ") On Duplicate Key Update Code=Values(Code)")) ||
+                                   ") On Duplicate Key Update N=N+1")) ||
            without;
 }
 

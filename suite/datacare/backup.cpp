@@ -15,6 +15,7 @@
 namespace {
 
 const QString damaged = QStringLiteral("The file is not a whole backup of this program. Nothing was changed.");
+const QString notTaken = QStringLiteral("The database did not take the rows of the backup. Nothing was changed.");
 
 QString cannotWrite(const QIODevice &device)
 {
@@ -156,8 +157,9 @@ bool load(BackupReader &reader, ScratchTables &scratch, const std::function<void
                           ? scratch.create(piece.table, piece.definition, static_cast<int>(piece.columns))
                           : scratch.insert(piece.values));
         if (!taken) {
-            *why = whole ? QStringLiteral("The database did not take the rows of the backup. Nothing was changed.")
-                         : damaged;
+            *why = damaged;
+            if (whole)
+                *why = scratch.refusal().isEmpty() ? notTaken : scratch.refusal();
             return false;
         }
         progress();

@@ -1,7 +1,10 @@
 #include "suite/datacare/scratchtables.h"
 
 #include "platform/recordset.h"
+#include "records/locktable.h"
 #include "records/rowkey.h"
+#include "records/updatemark.h"
+#include "suite/datacare/tabledefinition.h"
 
 #include <QRegularExpression>
 #include <QStringList>
@@ -33,6 +36,11 @@ ScratchTables::ScratchTables(Connection *cnn)
     tables.Open(QStringLiteral("Select TABLE_NAME from information_schema.TABLES Where TABLE_SCHEMA=Database()"), cnn);
     for (; !tables.Eof(); tables.MoveNext())
         m_existing.insert(tables.Fields(0).text().toLower(), tables.Fields(0).text());
+    tables.Open(QStringLiteral("Select Lower(TABLE_NAME),Lower(COLUMN_NAME) from information_schema.COLUMNS"
+                               " Where TABLE_SCHEMA=Database()"),
+                cnn);
+    for (; !tables.Eof(); tables.MoveNext())
+        m_columnsOf[tables.Fields(0).text()] << tables.Fields(1).text();
 }
 
 ScratchTables::~ScratchTables()
@@ -55,21 +63,48 @@ void ScratchTables::removeAll()
         m_cnn->Execute(Sql("Drop Table If Exists ", names.join(u',')));
 }
 
+bool ScratchTables::isKnown(const QString &table) const
+{
+    static const QRegularExpression others(
+        QRegularExpression::anchoredPattern(
+            Joined("VerInfo|TableMP|TmpSchFBT|", lockTable, "|", updateMark, "|FBT_(Head|ExpHead|ExpRate)\\d{4}")),
+        QRegularExpression::CaseInsensitiveOption);
+    return m_existing.contains(table.toLower()) || others.match(table).hasMatch();
+}
+
+/// Rows are written without column names all over the program: a column more than it knows would refuse every new one.
+QString ScratchTables::unknownColumn(const QString &table, const QStringList &columns) const
+{
+    const QStringList known = m_columnsOf.value(table.toLower());
+    for (const QString &column : columns) {
+        if (!known.isEmpty() && !known.contains(column.toLower()))
+            return column;
+    }
+    return {};
+}
+
+bool ScratchTables::refuse(const QString &what)
+{
+    m_refusal = QStringLiteral("The backup holds %1 that this program does not know. Nothing was changed.").arg(what);
+    return false;
+}
+
 bool ScratchTables::create(const QString &table, const QString &definition, int columns)
 {
-    static const QRegularExpression opening(
-        QRegularExpression::anchoredPattern(QStringLiteral("(create table\\s+)(`[^`]*`|\\w+)(.*)")),
-        QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
-    const QRegularExpressionMatch match = opening.match(definition);
-    if (!match.hasMatch())
-        return false;
+    if (!isKnown(table))
+        return refuse(QStringLiteral("a table"));
     // On a server that tells capitals apart the program's own spelling counts, not that of the server it came from.
     const QString name = m_existing.value(table.toLower(), table);
+    const std::optional<TableDefinition> made = ReadTableDefinition(definition);
+    if (!made || made->columns.isEmpty() || made->columns.size() != columns)
+        return refuse(QStringLiteral("a table %1").arg(name));
+    if (const QString column = unknownColumn(name, made->columns); !column.isEmpty())
+        return refuse(QStringLiteral("a column %1 of %2").arg(column, name));
     m_tables.append({name, 0});
     m_columns = columns;
-    if (!m_cnn->Execute(Sql(match.captured(1), "`", newPrefix, name, "`", match.captured(3))))
+    if (!m_cnn->Execute(made->createStatement(newPrefix + name)))
         return false;
-    GiveRowKey(m_cnn, newPrefix + name); // a backup from before the hidden keys
+    GiveRowKey(m_cnn, newPrefix + name);
     return true;
 }
 

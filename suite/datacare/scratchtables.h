@@ -5,6 +5,7 @@
 #include <QByteArrayList>
 #include <QHash>
 #include <QString>
+#include <QStringList>
 
 class Connection;
 
@@ -21,14 +22,21 @@ public:
     ScratchTables(const ScratchTables &) = delete;
     ScratchTables &operator=(const ScratchTables &) = delete;
 
-    /// Makes the scratch table for `table` by the statement that once created it. Further rows go there.
+    /// Makes the scratch table for `table` as its definition says. Further rows go there. Only a table, columns and types
+    /// that the program knows; no word of the definition is run as it stands.
     bool create(const QString &table, const QString &definition, int columns);
     /// Adds rows, value by value; a null array is `Null`.
     bool insert(const QByteArrayList &values);
     /// Puts the scratch tables in the place of the real ones: all or none.
     bool swap();
 
+    /// Why a definition was refused, one sentence for the user; empty when none was.
+    [[nodiscard]] QString refusal() const { return m_refusal; }
+
 private:
+    [[nodiscard]] bool isKnown(const QString &table) const;
+    [[nodiscard]] QString unknownColumn(const QString &table, const QStringList &columns) const;
+    bool refuse(const QString &what);
     bool complete() const;
     void removeAll();
 
@@ -39,7 +47,9 @@ private:
     };
 
     Connection *m_cnn;
-    QHash<QString, QString> m_existing; // spelling in the database by the name in lower case
+    QHash<QString, QString> m_existing;      // spelling in the database by the name in lower case
+    QHash<QString, QStringList> m_columnsOf; // both in lower case
     QList<Filled> m_tables;
+    QString m_refusal;
     int m_columns = 0;
 };

@@ -74,8 +74,7 @@ void KeyPlayer::beginRound()
         emit finished();
         return;
     }
-    std::printf("seed %u\n", m_seed);
-    std::fflush(stdout); // the last one printed is the one that crashed
+    std::fprintf(stderr, "seed %u\n", m_seed); // the last one printed is the one that crashed
     m_random.seed(m_seed++);
     m_stepsLeft = stepsOfARound;
     m_closing = false;

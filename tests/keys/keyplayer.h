@@ -14,7 +14,7 @@ class QWidget;
 /// the buttons and menus that open them, so that a new one takes part without being named. The same seed plays the same.
 ///
 /// Each step is due whether or not the one before has returned: it may have opened a modal screen.
-class KeyPlayer : public QObject, private Answerer
+class KeyPlayer : public QObject, protected Answerer
 {
     Q_OBJECT
 
@@ -28,13 +28,17 @@ public:
 signals:
     void finished();
 
-private:
+protected:
+    /// One step of the user's in the window in front.
+    virtual void act(QWidget *window);
     Reply message(const MessageBox &box) override;
+    [[nodiscard]] int upTo(int count) { return m_random.bounded(count); }
+
+private:
     QString file(const FileRequest &request) override;
 
     void beginRound();
     void step();
-    void act(QWidget *window);
     void closeAll();
 
     void click(QWidget *window);
@@ -50,7 +54,6 @@ private:
     [[nodiscard]] QWidget *windowInFront();
     template<class W>
     W *anyOf(QWidget *window);
-    [[nodiscard]] int upTo(int count) { return m_random.bounded(count); }
 
     QPointer<QWidget> m_main;
     int m_rounds;

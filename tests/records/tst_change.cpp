@@ -83,7 +83,8 @@ private slots:
         QFETCH(int, users);
         constexpr int rows = 100;
         if (users > 1)
-            m_cnn->Execute("Create Table FBT_Lock (Tbl Varchar(64), Code Varchar(50), Primary Key (Tbl,Code))");
+            m_cnn->Execute("Create Table FBT_Lock (Tbl Varchar(64), Code Varchar(50), N Bigint Default 0, Primary Key "
+                           "(Tbl,Code))");
         std::vector<std::thread> work;
         std::atomic<int> added = 0;
         for (int user = 0; user < users; ++user) {
