@@ -2,6 +2,7 @@
 #include "launcher/samplerun.h"
 #include "platform/recordset.h"
 #include "server/privateserver.h"
+#include "tests/launcher/officeserver.h"
 #include "tests/support/testmodule.h"
 
 #include <QDeadlineTimer>
@@ -25,117 +26,6 @@ using namespace Qt::StringLiterals;
 Q_DECLARE_METATYPE(ServerAddress::Tls)
 
 namespace {
-
-constexpr int patienceMs = 60'000;
-
-QString program(const QString &name)
-{
-    return QStandardPaths::findExecutable(name, PrivateServer::defaultProgramFolders());
-}
-
-/// A server as an office has it: on the network (of this machine), with accounts and passwords, set up by its
-/// administrator, telling table names apart by case.
-class OfficeServer
-{
-public:
-    /// Whether it can encrypt, with a certificate of its own in this folder.
-    enum class Encrypts { No, Yes };
-    explicit OfficeServer(Encrypts encrypts)
-        : m_encrypts(encrypts)
-    {
-        QTcpServer probe;
-        probe.listen(QHostAddress::LocalHost);
-        m_address.host = "127.0.0.1";
-        m_address.port = probe.serverPort();
-        m_address.user = "fbt";
-        m_address.password = "secret";
-        const passwd *self = getpwuid(geteuid());
-        m_userOption = QString("--user=") + (self == nullptr ? "mysql" : self->pw_name);
-        probe.close();
-        install();
-        launch();
-        makeAccount();
-    }
-    ~OfficeServer() { stop(); }
-    OfficeServer(const OfficeServer &) = delete;
-    OfficeServer &operator=(const OfficeServer &) = delete;
-
-    /// Host, port, user and password of the program's account.
-    [[nodiscard]] ServerAddress address() const { return m_address; }
-
-    /// Stops it in order and starts it again.
-    void restart()
-    {
-        stop();
-        launch();
-    }
-
-    /// First field of a query, asked as the administrator.
-    QString ask(const QString &query) { return FirstField(&m_administrator, query).text(); }
-
-private:
-    void install()
-    {
-        QProcess installer;
-        const QString data = "--datadir=" + m_folder.filePath("data");
-        installer.start(program("mariadb-install-db"),
-                        {"--no-defaults", data, "--auth-root-authentication-method=normal", "--skip-test-db", "--force",
-                         "--innodb-log-file-size=16M", m_userOption});
-        if (!installer.waitForFinished(patienceMs) || installer.exitCode() != 0)
-            qFatal("The office server cannot be set up: %s", installer.readAllStandardError().constData());
-    }
-
-    void launch()
-    {
-        const QString socket = m_folder.filePath("db.sock");
-        m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); }); // a broken test leaves none behind
-        QStringList arguments = {"--no-defaults",
-                                 "--bind-address=127.0.0.1",
-                                 "--lower-case-table-names=0",
-                                 "--innodb-log-file-size=16M",
-                                 "--innodb-buffer-pool-size=32M",
-                                 "--innodb-flush-log-at-trx-commit=0",
-                                 m_userOption};
-        arguments << "--datadir=" + m_folder.filePath("data") << "--socket=" + socket
-                  << "--port=" + QString::number(m_address.port);
-        if (m_encrypts == Encrypts::Yes)
-            arguments << "--ssl-cert=" + QFINDTESTDATA("office.crt") << "--ssl-key=" + QFINDTESTDATA("office.key");
-        m_process.start(program("mariadbd"), arguments);
-        ServerAddress root;
-        root.socket = socket;
-        root.user = "root";
-        const QDeadlineTimer deadline(patienceMs);
-        while (!m_administrator.open(root)) {
-            if (deadline.hasExpired())
-                qFatal("The office server does not answer: %s", m_process.readAllStandardError().constData());
-            QThread::msleep(20);
-        }
-    }
-
-    // The account has the rights that the README names, on the schema `office`.
-    void makeAccount()
-    {
-        for (const auto *statement :
-             {"CREATE USER 'fbt'@'%' IDENTIFIED BY 'secret'",
-              "GRANT SELECT, INSERT, UPDATE, DELETE, CREATE, ALTER, DROP, INDEX ON office.* TO 'fbt'@'%'",
-              "GRANT RELOAD ON *.* TO 'fbt'@'%'"})
-            m_administrator.Execute(QString::fromLatin1(statement));
-    }
-
-    void stop()
-    {
-        m_administrator.Execute("SHUTDOWN");
-        m_administrator.close();
-        m_process.waitForFinished(patienceMs);
-    }
-
-    Encrypts m_encrypts;
-    QString m_userOption;
-    QTemporaryDir m_folder;
-    QProcess m_process;
-    ServerAddress m_address;
-    Connection m_administrator;
-};
 
 QString computed(Connection &connection, BaseObject &base, QString *why)
 {
