@@ -106,7 +106,8 @@ private slots:
     {
         constexpr ClientTable table{"T", "Code", "N"};
         m_cnn->Execute("Alter Table T Add X Varchar(3)");
-        m_cnn->Execute("Create Table FBT_Lock (Tbl Varchar(64), Code Varchar(50), Primary Key (Tbl,Code))");
+        m_cnn->Execute(
+            "Create Table FBT_Lock (Tbl Varchar(64), Code Varchar(50), N Bigint Default 0, Primary Key (Tbl,Code))");
         std::vector<std::thread> work;
         for (int user = 0; user < 3; ++user) {
             work.emplace_back([&] {
