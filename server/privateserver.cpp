@@ -40,7 +40,11 @@ bool processLives(qint64 pid)
         return true; // no such listing on this system: the signal's word counts
     const QByteArray line = stat.readAll();
     const qsizetype name = line.lastIndexOf(')');
-    return name < 0 || line.mid(name + 2, 1) != "Z";
+    if (name < 0 || line.mid(name + 2, 1) != "Z")
+        return true;
+    // The first thread of a killed program can be gone before the others, which still hold its connections.
+    constexpr int onlyTheFirst = 3; // with the entries of the folder itself and of the one above
+    return QDir(QStringLiteral("/proc/%1/task").arg(pid)).entryList().size() > onlyTheFirst;
 }
 
 template<typename Condition>
