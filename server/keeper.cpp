@@ -41,15 +41,28 @@ void closeAllBut(int kept)
     ::_exit(1);
 }
 
+constexpr useconds_t pollUs = 200'000;
+
+/// Ends the server in order. One that hangs on its way down would keep the next program out for good: it is killed, which
+/// costs no committed row.
+void endServer(pid_t server)
+{
+    constexpr int patience = 300; // a minute
+    ::kill(server, SIGTERM);
+    for (int waited = 0; ::waitpid(server, nullptr, WNOHANG) == 0; ++waited) {
+        if (waited == patience)
+            ::kill(server, SIGKILL);
+        ::usleep(pollUs);
+    }
+}
+
 /// Waits for the end of the server, or for the last program to let go of the lock file; the server then ends first.
 [[noreturn]] void keep(const Plan &plan, pid_t server)
 {
-    constexpr useconds_t pollUs = 200'000;
     const int lock = ::open(plan.lockFile, O_RDWR | O_CLOEXEC);
     while (::waitpid(server, nullptr, WNOHANG) == 0) {
         if (lock >= 0 && ::flock(lock, LOCK_EX | LOCK_NB) == 0) {
-            ::kill(server, SIGTERM);
-            ::waitpid(server, nullptr, 0);
+            endServer(server);
             break;
         }
         ::usleep(pollUs);

@@ -33,7 +33,11 @@ Bench::Bench(const QString &folder)
 Bench &Bench::upToDate()
 {
     static Bench bench;
-    static const bool ready = [] { return bench.hold() && Played(bench, {QStringLiteral("start")}).ended() == 0; }();
+    static const bool ready = [] {
+        const bool done = bench.hold() && Played(bench, {QStringLiteral("start")}).ended() == 0;
+        bench.m_asUpdated = bench.content();
+        return done;
+    }();
     if (!ready || !bench.hold())
         qFatal("There is no database to begin with.");
     bench.clearClients();
@@ -168,7 +172,8 @@ int Played::ended()
 
 void Played::signal(int number)
 {
-    ::kill(static_cast<pid_t>(m_process.processId()), number);
+    if (m_process.processId() > 0) // 0 would be this program and all that it belongs to
+        ::kill(static_cast<pid_t>(m_process.processId()), number);
 }
 
 void Outcome::expectEnd(Played &program, const QString &how)

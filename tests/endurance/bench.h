@@ -67,12 +67,14 @@ public:
     [[nodiscard]] QStringList rows(const QString &query);
     /// Every row of every table behind its table's name, sorted; without tables that are only passed through.
     [[nodiscard]] QStringList content();
+    [[nodiscard]] QStringList asUpdated() const { return m_asUpdated; } ///< what the update alone made
 
 private:
     QTemporaryDir m_home;
     QString m_data;
     PrivateServer m_server;
     Connection m_connection;
+    QStringList m_asUpdated;
 };
 
 /// Rows of all tables behind a connection, as `Bench::content`.

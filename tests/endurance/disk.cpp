@@ -60,7 +60,7 @@ Outcome notRun()
 Outcome FullDiskUpdate(Dice &dice)
 {
     Outcome outcome;
-    const QStringList whole = Bench::upToDate().content();
+    const QStringList whole = Bench::upToDate().asUpdated();
     int said = 0;
     for (int round = 0; round < 1 + dice.rounds / 10; ++round) {
         constexpr int least = 40; // the server's own files take about as much

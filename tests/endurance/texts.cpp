@@ -10,6 +10,7 @@
 #include "tests/keys/keyplayer.h"
 #include "tests/support/employer.h"
 
+#include <QAbstractButton>
 #include <QEventLoop>
 #include <QLineEdit>
 #include <QRegularExpression>
@@ -119,13 +120,18 @@ private:
     bool typeInField(QWidget *window)
     {
         QLineEdit *least = nullptr;
+        const QWidget *shut = nullptr;
         for (QLineEdit *field : window->findChildren<QLineEdit *>()) {
             if (!field->isVisible() || field->isReadOnly())
                 continue;
-            int &times = m_typed[nameOf(field)];
+            const int times = m_typed[nameOf(field)];
             if (field->isEnabled() && (least == nullptr || times < m_typed.value(nameOf(least))))
                 least = field;
+            else if (!field->isEnabled() && times == 0)
+                shut = field;
         }
+        if (shut != nullptr && (least == nullptr || upTo(3) == 0))
+            return clickBeside(shut);
         if (least == nullptr)
             return false;
         note(nameOf(least));
@@ -136,6 +142,18 @@ private:
         if (alive && upTo(2) == 0)
             QTest::keyClick(alive, Qt::Key_Return);
         return true;
+    }
+
+    /// Clicks a button of the screen that a field is on: one of them opens the field.
+    bool clickBeside(const QWidget *field)
+    {
+        while (field != nullptr && qobject_cast<const Screen *>(field) == nullptr)
+            field = field->parentWidget();
+        auto buttons = field == nullptr ? QList<QAbstractButton *>() : field->findChildren<QAbstractButton *>();
+        buttons.removeIf([](const QAbstractButton *button) { return !button->isVisible() || !button->isEnabled(); });
+        if (!buttons.isEmpty())
+            buttons.at(upTo(static_cast<int>(buttons.size())))->click();
+        return !buttons.isEmpty();
     }
 
     bool typeInCell(QWidget *window)
