@@ -117,7 +117,7 @@ private slots:
         QCOMPARE(m_grid->Row(), 4);
         QTest::keyClick(m_grid.get(), Qt::Key_Return);
         QTest::keyClick(m_grid.get(), Qt::Key_Escape);
-        QCOMPARE(QList<QVariantList>(keys), QList<QVariantList>({{13}, {27}}));
+        QVERIFY(keys.size() == 2 && keys[0][0].toInt() == 13 && keys[1][0].toInt() == 27);
     }
 
     void headerClickSorts()
