@@ -225,16 +225,6 @@ private slots:
         }
     }
 
-    void focusByKeySelectsText()
-    {
-        m_form->second->setText("ABC");
-        QTest::keyClick(m_form->first, Qt::Key_Tab);
-        QCOMPARE(m_form->second->selectedText(), QString("ABC"));
-        m_form->first->setFocus();
-        QTest::mouseClick(m_form->second, Qt::LeftButton, {}, {5, 5});
-        QVERIFY(m_form->second->selectedText().isEmpty());
-    }
-
     void escapeReachesTheScreenFromAnywhere()
     {
         const QList<QWidget *> controls{m_form->first,  m_form->combo, m_form->check,
@@ -345,23 +335,6 @@ private slots:
         QCOMPARE(m_form->taken(), QStringList({"out first", "in first", "out first", "in second"}));
     }
 
-    void stackedScreens()
-    {
-        m_form->second->setFocus();
-        auto *two = new Form("frmtwo", m_form);
-        two->openChild(m_host.get());
-        QCOMPARE(two->taken(), QStringList({"load", "in first", "activate"}));
-        QVERIFY(m_stack->top() == two && !m_form->isVisible());
-        m_form->taken();
-        QTest::keyClick(two->first, Qt::Key_Escape);
-        QVERIFY(m_form->taken().isEmpty());
-        const QPointer<Screen> gone(two);
-        QVERIFY(two->Unload());
-        QCOMPARE(m_stack->screens(), QList<Screen *>{m_form});
-        QVERIFY(m_form->second->hasFocus() && m_form->taken().contains("activate"));
-        QTRY_VERIFY(!gone);
-    }
-
     void unloadingIsAsked()
     {
         m_form->askOnUnload = true;
@@ -371,28 +344,6 @@ private slots:
         QVERIFY(!m_stack->closeAll());
         m_script.answer(Reply::Yes);
         QVERIFY(m_stack->closeAll() && m_stack->screens().isEmpty());
-    }
-
-    void modalScreens()
-    {
-        Form modal("frmmodal", m_form);
-        Form nested("frmnested", &modal);
-        nested.onEscape = [&] { return nested.Unload(); };
-        bool closedNested = false;
-        QTimer::singleShot(0, this, [&] {
-            QTimer::singleShot(0, this, [&] {
-                QTRY_VERIFY(nested.first->hasFocus());
-                closedNested = true;
-                QTest::keyClick(nested.first, Qt::Key_Escape);
-            });
-            nested.showModal();
-            modal.window()->close();
-        });
-        m_form->taken();
-        modal.showModal();
-        QVERIFY(closedNested && !modal.isLoaded() && modal.isHidden());
-        QCOMPARE(modal.taken().filter("load"), QStringList({"load", "unload"}));
-        QCOMPARE(m_form->taken(), QStringList("activate"));
     }
 
     /// A key that clicks a button a moment later can close a screen that has opened another one meanwhile.
