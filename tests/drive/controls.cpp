@@ -100,19 +100,19 @@ QWidget *keyTarget(QWidget *control)
     return focus != nullptr && control->isAncestorOf(focus) ? focus : control;
 }
 
+void replaceText(QWidget *editor, const QString &text)
+{
+    QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(editor, Qt::Key_Delete);
+    QTest::keyClicks(editor, text);
+}
+
 Qt::Key keyOf(const QString &name)
 {
-    static const QHash<QString, Qt::Key> keys{{QStringLiteral("Enter"), Qt::Key_Return},
-                                              {QStringLiteral("Esc"), Qt::Key_Escape},
-                                              {QStringLiteral("Tab"), Qt::Key_Tab},
-                                              {QStringLiteral("Up"), Qt::Key_Up},
-                                              {QStringLiteral("Down"), Qt::Key_Down},
-                                              {QStringLiteral("Left"), Qt::Key_Left},
-                                              {QStringLiteral("Right"), Qt::Key_Right},
-                                              {QStringLiteral("PageUp"), Qt::Key_PageUp},
-                                              {QStringLiteral("PageDown"), Qt::Key_PageDown},
-                                              {QStringLiteral("F7"), Qt::Key_F7},
-                                              {QStringLiteral("F8"), Qt::Key_F8}};
+    static const QHash<QString, Qt::Key> keys{
+        {"Enter", Qt::Key_Return},      {"Esc", Qt::Key_Escape}, {"Tab", Qt::Key_Tab},     {"Up", Qt::Key_Up},
+        {"Down", Qt::Key_Down},         {"Left", Qt::Key_Left},  {"Right", Qt::Key_Right}, {"PageUp", Qt::Key_PageUp},
+        {"PageDown", Qt::Key_PageDown}, {"F7", Qt::Key_F7},      {"F8", Qt::Key_F8}};
     if (!keys.contains(name))
         refuse(QStringLiteral("there is no key '%1'").arg(name));
     return keys.value(name);
@@ -183,37 +183,34 @@ QStringList controls::openScreens()
     return names;
 }
 
-bool controls::enter(QWidget *control)
+void controls::enter(QWidget *control)
 {
     QApplication::setActiveWindow(control->window());
     if (!control->hasFocus() && keyTarget(control) == control)
         control->setFocus(Qt::TabFocusReason);
     QCoreApplication::processEvents();
-    return keyTarget(control) != control || control->hasFocus();
+    if (keyTarget(control) == control && !control->hasFocus())
+        refuse("another field kept the focus");
 }
 
 void controls::setText(QWidget *control, const QString &text)
 {
-    if (!enter(control))
-        refuse(QStringLiteral("another field kept the focus"));
-    QTest::keyClick(keyTarget(control), Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClick(keyTarget(control), Qt::Key_Delete);
-    QTest::keyClicks(keyTarget(control), text);
+    enter(control);
+    replaceText(keyTarget(control), text);
     QTest::keyClick(keyTarget(control), Qt::Key_Tab);
 }
 
 void controls::typeText(QWidget *control, const QString &text)
 {
-    if (!enter(control))
-        refuse(QStringLiteral("another field kept the focus"));
+    enter(control);
     for (const QChar c : text)
         QTest::keyClicks(keyTarget(control), QString(c));
 }
 
 void controls::choose(QWidget *control, const QString &text)
 {
-    if (!enter(control) && control->focusPolicy() != Qt::NoFocus)
-        refuse(QStringLiteral("another field kept the focus"));
+    if (control->focusPolicy() != Qt::NoFocus)
+        enter(control);
     QStringList entries;
     if (auto *combo = qobject_cast<QComboBox *>(control)) {
         for (int i = 0; i < combo->count(); ++i)
@@ -255,15 +252,13 @@ void controls::click(QObject *control)
 void controls::pressKey(QWidget *control, const QString &key)
 {
     const Qt::Key pressed = keyOf(key);
-    if (!enter(control))
-        refuse(QStringLiteral("another field kept the focus"));
+    enter(control);
     QTest::keyClick(keyTarget(control), pressed);
 }
 
 void controls::editCell(Grid *grid, int row, int col, const QString &text)
 {
-    if (!enter(grid))
-        refuse(QStringLiteral("another field kept the focus"));
+    enter(grid);
     if (grid->isCheckCol(col)) {
         const bool on = text == u"on" || text == u"-1";
         const bool wasOn = Val(grid->TextMatrix(row, col)) != 0;
@@ -276,13 +271,10 @@ void controls::editCell(Grid *grid, int row, int col, const QString &text)
     if (!grid->isEditing() && !grid->EditCell())
         refuse(QStringLiteral("the cell cannot be edited"));
     QWidget *editor = keyTarget(grid);
-    if (auto *combo = qobject_cast<QComboBox *>(editor)) {
+    if (auto *combo = qobject_cast<QComboBox *>(editor))
         combo->setCurrentText(text);
-    } else {
-        QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClick(editor, Qt::Key_Delete);
-        QTest::keyClicks(editor, text);
-    }
+    else
+        replaceText(editor, text);
     QTest::keyClick(editor, Qt::Key_Return);
 }
 

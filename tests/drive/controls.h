@@ -28,8 +28,8 @@ QWidget *focused();
 /// The names of the open screens, from the bottom up.
 QStringList openScreens();
 
-/// Gives a control the focus as the keyboard does. False when another field kept it.
-bool enter(QWidget *control);
+/// Gives a control the focus as the keyboard does. ScriptError when another field kept it.
+void enter(QWidget *control);
 
 void setText(QWidget *control, const QString &text);  ///< enters, replaces, leaves
 void typeText(QWidget *control, const QString &text); ///< keystrokes only

@@ -162,86 +162,77 @@ void Player::end()
 
 void Player::addStateCommands()
 {
-    m_handlers[QStringLiteral("start")] = [this](const Command &) { m_program.showMain(); };
-    m_handlers[QStringLiteral("today")] = [](const Command &c) { setToday(word(c, 0)); };
-    m_handlers[QStringLiteral("answer")] = [this](const Command &c) {
+    m_handlers["start"] = [this](const Command &) { m_program.showMain(); };
+    m_handlers["today"] = [](const Command &c) { setToday(word(c, 0)); };
+    m_handlers["answer"] = [this](const Command &c) {
         for (const QString &text : c.words)
             m_answerer.answer(replyOf(text));
     };
-    m_handlers[QStringLiteral("file")] = [this](const Command &c) { m_answerer.answerFile(c.rest.trimmed()); };
-    m_handlers[QStringLiteral("sql")] = [this](const Command &c) { runSql(c.rest); };
-    m_handlers[QStringLiteral("compute")] = [this](const Command &) {
+    m_handlers["file"] = [this](const Command &c) { m_answerer.answerFile(c.rest.trimmed()); };
+    m_handlers["sql"] = [this](const Command &c) { runSql(c.rest); };
+    m_handlers["compute"] = [this](const Command &) {
         CALCFBT();
         m_interest = CALCINTEREST();
         printValues();
     };
-    m_handlers[QStringLiteral("report")] = [this](const Command &c) {
+    m_handlers["report"] = [this](const Command &c) {
         if (!m_program.writeReport(c.rest.trimmed()))
-            throw ScriptError(QStringLiteral("no report could be written to %1").arg(c.rest.trimmed()));
+            throw ScriptError("no report could be written to " + c.rest.trimmed());
     };
 }
 
 void Player::addControlCommands()
 {
-    m_handlers[QStringLiteral("set")] = [](const Command &c) {
-        controls::setText(controls::findUsable(word(c, 0)), c.textBehind(1));
-    };
-    m_handlers[QStringLiteral("type")] = [](const Command &c) {
-        controls::typeText(controls::findUsable(word(c, 0)), c.textBehind(1));
-    };
-    m_handlers[QStringLiteral("choose")] = [](const Command &c) {
-        controls::choose(controls::findUsable(word(c, 0)), c.textBehind(1));
-    };
-    m_handlers[QStringLiteral("check")] = [](const Command &c) {
-        controls::check(controls::findUsable(word(c, 0)), onOff(word(c, 1)));
-    };
-    m_handlers[QStringLiteral("click")] = [](const Command &c) {
+    using Use = void (*)(QWidget *, const Command &);
+    const std::initializer_list<std::pair<const char *, Use>> uses{
+        {"set", [](QWidget *at, const Command &c) { controls::setText(at, c.textAfter(1)); }},
+        {"type", [](QWidget *at, const Command &c) { controls::typeText(at, c.textAfter(1)); }},
+        {"choose", [](QWidget *at, const Command &c) { controls::choose(at, c.textAfter(1)); }},
+        {"check", [](QWidget *at, const Command &c) { controls::check(at, onOff(word(c, 1))); }},
+        {"key", [](QWidget *at, const Command &c) { controls::pressKey(at, word(c, 1)); }}};
+    for (const auto &[name, use] : uses)
+        m_handlers[name] = [use = use](const Command &c) { use(controls::findUsable(word(c, 0)), c); };
+    m_handlers["click"] = [](const Command &c) {
         QObject *control = controls::find(word(c, 0));
         controls::click(control->isWidgetType() ? controls::findUsable(word(c, 0)) : control);
-    };
-    m_handlers[QStringLiteral("key")] = [](const Command &c) {
-        controls::pressKey(controls::findUsable(word(c, 0)), word(c, 1));
     };
 }
 
 void Player::addGridCommands()
 {
-    m_handlers[QStringLiteral("row")] = [](const Command &c) {
-        controls::findUsable(word(c, 0));
-        makeCurrent(controls::findGrid(word(c, 0)), number(c, 1));
-    };
-    m_handlers[QStringLiteral("cell")] = [](const Command &c) {
-        controls::findUsable(word(c, 0));
-        controls::editCell(controls::findGrid(word(c, 0)), number(c, 1), number(c, 2), c.textBehind(3));
-    };
-    m_handlers[QStringLiteral("dblclick")] = [](const Command &c) {
-        controls::findUsable(word(c, 0));
-        controls::doubleClick(controls::findGrid(word(c, 0)));
-    };
-    m_handlers[QStringLiteral("header")] = [](const Command &c) {
-        controls::findUsable(word(c, 0));
-        controls::clickHeader(controls::findGrid(word(c, 0)), number(c, 1));
-    };
+    using Use = void (*)(Grid *, const Command &);
+    const std::initializer_list<std::pair<const char *, Use>> uses{
+        {"row", [](Grid *at, const Command &c) { makeCurrent(at, number(c, 1)); }},
+        {"cell",
+         [](Grid *at, const Command &c) { controls::editCell(at, number(c, 1), number(c, 2), c.textAfter(3)); }},
+        {"dblclick", [](Grid *at, const Command &) { controls::doubleClick(at); }},
+        {"header", [](Grid *at, const Command &c) { controls::clickHeader(at, number(c, 1)); }}};
+    for (const auto &[name, use] : uses) {
+        m_handlers[name] = [use = use](const Command &c) {
+            controls::findUsable(word(c, 0));
+            use(controls::findGrid(word(c, 0)), c);
+        };
+    }
 }
 
 void Player::addPrintingCommands()
 {
-    m_handlers[QStringLiteral("read")] = [this](const Command &c) {
+    m_handlers["read"] = [this](const Command &c) {
         m_out << word(c, 0) << '\t' << controls::describe(controls::find(word(c, 0))) << '\n';
     };
-    m_handlers[QStringLiteral("grid")] = [this](const Command &c) {
+    m_handlers["grid"] = [this](const Command &c) {
         for (const QString &line : controls::rowsOf(controls::findGrid(word(c, 0))))
             m_out << line << '\n';
     };
-    m_handlers[QStringLiteral("focus")] = [this](const Command &) {
+    m_handlers["focus"] = [this](const Command &) {
         const QWidget *focus = controls::focused();
         m_out << (focus == nullptr ? QString() : controls::nameOf(focus)) << '\n';
     };
-    m_handlers[QStringLiteral("screens")] = [this](const Command &) {
+    m_handlers["screens"] = [this](const Command &) {
         for (const QString &name : controls::openScreens())
             m_out << name << '\n';
     };
-    m_handlers[QStringLiteral("values")] = [this](const Command &) { printValues(); };
+    m_handlers["values"] = [this](const Command &) { printValues(); };
 }
 
 void Player::printValues()
@@ -254,12 +245,11 @@ void Player::printValues()
     printAll("FBTExpAmt", FBTExpAmt);
     printAll("FBTValue", FBTValue);
     printAll("FBTQtrValue", FBTQtrValue);
-    print("FBTTotalValue", NumberText(FBTTotalValue));
-    print("FBTTaxableValue", NumberText(FBTTaxableValue));
-    print("FBTTax", NumberText(FBTTax));
-    print("FBTSurcharge", NumberText(FBTSurcharge));
-    print("FBTEduCess", NumberText(FBTEduCess));
-    print("FBTSHECess", NumberText(FBTSHECess));
+    const std::initializer_list<std::pair<const char *, double>> totals{
+        {"FBTTotalValue", FBTTotalValue}, {"FBTTaxableValue", FBTTaxableValue}, {"FBTTax", FBTTax},
+        {"FBTSurcharge", FBTSurcharge},   {"FBTEduCess", FBTEduCess},           {"FBTSHECess", FBTSHECess}};
+    for (const auto &[name, value] : totals)
+        print(name, NumberText(value));
     printAll("FBTRate", FBTRate);
     print("EmpBoth", EmpBoth ? QStringLiteral("True") : QStringLiteral("False"));
     print("SepBooks", SepBooks ? QStringLiteral("True") : QStringLiteral("False"));

@@ -13,7 +13,7 @@ QString withoutFirstWord(const QString &text)
 
 } // namespace
 
-QString Command::textBehind(int count) const
+QString Command::textAfter(int count) const
 {
     QString text = rest;
     for (int i = 0; i < count; ++i)

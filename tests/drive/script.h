@@ -11,11 +11,11 @@ struct Command
 {
     int line = 0;      ///< line number in the script, from 1
     QString name;      ///< first word
-    QStringList words; ///< the words behind the name
-    QString rest;      ///< all text behind the name, as written
+    QStringList words; ///< the words after the name
+    QString rest;      ///< all text after the name, as written
 
-    /// The text behind the first `count` words, as written.
-    [[nodiscard]] QString textBehind(int count) const;
+    /// The text after the first `count` words, as written.
+    [[nodiscard]] QString textAfter(int count) const;
 };
 
 /// The commands of a script; empty lines and lines that begin with `#` are left out.

@@ -4,6 +4,7 @@
 #include "controls/msgbox.h"
 #include "controls/screen.h"
 #include "frame/moduleentry.h"
+#include "tests/frame/notingmain.h"
 #include "tests/support/testmodule.h"
 
 #include <QAbstractButton>
@@ -16,18 +17,6 @@ Q_GLOBAL_STATIC(TestServer, server)
 
 namespace {
 
-class PlainMain : public MainObject
-{
-public:
-    [[nodiscard]] bool ChkRepDbFlag() const override { return false; }
-    [[nodiscard]] bool CreateDbFlag() const override { return false; }
-    [[nodiscard]] bool UpdateDbFlag() const override { return false; }
-    void ShowWexaNews() override {}
-    void CheckForUpdates() override {}
-    void ShowAbout() override {}
-    void TerminateObj() override {}
-};
-
 class PlainReporter : public ReportObject
 {
 public:
@@ -39,14 +28,22 @@ public:
     void NewReport() override {}
     void printtext(const QString &) override {}
     void CreateTable(int, int) override {}
-    void WriteToReport(const ReportRow &row) override { rows.push_back(row); }
+    void WriteToReport(const ReportRow &) override {}
     void ShowReport() override {}
-
-    std::vector<ReportRow> rows;
 
 private:
     int m_version;
 };
+
+QList<Screen *> screens()
+{
+    QList<Screen *> found;
+    for (QWidget *widget : QApplication::allWidgets()) {
+        if (auto *screen = qobject_cast<Screen *>(widget))
+            found << screen;
+    }
+    return found;
+}
 
 } // namespace
 
@@ -57,84 +54,67 @@ class TestClsMain : public QObject
 
     Connection m_connection;
     QTemporaryDir m_app;
+    QStringList m_calls;
     ObjectTable m_objects;
     ScriptedAnswerer m_answerer;
 
-    std::unique_ptr<SuiteObject> makeMain()
+    std::unique_ptr<SuiteObject> makeMain(Connection *connection)
     {
-        auto made = std::make_unique<PlainMain>();
-        made->Cnn = &m_connection;
+        auto made = std::make_unique<NotingMain>(m_calls);
+        made->Cnn = connection;
         made->AppPath = m_app.path();
-        made->TmpPath = QStringLiteral("/scratch");
+        made->TmpPath = "/scratch";
         return made;
     }
-
-    static QList<Screen *> screens()
+    void registerObjects(int reporterVersion)
     {
-        QList<Screen *> found;
-        for (QWidget *widget : QApplication::allWidgets()) {
-            if (auto *screen = qobject_cast<Screen *>(widget))
-                found << screen;
-        }
-        return found;
+        m_objects.add("WexaBase.ClsMain", [] { return std::make_unique<NotingBase>(); });
+        m_objects.add("PrjWexaMainO.ClsMain", [this] { return makeMain(&m_connection); });
+        m_objects.add("PrjWexaRep.RepView",
+                      [reporterVersion] { return std::make_unique<PlainReporter>(reporterVersion); });
     }
 
 private slots:
     void init()
     {
         server->openFreshSchema(m_connection);
-        QFile::remove(m_app.filePath(QStringLiteral("FBTLogger.log")));
-        m_answerer.clear();
         SetAnswerer(&m_answerer);
-        m_objects.add(QStringLiteral("WexaBase.ClsMain"), [] { return std::make_unique<NotingBase>(); });
-        m_objects.add(QStringLiteral("PrjWexaMainO.ClsMain"), [this] { return makeMain(); });
-        m_objects.add(QStringLiteral("PrjWexaRep.RepView"), [] { return std::make_unique<PlainReporter>(1); });
+        registerObjects(1);
     }
     void cleanup() { SetAnswerer(nullptr); }
 
     void readyUnderItsOwnLauncher()
     {
-        const std::unique_ptr<SuiteObject> mainObject = makeMain();
+        const std::unique_ptr<SuiteObject> mainObject = makeMain(&m_connection);
         QMainWindow window;
-        window.statusBar()->setObjectName(QStringLiteral("TXStatusBar1"));
+        window.statusBar()->setObjectName("TXStatusBar1");
         ClsMain *module = CreateFbtModule(&m_objects);
         module->SetWexaMainObj(dynamic_cast<MainObject *>(mainObject.get()));
         module->SetMdiForm(&window);
-        module->SetVerInf(QStringLiteral("2.10.1"));
+        module->SetVerInf("2.10.1");
         QVERIFY(module->LoadFBT(false));
-        QCOMPARE(window.windowTitle(), QStringLiteral("Pelk FBT ver 2.10.1"));
-        QCOMPARE(Cnn, &m_connection);
-        QCOMPARE(Base->AppPath, m_app.path());
-        QCOMPARE(Base->vTmpPath, QStringLiteral("/scratch"));
-        QCOMPARE(Base->CnnObj, Cnn);
-        QCOMPARE(Reporter->setcallfrom, QStringLiteral("FBT"));
-        QCOMPARE(Reporter->StatusBarobj, window.statusBar());
-        const ErrorTail tail(QStringLiteral("frm"), QStringLiteral("TEST"));
+        QCOMPARE(window.windowTitle(), QString("Pelk FBT ver 2.10.1"));
+        QCOMPARE(QStringList({Base->AppPath, Base->vTmpPath, Reporter->setcallfrom}),
+                 QStringList({m_app.path(), "/scratch", "FBT"}));
+        QVERIFY(Cnn == &m_connection && Base->CnnObj == Cnn && Reporter->StatusBarobj == window.statusBar());
+        const ErrorTail tail("frm", "TEST");
         Cnn->Execute("Delete from Nowhere");
-        QCOMPARE(ErrText, QStringLiteral("frm\tTEST")); // faults reach the tail in force
+        QCOMPARE(ErrText, QString("frm\tTEST")); // faults reach the tail in force
         DestroyFbtModule(module);
         QVERIFY(Cnn == nullptr && Base == nullptr);
     }
 
-    void insideTheSuiteItMakesItsOwnMainObject()
+    void insideTheSuiteItLeavesTheHostAsItWas()
     {
-        PlainMain hosts;
+        NotingMain hosts(m_calls);
         QMainWindow window;
-        window.setWindowTitle(QStringLiteral("Suite"));
-        ClsMain module(&m_objects);
-        module.SetWexaMainObj(&hosts);
-        module.SetMdiForm(&window);
-        QVERIFY(module.LoadFBT(true));
-        QVERIFY(MainObj != nullptr && MainObj != &hosts);
-        QCOMPARE(window.windowTitle(), QStringLiteral("Suite"));
-    }
-
-    void unloadedItLeavesNoScreenInTheHostsWindow()
-    {
-        QMainWindow window;
+        window.setWindowTitle("Suite");
         auto module = std::make_unique<ClsMain>(&m_objects);
+        module->SetWexaMainObj(&hosts);
         module->SetMdiForm(&window);
         QVERIFY(module->LoadFBT(true));
+        QVERIFY(MainObj != nullptr && MainObj != &hosts);
+        QCOMPARE(window.windowTitle(), QString("Suite"));
         module->ShowMain();
         for (const char *button : {"cmdfbtdet", "cmdsettings"}) {
             for (Screen *screen : screens()) {
@@ -147,52 +127,40 @@ private slots:
         QCOMPARE(screens(), QList<Screen *>());
     }
 
-    void refuses_data()
-    {
-        QTest::addColumn<QString>("missing");
-        QTest::addColumn<bool>("throws");
-        QTest::addColumn<int>("reporterVersion");
-        QTest::addColumn<QString>("message");
-        const QString library = QStringLiteral("Library [PrjWexaMainO.Dll] not found.");
-        const QString version = QStringLiteral("Incompatible version of \"Wexa Reporting Component\".");
-        QTest::newRow("no main object") << "PrjWexaMainO.ClsMain" << false << 1 << library;
-        QTest::newRow("main object throws") << "PrjWexaMainO.ClsMain" << true << 1 << library;
-        QTest::newRow("no reporter") << "PrjWexaRep.RepView" << false << 1 << version;
-        QTest::newRow("reporter throws") << "PrjWexaRep.RepView" << true << 1 << version;
-        QTest::newRow("other reporter") << "" << false << 2 << version;
-        QTest::newRow("no base object") << "WexaBase.ClsMain" << false << 1 << "";
-        QTest::newRow("base object throws") << "WexaBase.ClsMain" << true << 1 << "";
-    }
     void refuses()
     {
-        QFETCH(QString, missing);
-        QFETCH(bool, throws);
-        QFETCH(int, reporterVersion);
-        QFETCH(QString, message);
-        m_objects.add(QStringLiteral("PrjWexaRep.RepView"),
-                      [reporterVersion] { return std::make_unique<PlainReporter>(reporterVersion); });
-        m_objects.remove(missing);
-        if (throws)
-            m_objects.add(missing, []() -> std::unique_ptr<SuiteObject> { throw 1; });
-        ClsMain module(&m_objects);
-        QVERIFY(!module.LoadFBT(true));
-        QCOMPARE(m_answerer.texts().join(u'\n'), message);
+        const QString library("Library [PrjWexaMainO.Dll] not found.");
+        const QString version("Incompatible version of \"Wexa Reporting Component\".");
+        using Row = std::tuple<const char *, bool, int, QString>; // object, throws; version of the reporter; message
+        const std::vector<Row> rows{{"PrjWexaMainO.ClsMain", false, 1, library},
+                                    {"PrjWexaMainO.ClsMain", true, 1, library},
+                                    {"PrjWexaRep.RepView", false, 1, version},
+                                    {"PrjWexaRep.RepView", true, 1, version},
+                                    {"", false, 2, version},
+                                    {"WexaBase.ClsMain", false, 1, ""},
+                                    {"WexaBase.ClsMain", true, 1, ""}};
+        for (const auto &[missing, throws, reporterVersion, message] : rows) {
+            m_answerer.clear();
+            registerObjects(reporterVersion);
+            m_objects.remove(missing);
+            if (throws)
+                m_objects.add(missing, []() -> std::unique_ptr<SuiteObject> { throw 1; });
+            ClsMain module(&m_objects);
+            QVERIFY2(!module.LoadFBT(true) && m_answerer.texts().join(u'\n') == message, missing);
+        }
+        m_answerer.clear();
     }
 
     void noDatabaseIsOneLogLine()
     {
-        m_objects.add(QStringLiteral("PrjWexaMainO.ClsMain"), [this] {
-            auto made = makeMain();
-            dynamic_cast<MainObject *>(made.get())->Cnn = nullptr;
-            return made;
-        });
+        QFile log(m_app.filePath("FBTLogger.log"));
+        log.remove();
+        m_objects.add("PrjWexaMainO.ClsMain", [this] { return makeMain(nullptr); });
         ClsMain module(&m_objects);
         QVERIFY(!module.LoadFBT(true));
-        QFile log(m_app.filePath(QStringLiteral("FBTLogger.log")));
         QVERIFY(log.open(QIODevice::ReadOnly));
         const QByteArrayList lines = log.readAll().trimmed().split('\n');
-        QCOMPARE(lines.size(), 1);
-        QVERIFY(lines[0].endsWith("\tCLSMAIN\tLOADFBT"));
+        QVERIFY(lines.size() == 1 && lines[0].endsWith("\tCLSMAIN\tLOADFBT"));
         QCOMPARE(m_answerer.texts(), QStringList());
     }
 };

@@ -1,56 +1,45 @@
 #include "frame/frmmain.h"
 
-#include "controls/msgbox.h"
-#include "controls/pelkbtn.h"
 #include "controls/screenstack.h"
-#include "frame/frmLogin.h"
-#include "frame/password.h"
 #include "records/updatemark.h"
+#include "tests/frame/notingmain.h"
+#include "tests/support/screenuser.h"
 #include "tests/support/testmodule.h"
 
-#include <QLineEdit>
 #include <QMainWindow>
-#include <QPushButton>
-#include <QTest>
-#include <QTimer>
 
 Q_GLOBAL_STATIC(TestServer, server)
 
 namespace {
 
-/// A main object that notes what it is asked, in the same list as the base object.
-class NotingMain : public MainObject
+/// A host with a database, before its main screen is shown.
+struct Host
 {
-public:
-    explicit NotingMain(QStringList &calls)
-        : m_calls(calls)
+    Host()
     {
+        window.setCentralWidget(new ScreenStack(&window));
+        window.show();
+        MainObj = &main;
+        MdiForm = &window;
+        Cnn->Execute("Create Table VerInfo (Ver Varchar(50))");
     }
-    bool damaged = false;
-    bool created = false;
-    bool older = false;
-
-    [[nodiscard]] bool ChkRepDbFlag() const override
+    /// Shows the main screen whose start-up ends the run.
+    void showInVain()
     {
-        if (damaged)
-            m_calls << QStringLiteral("ChkRepDbFlag");
-        return damaged;
+        (new frmmain(&window))->openChild(&window);
+        QCOMPARE(module.base.calls, QStringList("TerminateObj"));
     }
-    [[nodiscard]] bool CreateDbFlag() const override { return created; }
-    [[nodiscard]] bool UpdateDbFlag() const override { return older; }
-    void ShowWexaNews() override { m_calls << QStringLiteral("ShowWexaNews"); }
-    void CheckForUpdates() override { m_calls << QStringLiteral("CheckForUpdates"); }
-    void ShowAbout() override { m_calls << QStringLiteral("ShowAbout"); }
-    void TerminateObj() override { m_calls << QStringLiteral("TerminateObj"); }
 
-private:
-    QStringList &m_calls;
+    TestModule module{*server};
+    NotingMain main{module.base.calls};
+    QMainWindow window;
+    ScreenUser user;
 };
 
 class ThrowingBase : public NotingBase
 {
 public:
-    void RepairData(QWidget *) override { throw FaultError(FaultNumber::General, QStringLiteral("broken")); }
+    void RepairData(QWidget *) override { throw FaultError(FaultNumber::General, "broken"); }
 };
 
 } // namespace
@@ -60,174 +49,94 @@ class TestFrmmain : public QObject
 {
     Q_OBJECT
 
-    std::unique_ptr<TestModule> m_module;
-    std::unique_ptr<NotingMain> m_main;
-    std::unique_ptr<QMainWindow> m_window;
-    QPointer<frmmain> m_form;
-    ScriptedAnswerer m_answerer;
-
-    template<typename T>
-    T *control(const char *name)
-    {
-        return m_form->findChild<T *>(QString::fromLatin1(name));
-    }
-    void show()
-    {
-        m_form = new frmmain(m_window.get());
-        m_form->openChild(m_window.get());
-    }
-
 private slots:
-    void init()
-    {
-        m_module = std::make_unique<TestModule>(*server);
-        m_main = std::make_unique<NotingMain>(m_module->base.calls);
-        m_window = std::make_unique<QMainWindow>();
-        m_window->setCentralWidget(new ScreenStack(m_window.get()));
-        m_window->show();
-        MainObj = m_main.get();
-        MdiForm = m_window.get();
-        Cnn->Execute("Create Table VerInfo (Ver Varchar(50))");
-        m_answerer.clear();
-        SetAnswerer(&m_answerer);
-    }
-    void cleanup()
-    {
-        SetAnswerer(nullptr);
-        delete m_form.data();
-        m_window.reset();
-        m_module.reset();
-    }
-
-    void startUp_data()
-    {
-        QTest::addColumn<bool>("damaged");
-        QTest::addColumn<bool>("created");
-        QTest::addColumn<bool>("older");
-        QTest::addColumn<QStringList>("calls");
-        QTest::addColumn<QStringList>("version");
-        const QStringList news{QStringLiteral("ShowWexaNews")};
-        QTest::newRow("in order") << false << false << false << news << QStringList();
-        QTest::newRow("new") << false << true << false << news << QStringList("2.10.1");
-        QTest::newRow("older") << false << false << true << news << QStringList("2.10.1");
-        QTest::newRow("cut off, unseen by the host") << false << false << false << news << QStringList("2.10.1");
-        QTest::newRow("not ended in order")
-            << true << false << false << QStringList{"ChkRepDbFlag", "RepairData", "ShowWexaNews"} << QStringList();
-    }
     void startUp()
     {
-        QFETCH(bool, damaged);
-        QFETCH(bool, created);
-        QFETCH(bool, older);
-        m_main->damaged = damaged;
-        m_main->created = created;
-        m_main->older = older;
-        if (QTest::currentDataTag() == QByteArray("cut off, unseen by the host"))
-            Cnn->Execute(Sql("Create Table ", updateMark, " (Nm Varchar(20))"));
-        show();
-        QTEST(m_module->base.calls, "calls");
-        QTEST(m_module->rows(QStringLiteral("Select * from VerInfo")), "version");
-        QCOMPARE(m_answerer.texts(), QStringList());
-        QVERIFY(control<PelkBtn>("cmdquit")->isEnabled());
-        QCOMPARE(m_window->focusWidget(), control<QWidget>("cmdmaster"));
-        m_form->activate(); // a second one starts nothing again
-        QTEST(m_module->base.calls, "calls");
+        using Row = std::tuple<const char *, bool, bool, bool, bool, QStringList, QStringList>;
+        const QStringList news("ShowWexaNews");
+        const QStringList version("2.10.1");
+        const std::vector<Row> rows{
+            // damaged, new, older, cut off; calls, version
+            {"in order", false, false, false, false, news, {}},
+            {"new", false, true, false, false, news, version},
+            {"older", false, false, true, false, news, version},
+            {"cut off, unseen by the host", false, false, false, true, news, version},
+            {"damaged", true, false, false, false, {"ChkRepDbFlag", "RepairData", "ShowWexaNews"}, {}}};
+        for (const auto &[name, damaged, created, older, cutOff, calls, stored] : rows) {
+            Host host;
+            host.main.damaged = damaged;
+            host.main.created = created;
+            host.main.older = older;
+            if (cutOff)
+                Cnn->Execute(Sql("Create Table ", updateMark, " (Nm Varchar(20))"));
+            auto *form = host.user.open<frmmain>(&host.window);
+            form->activate(); // a second one starts nothing again
+            QVERIFY2(host.module.base.calls == calls, name);
+            QVERIFY2(host.module.rows("Select * from VerInfo") == stored, name);
+            QVERIFY2(host.window.focusWidget() == host.user.find<QWidget>("cmdmaster"), name);
+            QVERIFY2(host.user.enabled("cmdquit"), name);
+        }
     }
 
     void failedUpdateEndsTheRun()
     {
-        m_main->created = true;
+        Host host;
+        host.main.created = true;
         Cnn->setObserver([&](const QString &statement) {
             if (statement == u"Select * from Bill_Type")
-                m_module->rows("Drop Table FBT_SalDet");
+                host.module.rows("Drop Table FBT_SalDet");
         });
-        show();
-        QCOMPARE(m_answerer.texts(), QStringList("Failed to Update Database Structure."));
-        QCOMPARE(m_module->base.calls, QStringList("TerminateObj"));
-        QCOMPARE(m_module->rows("Select * from VerInfo"), QStringList());
-    }
-
-    void aStepThatThrowsCostsItself()
-    {
-        ThrowingBase base;
-        base.AppPath = m_module->base.AppPath;
-        Base = &base;
-        m_main->damaged = true;
-        show();
-        QCOMPARE(m_module->base.calls, (QStringList{"ChkRepDbFlag", "ShowWexaNews"}));
-        QVERIFY(control<PelkBtn>("cmdquit")->isEnabled());
-        QCOMPARE(m_module->logLines(), QStringList());
-    }
-
-    void cancelledPasswordEndsTheRun()
-    {
-        GETPASSWORD();
-        StorePassword(QStringLiteral("KEY"));
-        QTimer::singleShot(0, this, [] {
-            for (QWidget *widget : QApplication::allWidgets()) {
-                if (auto *login = qobject_cast<frmLogin *>(widget))
-                    login->findChild<QPushButton *>(QStringLiteral("cmdcancel"))->click();
-            }
-        });
-        show();
-        QCOMPARE(m_module->base.calls, QStringList("TerminateObj"));
-        QVERIFY(!m_window->isVisible());
+        host.showInVain();
+        QCOMPARE(host.user.said(), QStringList("Failed to Update Database Structure."));
+        QCOMPARE(host.module.rows("Select * from VerInfo"), QStringList());
     }
 
     void unreadablePasswordKeepsEverybodyOut()
     {
+        Host host;
         for (const char *statement :
              {"Create Table Kept (Val1 Varchar(10))", "Create View TableMP as Select * from Kept", "Drop Table Kept"})
             Cnn->Execute(statement);
-        show();
-        QCOMPARE(m_answerer.texts().size(), 1);
-        QCOMPARE(m_module->base.calls, QStringList("TerminateObj"));
-        QVERIFY(!m_window->isVisible());
+        host.showInVain();
+        QCOMPARE(host.user.said().size(), 1);
+        QVERIFY(!host.window.isVisible());
     }
 
-    void quit_data()
+    void aStepThatThrowsCostsItself()
     {
-        QTest::addColumn<bool>("suite");
-        QTest::addColumn<QList<int>>("replies"); // as Reply
-        QTest::addColumn<int>("questions");
-        QTest::addColumn<QStringList>("calls");
-        QTest::addColumn<bool>("windowStays");
-        const int yes = int(Reply::Yes);
-        const int no = int(Reply::No);
-        QTest::newRow("no") << false << QList<int>{no} << 1 << QStringList() << true;
-        QTest::newRow("without backup") << false << QList<int>{yes, no} << 2 << QStringList("TerminateObj") << false;
-        QTest::newRow("with backup") << false << QList<int>{yes, yes} << 2 << QStringList{"BackUp", "TerminateObj"}
-                                     << false;
-        QTest::newRow("inside the suite") << true << QList<int>{yes} << 1 << QStringList() << true;
-    }
-    void quit()
-    {
-        QFETCH(bool, suite);
-        QFETCH(QList<int>, replies);
-        SuiteMode = suite;
-        show();
-        m_module->base.calls.clear();
-        for (const int reply : replies)
-            m_answerer.answer(Reply(reply));
-        QTest::keyClick(control<PelkBtn>("cmdmaster"), Qt::Key_Escape); // asks inside the suite only
-        if (!suite)
-            control<PelkBtn>("cmdquit")->click();
-        QTEST(static_cast<int>(m_answerer.records().size()), "questions");
-        QCOMPARE(m_answerer.records().constFirst().box.title, QStringLiteral("Sure to Quit..."));
-        if (m_answerer.records().size() > 1)
-            QCOMPARE(m_answerer.records().constLast().box.defaultButton, 2);
-        QTEST(m_module->base.calls, "calls");
-        QTEST(m_window->isVisible(), "windowStays");
+        Host host;
+        ThrowingBase base;
+        base.AppPath = host.module.base.AppPath;
+        Base = &base;
+        host.main.damaged = true;
+        host.user.open<frmmain>(&host.window);
+        QCOMPARE(host.module.base.calls, QStringList({"ChkRepDbFlag", "ShowWexaNews"}));
+        QVERIFY(host.user.enabled("cmdquit"));
     }
 
-    void insideTheSuiteWithoutClockAndAbout()
+    void quitsAfterABackup()
     {
+        Host host;
+        host.user.open<frmmain>(&host.window);
+        host.user.answers({Reply::Yes, Reply::Yes});
+        host.user.click("cmdquit");
+        QCOMPARE(host.user.said().size(), 2);
+        QCOMPARE(host.module.base.calls, QStringList({"ShowWexaNews", "BackUp", "TerminateObj"}));
+        QVERIFY(!host.window.isVisible());
+    }
+
+    void insideTheSuiteEscapeLeavesAndLittleIsShown()
+    {
+        Host host;
         SuiteMode = true;
-        show();
-        for (const char *name : {"cmdprod", "lbltime", "lbldate"})
-            QVERIFY2(!control<QWidget>(name)->isVisible(), name);
-        for (const char *name : {"cmdbill", "cmdmiscinf"}) // nothing is registered for them
-            QVERIFY2(!control<QWidget>(name)->isVisible(), name);
+        host.user.open<frmmain>(&host.window);
+        for (const char *name : {"cmdprod", "lbltime", "lbldate", "cmdbill", "cmdmiscinf"})
+            QVERIFY2(!host.user.visible(name), name);
+        const qsizetype before = host.module.base.calls.size();
+        host.user.answers({Reply::Yes});
+        host.user.key(Qt::Key_Escape);
+        QCOMPARE(host.user.said().size(), 1);
+        QVERIFY(host.module.base.calls.size() == before && host.window.isVisible());
     }
 };
 

@@ -19,62 +19,42 @@ class TestSelection : public QObject
 private slots:
     void cleanup() { SetToday({}); }
 
-    void firstYear_data()
-    {
-        QTest::addColumn<int>("chosenBefore");
-        QTest::addColumn<QDate>("today");
-        QTest::addColumn<int>("position");
-        QTest::newRow("chosen before") << 2007 << QDate(2026, 1, 1) << 1;
-        QTest::newRow("last day of the last taxed year") << 0 << QDate(2010, 3, 31) << 3;
-        QTest::newRow("the day after") << 0 << QDate(2010, 4, 1) << 4;
-        QTest::newRow("a year that is not listed") << 2011 << QDate(2010, 4, 1) << 4;
-    }
     void firstYear()
     {
-        QFETCH(int, chosenBefore);
-        QFETCH(QDate, today);
-        SetToday(today);
-        QTEST(FirstYearPosition(chosenBefore), "position");
+        using Row = std::tuple<const char *, int, QDate, int>;
+        const std::vector<Row> rows{{"chosen before", 2007, QDate(2026, 1, 1), 1},
+                                    {"last day of the last taxed year", 0, QDate(2010, 3, 31), 3},
+                                    {"the day after", 0, QDate(2010, 4, 1), 4},
+                                    {"a year that is not listed", 2011, QDate(2010, 4, 1), 4}};
+        for (const auto &[name, chosenBefore, today, position] : rows) {
+            SetToday(today);
+            QVERIFY2(FirstYearPosition(chosenBefore) == position, name);
+        }
     }
 
-    void takes_data()
-    {
-        QTest::addColumn<QString>("row"); // status and surcharge applicability, empty: no such client
-        QTest::addColumn<QString>("year");
-        QTest::addColumn<int>("status");
-        QTest::addColumn<double>("surcharge");
-        QTest::addColumn<double>("tax");
-        QTest::newRow("no such client") << ""
-                                        << "2008-2009" << 0 << 0.0 << 0.0;
-        QTest::newRow("null status") << "Null,'1'"
-                                     << "2008-2009" << -1 << 0.0 << 0.0;
-        QTest::newRow("firm") << "3,''"
-                              << "2007-2008" << 3 << 10.0 << 30.0;
-        QTest::newRow("association by year") << "9,'001'"
-                                             << "2008-2009" << 9 << 10.0 << 30.0;
-        QTest::newRow("association, null") << "9,Null"
-                                           << "2008-2009" << 9 << 0.0 << 30.0;
-        QTest::newRow("after the tax") << "16,'11111'"
-                                       << "2010-2011" << 16 << 0.0 << 0.0;
-    }
     void takes()
     {
-        QFETCH(QString, row);
-        QFETCH(QString, year);
-        TestModule module(*server);
-        Cnn->Execute("Create Table FBT_Info (Code_no Varchar(50), ClStatus Int(11), SurApp Varchar(255))");
-        if (!row.isEmpty())
-            Cnn->Execute(Sql("Insert into FBT_Info Values ('A1',", row, ")"));
-        EmpBoth = true;
-        IndiaEmp = 5;
-        QVERIFY(TakeClientAndYear(QStringLiteral("A1"), QStringLiteral("ACME LTD"), year));
-        QTEST(Base->status, "status");
-        QTEST(FBTRate[1], "tax");
-        QTEST(FBTRate[2], "surcharge");
-        QCOMPARE(Base->Cap, QStringLiteral(" of ACME LTD for the Assessment Year ") + year);
-        QCOMPARE(Base->TYear, year.left(4).toInt());
-        QVERIFY(!EmpBoth && IndiaEmp == 0);
-        QCOMPARE(module.logLines(), QStringList());
+        using Row = std::tuple<const char *, QString, QString, int, double, double, bool>;
+        const std::vector<Row> rows{// status and applicability of the row; year; status, surcharge, tax, taxed
+                                    {"no such client", "", "2008-2009", 0, 0, 0, true},
+                                    {"null status", "Null,'1'", "2008-2009", -1, 0, 0, true},
+                                    {"firm", "3,''", "2007-2008", 3, 10, 30, true},
+                                    {"association by year", "9,'001'", "2008-2009", 9, 10, 30, true},
+                                    {"association, null", "9,Null", "2008-2009", 9, 0, 30, true},
+                                    {"after the tax", "16,'11111'", "2010-2011", 16, 0, 0, false}};
+        for (const auto &[name, row, year, status, surcharge, tax, taxed] : rows) {
+            TestModule module(*server);
+            Cnn->Execute("Create Table FBT_Info (Code_no Varchar(50), ClStatus Int(11), SurApp Varchar(255))");
+            if (!row.isEmpty())
+                Cnn->Execute(Sql("Insert into FBT_Info Values ('A1',", row, ")"));
+            EmpBoth = true;
+            IndiaEmp = 5;
+            QVERIFY2(TakeClientAndYear("A1", "ACME LTD", year) == taxed, name);
+            QVERIFY2(Base->status == status && FBTRate[1] == tax && FBTRate[2] == surcharge, name);
+            QCOMPARE(Base->Cap, " of ACME LTD for the Assessment Year " + year);
+            QCOMPARE(Base->TYear, year.left(4).toInt());
+            QVERIFY2(!EmpBoth && IndiaEmp == 0 && module.logLines().isEmpty(), name);
+        }
     }
 
     /// In a plain window every screen has a window of its own, and another client can be chosen beside the working screen.
@@ -105,16 +85,6 @@ private slots:
         QCOMPARE(Base->code, QString("B1"));
         QVERIFY(Screen::opened<frmfbtdet>()->windowTitle().contains("BETA"));
         user.said();
-    }
-
-    void unreadClientIsNotTaken()
-    {
-        TestModule module(*server);
-        Base->code = QStringLiteral("B2");
-        FBTRate[1] = 30;
-        QVERIFY(!TakeClientAndYear(QStringLiteral("A1"), QStringLiteral("ACME LTD"), QStringLiteral("2008-2009")));
-        QCOMPARE(Base->code, QStringLiteral("B2"));
-        QCOMPARE(FBTRate[1], 30.0);
     }
 };
 
