@@ -63,7 +63,8 @@ bool writeYear(Change &change, const ClientYear &client, const SampleYear &year)
 
 bool StoreSample(Connection &connection, const SampleEmployer &employer)
 {
-    return AddClient(&connection, infoOf(employer)) && ChangeTogether(&connection, [&employer](Change &change) {
+    return AddClient(&connection, infoOf(employer)) == ClientSave::Done &&
+           ChangeTogether(&connection, [&employer](Change &change) {
                return all(employer.years, [&](const SampleYear &year) {
                    return writeYear(change, {employer.code, year.year}, year);
                });

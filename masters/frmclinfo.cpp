@@ -10,12 +10,12 @@
 #include "masters/clientstatus.h"
 #include "platform/sqltext.h"
 #include "platform/text.h"
+#include "records/change.h"
 #include "records/naturelist.h"
 
 #include "ui_frmclinfo.h"
 
 #include <QApplication>
-#include <QRegularExpressionValidator>
 
 #include <algorithm>
 #include <optional>
@@ -76,8 +76,6 @@ frmclinfo::frmclinfo(QWidget *parent)
     new IncrementalSearch(ui->Combo1);
     constexpr int stateColumn = 50;
     ui->Combo1->lineEdit()->setMaxLength(stateColumn);
-    static const QRegularExpression codeText(QStringLiteral(R"([^'\\]*)"));
-    txtfields[ClientRecord::Code]->setValidator(new QRegularExpressionValidator(codeText, this));
     prepareGrids();
     connectControls();
     ui->fammaininfo->hide();
@@ -225,16 +223,29 @@ void frmclinfo::LOADCLIENTS()
 
 // --- the record on the screen ---
 
-void frmclinfo::LOADDATA()
+/// False when the employer is no longer there.
+bool frmclinfo::LOADDATA()
 {
     ErrorTail tail(this);
     m_builtStatus.clear();
     m_surApp.clear();
+    LOADNATURES(); // another user may have added one
     const auto stored = EditMode ? ReadClient(Cnn, EditCode) : Reading<ClientRecord>::nothing();
     noteReading(tr("employer"), !stored.failed());
     showRecord(*stored, tail);
+    keepOtherNatures(*stored);
     m_surApp = stored->surApp;
     rebuildSurcharge();
+    return !EditMode || !stored.none();
+}
+
+void frmclinfo::keepOtherNatures(const ClientRecord &stored)
+{
+    m_otherNatures.clear();
+    for (const int nature : NaturesIn(stored[ClientRecord::Natures])) {
+        if (nature > 0 && ui->vsfn->FindRow(QString::number(nature), 0, NatId) < 0)
+            m_otherNatures.push_back(nature);
+    }
 }
 
 /// Fills all fields; those that are empty in the record are cleared.
@@ -252,7 +263,8 @@ void frmclinfo::showRecord(const ClientRecord &client, ErrorTail &tail)
         ui->vsfn->setTextMatrix(row, NatTick, ticked ? on : off);
     }
     ui->vsfn->setCell(0, NatTick);
-    ui->cboresst->setCurrentIndex(0);
+    m_resident = client[ClientRecord::Resident];
+    ui->cboresst->setCurrentIndex(-1); // of a value that the list does not have
     tail([&] { selectPlace(ui->cboresst, Val(client[ClientRecord::Resident])); });
 }
 
@@ -272,12 +284,14 @@ ClientRecord frmclinfo::typedRecord() const
     client[ClientRecord::State] = ui->Combo1->currentText();
     client[ClientRecord::Status] = QString::number(StatusCode(ui->cbostat->currentIndex()));
     client[ClientRecord::Audit] = ui->Check1->isChecked() ? QStringLiteral("1") : QStringLiteral("0");
-    client[ClientRecord::Resident] = QString::number(ui->cboresst->currentIndex());
-    std::vector<int> natures;
+    const int resident = ui->cboresst->currentIndex();
+    client[ClientRecord::Resident] = resident < 0 ? m_resident : QString::number(resident);
+    std::vector<int> natures = m_otherNatures;
     for (int row = 0; row < ui->vsfn->Rows(); ++row) {
         if (natureTicked(row))
             natures.push_back(natureAt(row));
     }
+    std::sort(natures.begin(), natures.end());
     client[ClientRecord::Natures] = BusnatOf(natures);
     QStringList applies;
     for (int row = ui->vsfs->FixedRows(); row < ui->vsfs->Rows(); ++row)
@@ -317,9 +331,9 @@ bool frmclinfo::natureTicked(int row) const
     return Val(ui->vsfn->TextMatrix(row, NatTick)) != 0;
 }
 
-int frmclinfo::tickedNatures() const
+std::size_t frmclinfo::tickedNatures() const
 {
-    int count = 0;
+    std::size_t count = 0;
     for (int row = 0; row < ui->vsfn->Rows(); ++row)
         count += natureTicked(row) ? 1 : 0;
     return count;
@@ -328,6 +342,7 @@ int frmclinfo::tickedNatures() const
 bool frmclinfo::CHECKNATURES()
 {
     const ErrorTail tail(this);
+    m_dropped.clear();
     for (int row = 0; EditMode && row < ui->vsfn->Rows(); ++row) {
         if (natureTicked(row))
             continue;
@@ -337,16 +352,17 @@ bool frmclinfo::CHECKNATURES()
         if (!*goes)
             ui->vsfn->setTextMatrix(row, NatTick, on);
     }
-    const int count = tickedNatures();
+    const std::size_t count = tickedNatures();
     if (count == 0) {
+        deleteDropped();
         refuse("Please Select a Nature of Employer.", ui->vsfn);
         return false;
     }
-    return count > 1 || !EditMode || askDropConsolidated();
+    return count + m_otherNatures.size() > 1 || !EditMode || askDropConsolidated();
 }
 
-/// What a client has of a nature that is not his any more goes with his consent only. False: the nature stays. Without a
-/// value when nobody can tell what he has of it.
+/// What a client has of a nature that is not his any more goes with the user's consent only, and with the save. False: the
+/// nature stays. Without a value when nobody can tell what he has of it.
 std::optional<bool> frmclinfo::askDeleteNature(int row)
 {
     const int nature = natureAt(row);
@@ -356,8 +372,10 @@ std::optional<bool> frmclinfo::askDeleteNature(int row)
     if (!*there)
         return true;
     const QString question = Joined("Do you want to Delete Details of '", ui->vsfn->TextMatrix(row, NatDesc), "'?");
-    return MsgBox(this, question, Buttons::YesNo, Icon::Question, {}, 2) == Reply::Yes &&
-           DeleteNatureDetails(Cnn, EditCode, nature);
+    if (MsgBox(this, question, Buttons::YesNo, Icon::Question, {}, 2) != Reply::Yes)
+        return false;
+    m_dropped.push_back(nature);
+    return true;
 }
 
 /// With one nature left there is nothing to consolidate. False: the user keeps the consolidated details, or nobody can
@@ -369,11 +387,24 @@ bool frmclinfo::askDropConsolidated()
         return refuseUnread();
     if (!*there)
         return true;
-    return MsgBox(this,
-                  QStringLiteral("You have Selected only One Nature of Business. All the Details of Consolidated "
-                                 "Expenses will be Deleted. Do you want to Continue?"),
-                  Buttons::YesNo, Icon::Question) == Reply::Yes &&
-           DeleteConsolidatedExpenses(Cnn, EditCode);
+    const auto reply =
+        MsgBox(this,
+               QStringLiteral("You have Selected only One Nature of Business. All the Details of Consolidated "
+                              "Expenses will be Deleted. Do you want to Continue?"),
+               Buttons::YesNo, Icon::Question);
+    if (reply == Reply::Yes)
+        m_dropped.push_back(consolidatedNature);
+    else
+        deleteDropped();
+    return reply == Reply::Yes;
+}
+
+/// The details that the user gave up go, too, when the natures that are left keep the employer from being saved.
+void frmclinfo::deleteDropped()
+{
+    if (!m_dropped.empty())
+        DeleteNatureDetails(Cnn, EditCode, m_dropped);
+    m_dropped.clear();
 }
 
 /// Says that nothing is saved, since what the client has of his natures could not be read. False.
@@ -432,9 +463,12 @@ void frmclinfo::CMDUPDATE_CLICK()
     }
     if (!CHECKNATURES())
         return;
-    const Hourglass wait;
-    if (!UPDATEDATA())
+    const ClientSave saved = UPDATEDATA();
+    if (saved == ClientSave::CodeTaken)
+        return refuse("Duplicate Code Entered.", txtfields[ClientRecord::Code]);
+    if (saved != ClientSave::Done)
         return txtfields[ClientRecord::Code]->setFocus(); // with all that was typed; the status bar says why
+    const Hourglass wait;
     const QString code = typedCode();
     if (EditMode && code != EditCode)
         Base->ChangeCode(EditCode, code); // what the suite keeps of him beyond the tables of this module
@@ -450,11 +484,12 @@ void frmclinfo::afterChange()
     ui->ClGrd1->SelectLastClient();
 }
 
-bool frmclinfo::UPDATEDATA()
+ClientSave frmclinfo::UPDATEDATA()
 {
     const ErrorTail tail(this);
+    const Hourglass wait;
     const ClientRecord client = typedRecord();
-    return EditMode ? UpdateClient(Cnn, client, EditCode) : AddClient(Cnn, client);
+    return EditMode ? UpdateClient(Cnn, client, EditCode, m_dropped) : AddClient(Cnn, client);
 }
 
 /// A client that the search hides stays the current one, but nobody who does not see him can mean him.
@@ -496,8 +531,10 @@ void frmclinfo::CMDMODIFY_CLICK()
         return;
     EditCode = ui->ClGrd1->TextMatrix(ui->ClGrd1->Row(), 0);
     EditMode = true;
-    LOADDATA();
-    SETBUTTON(false);
+    if (LOADDATA())
+        return SETBUTTON(false);
+    Cnn->report(RowGoneFault(Doing::Read));
+    afterChange();
 }
 
 void frmclinfo::CMDCANCEL_CLICK()

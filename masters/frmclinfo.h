@@ -40,9 +40,9 @@ private:
     void SETBUTTON(bool Browse); // true: the list; false: the edit frame
     void LOADNATURES();
     void LOADCLIENTS();
-    void LOADDATA();
+    bool LOADDATA();
     bool CHECKNATURES();
-    bool UPDATEDATA();
+    ClientSave UPDATEDATA();
 
     void CMDADD_CLICK();
     void CMDMODIFY_CLICK();
@@ -71,9 +71,11 @@ private:
     bool askDropConsolidated();
     bool refuseUnread();
     void afterChange();
+    void deleteDropped();
+    void keepOtherNatures(const ClientRecord &stored);
     [[nodiscard]] int natureAt(int row) const;
     [[nodiscard]] bool natureTicked(int row) const;
-    [[nodiscard]] int tickedNatures() const;
+    [[nodiscard]] std::size_t tickedNatures() const;
     void refuse(const QString &message, QWidget *field);
 
     std::unique_ptr<Ui::frmclinfo> ui;
@@ -83,6 +85,9 @@ private:
     QString EditCode;                     // of the record being edited or deleted
     bool EditMode = false;                // true: modify, false: add
     QString m_surApp;                     // as last loaded
+    QString m_resident;                   // as last loaded, for a value that the list does not have
+    std::vector<int> m_otherNatures;      // stored for the employer, and not in the list of natures
+    std::vector<int> m_dropped;           // natures whose details go with the next save
     std::vector<SuiteClientLine> m_suite; // the clients of the suite, by the data of their rows
     QString m_builtStatus;                // the status position that vsfs was built for; empty: none yet
 };

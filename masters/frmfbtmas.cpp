@@ -352,7 +352,13 @@ void frmfbtmas::CMDUPDATEDED_CLICK()
     const QString text = ui->txtdedflds_0->text();
     if (refuseEmpty(text, "Please specify Nature of Expenses.", ui->txtdedflds_0))
         return;
-    if (const auto id = SaveRatedItem(Cnn, SelYear, head->headId, {{m_items->editedKey(), text}, typedRates()}))
+    const RatedItem item{{m_items->editedKey(), text}, typedRates()};
+    std::optional<int> id = item.item.srNo;
+    if (m_items->Adding())
+        id = AddRatedItem(Cnn, SelYear, head->headId, item);
+    else if (!ChangeRatedItem(Cnn, SelYear, head->headId, item))
+        id.reset();
+    if (id)
         m_items->saved(*id);
     else
         m_items->notSaved();

@@ -71,19 +71,31 @@ void frmnatmas::LOADDATA(const Nature &nature)
 void frmnatmas::CMDUPDATE_CLICK()
 {
     ErrorTail tail(this);
-    const Nature nature{m_list->editedKey(), ui->txtfields_1->text()};
-    const bool empty = nature.text.trimmed().isEmpty();
-    const auto taken = empty ? false : NatureTextTaken(Cnn, nature.text, nature.srNo);
+    const QString text = ui->txtfields_1->text();
+    std::optional<int> number;
+    if (!m_list->Adding())
+        number = m_list->editedKey();
+    const bool empty = text.trimmed().isEmpty();
+    const auto taken = empty ? false : NatureTextTaken(Cnn, text, number);
     if (empty || taken.value_or(false)) {
         MsgBox(this, empty ? "Please specify Nature of Business." : "Duplicate Item!!", Buttons::Ok, Icon::Exclamation);
         ui->txtfields_1->setFocus();
         return;
     }
-    const auto number = taken ? SaveNature(Cnn, nature) : std::nullopt;
+    if (!taken || !save(number, text))
+        m_list->notSaved();
+}
+
+/// Saves under its number, or under a new one.
+bool frmnatmas::save(std::optional<int> number, const QString &text)
+{
+    if (!number)
+        number = AddNature(Cnn, text);
+    else if (!ChangeNature(Cnn, {*number, text}))
+        number.reset();
     if (number)
         m_list->saved(*number);
-    else
-        m_list->notSaved();
+    return number.has_value();
 }
 
 void frmnatmas::CMDDELETE_CLICK(const Nature &nature)

@@ -5,6 +5,7 @@
 #include "records/naturelist.h"
 
 #include <memory>
+#include <optional>
 
 namespace Ui {
 class frmnatmas;
@@ -29,6 +30,7 @@ private:
     void LOADDATA(const Nature &nature);
     void CMDUPDATE_CLICK();
     void CMDDELETE_CLICK(const Nature &nature);
+    bool save(std::optional<int> number, const QString &text);
 
     std::unique_ptr<Ui::frmnatmas> ui;
     RowList<Nature> *m_list;

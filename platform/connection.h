@@ -75,7 +75,7 @@ public:
     /// took too long: nothing of it can stay.
     [[nodiscard]] bool groupLost() const { return m_grouped && (m_groupBroken || !m_session); }
 
-    /// Number of rows that the last successful Execute changed.
+    /// Number of rows that the last successful Execute found to change, whether or not they held the same before.
     [[nodiscard]] qint64 affectedRows() const { return m_affected; }
 
     /// Who receives the faults of this connection and of the recordsets opened on it.

@@ -32,6 +32,7 @@ constexpr int General = 51;
 constexpr int FileNotFound = 53;
 constexpr int PathAccess = 75;
 constexpr int UnsafeText = 3001; ///< a value would have left its place in the statement; it was not sent
+constexpr int RowGone = 3167;    ///< what was to be changed is no longer there
 constexpr int NoCurrentRow = 3021;
 constexpr int NoSuchField = 3265;
 constexpr int ConnectionClosed = 3709;

@@ -126,11 +126,12 @@ bool Session::connect(const ServerAddress &address)
     const QByteArray host = address.socket.isEmpty() ? address.host.toUtf8() : QByteArray("localhost");
     const QByteArray socket = address.socket.toLocal8Bit();
     const QByteArray schema = address.schema.toUtf8();
-    // No flags: of all that a client may ask for, several statements in one is the one thing that it must not.
+    // Found rows: a row that already holds what is saved counts as there, one that was deleted does not. No other flag: of
+    // all that a client may ask for, several statements in one is the one thing that it must not.
     return mysql_real_connect(m_mysql, host.constData(), address.user.toUtf8().constData(),
                               address.password.toUtf8().constData(), schema.isEmpty() ? nullptr : schema.constData(),
                               static_cast<unsigned>(address.port), socket.isEmpty() ? nullptr : socket.constData(),
-                              0) != nullptr &&
+                              CLIENT_FOUND_ROWS) != nullptr &&
            mysql_set_server_option(m_mysql, MYSQL_OPTION_MULTI_STATEMENTS_OFF) == 0;
 }
 

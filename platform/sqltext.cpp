@@ -2,15 +2,43 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
+#include <array>
+
 namespace {
 
-// No character of any text: it marks a text made from a statement that may not be sent.
-constexpr QChar mark(0xFDD0);
-
-const QString &apostrophe()
+/// Why a statement may not be sent, and the mark of a text made from it: no character of any text.
+struct Refusal
 {
-    static const QString sentence = QStringLiteral("the text holds an apostrophe");
-    return sentence;
+    QChar mark;
+    QString sentence;
+};
+
+enum RefusalKind : std::size_t { Apostrophe, Backslash, NoNumbers };
+
+const std::array<Refusal, 3> &refusals()
+{
+    static const std::array<Refusal, 3> all{{
+        {QChar(0xFDD0), QStringLiteral("the text holds an apostrophe")},
+        {QChar(0xFDD1), QStringLiteral("the text holds a backslash")},
+        {QChar(0xFDD2), QStringLiteral("a list of numbers holds something else")},
+    }};
+    return all;
+}
+
+const QString &sentence(RefusalKind kind)
+{
+    return refusals().at(kind).sentence;
+}
+
+/// Why a text that was made from a statement may not be sent; empty when it may.
+QString refusalIn(QStringView text)
+{
+    for (const Refusal &refusal : refusals()) {
+        if (text.contains(refusal.mark))
+            return refusal.sentence;
+    }
+    return {};
 }
 
 /// The quote that is open after the words, when `open` was before them.
@@ -45,24 +73,24 @@ bool isWhole(QStringView piece)
     return open.isNull();
 }
 
-/// Whether a value between two of these quotes leaves both where they are.
-bool staysBetween(QChar quote, QStringView value)
+/// Why a value may not stand between two of these quotes; empty when it leaves both where they are and arrives as it was
+/// typed. The server reads a backslash as the beginning of an escape and stores another text: the user's would be lost.
+QString refusalBetween(QChar quote, QStringView value)
 {
     for (qsizetype i = 0; i < value.size(); ++i) {
-        const bool escape = value[i] == u'\\' && quote != u'`';
-        if (!escape && value[i] != quote)
-            continue;
-        if (++i >= value.size() || (!escape && value[i] != quote))
-            return false;
+        if (value[i] == u'\\' && quote != u'`')
+            return sentence(Backslash);
+        if (value[i] == quote && (++i >= value.size() || value[i] != quote))
+            return sentence(Apostrophe);
     }
-    return true;
+    return refusalIn(value);
 }
 
 } // namespace
 
 SqlText::SqlText(QString words)
     : m_text(std::move(words))
-    , m_fault(m_text.contains(mark) ? apostrophe() : QString())
+    , m_fault(refusalIn(m_text))
     , m_quote(quoteAfter(QChar(), m_text))
 {
 }
@@ -78,11 +106,11 @@ SqlText &SqlText::addValue(QStringView value)
 {
     if (m_quote.isNull()) {
         if (m_fault.isEmpty() && !isWhole(value))
-            m_fault = apostrophe();
+            m_fault = sentence(Apostrophe);
         return *this += SqlText(value.toString());
     }
-    if (!staysBetween(m_quote, value) || value.contains(mark))
-        m_fault = apostrophe();
+    if (m_fault.isEmpty())
+        m_fault = refusalBetween(m_quote, value);
     m_text.append(value);
     return *this;
 }
@@ -96,7 +124,10 @@ SqlText &SqlText::operator+=(const SqlText &more)
 
 SqlText::operator QString() const
 {
-    return m_fault.isEmpty() || m_text.contains(mark) ? m_text : m_text + mark;
+    const auto &all = refusals();
+    const auto refusal =
+        std::find_if(all.begin(), all.end(), [this](const Refusal &one) { return one.sentence == m_fault; });
+    return refusal == all.end() || m_text.contains(refusal->mark) ? m_text : m_text + refusal->mark;
 }
 
 SqlText SqlNumbers(const QString &list)
@@ -104,7 +135,7 @@ SqlText SqlNumbers(const QString &list)
     static const QRegularExpression numbers(QStringLiteral(R"(\A[-+.,\s\d]*\z)"));
     SqlText text(list);
     if (!numbers.match(list).hasMatch() || list.contains(u"--"))
-        text.m_fault = QStringLiteral("a list of numbers holds something else");
+        text.m_fault = sentence(NoNumbers);
     return text;
 }
 

@@ -11,9 +11,9 @@
 
 /// The text of a statement that knows its values from the program's own words.
 ///
-/// A value stands between the quotes that the words around it open and close, and stays there: one that would end them
-/// (a lone quote, a backslash before the closing quote) makes the statement a fault, which is reported and never sent.
-/// Two quotes, and a backslash with the character after it, go out as they are.
+/// A value stands between the quotes that the words around it open and close, and stays there: one that would end them (a
+/// lone quote), or that the server would store as another text (a backslash), makes the statement a fault, which is
+/// reported and never sent. Two quotes go out as they are.
 class FBT_OFFERED SqlText
 {
 public:
@@ -57,8 +57,8 @@ FBT_OFFERED SqlText ValueList(const QStringList &values);
 /// A text as a value of a statement: between single quotes, with quotes and backslashes in it doubled.
 ///
 /// Client codes, and what the suite keeps and copies, are written this way: a misread key would touch the rows of
-/// another client. The other texts typed into the module's screens stand between quotes as they are; an apostrophe in
-/// one of them is a fault that costs the statement. A code or text without these two characters reads the same both ways.
+/// another client. The other texts typed into the module's screens stand between quotes as they are; an apostrophe or
+/// a backslash in one of them is a fault that costs the statement. A code or text without these two characters reads the same both ways.
 FBT_OFFERED SqlText Quoted(const QString &text);
 
 /// Pieces of a statement: numbers by the default number-to-text rule, texts as they are.

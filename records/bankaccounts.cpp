@@ -50,14 +50,14 @@ bool keepADefault(Change &change, const ClientYear &client)
         Sql("Update FBT_BankDet Set DefBank='Y'", ownRows(client), " and SrNo=", accounts->front().number));
 }
 
-/// Writes the account and gives its number, 0 after a fault.
-int writeAccount(Change &change, const ClientYear &client, const BankAccount &account)
+/// Writes the account and gives its number, none after a fault.
+std::optional<int> writeAccount(Change &change, const ClientYear &client, const BankAccount &account, bool adding)
 {
-    if (account.number != 0)
-        return change.write(updateText(client, account)) ? account.number : 0;
+    if (!adding)
+        return change.rewrite(updateText(client, account)) ? std::optional(account.number) : std::nullopt;
     const auto number = change.nextNumber(QStringLiteral("FBT_BankDet"), client.code,
                                           Sql("Select Max(SrNo) as MaxSr from FBT_BankDet", ownRows(client)));
-    return number && change.write(insertText(client, *number, account)) ? *number : 0;
+    return number && change.write(insertText(client, *number, account)) ? number : std::nullopt;
 }
 
 } // namespace
@@ -77,14 +77,14 @@ RowsRead<BankAccount> BankAccounts(Connection *cnn, const ClientYear &client)
     });
 }
 
-std::optional<int> SaveBankAccount(Connection *cnn, const ClientYear &client, const BankAccount &account)
+std::optional<int> SaveBankAccount(Connection *cnn, const ClientYear &client, const BankAccount &account, bool adding)
 {
-    int number = 0;
+    std::optional<int> number;
     const bool saved = ChangeTogether(cnn, [&](Change &change) {
-        number = writeAccount(change, client, account);
-        return number != 0 && (!account.isDefault || takeMark(change, client, number)) && keepADefault(change, client);
+        number = writeAccount(change, client, account, adding);
+        return number && (!account.isDefault || takeMark(change, client, *number)) && keepADefault(change, client);
     });
-    return saved ? std::optional(number) : std::nullopt;
+    return saved ? number : std::nullopt;
 }
 
 bool DeleteBankAccount(Connection *cnn, const ClientYear &client, int number)

@@ -11,7 +11,7 @@ class Connection;
 /// A bank account of a client and year for refunds, one row of `FBT_BankDet`.
 struct BankAccount
 {
-    int number = 0; ///< `SrNo`; 0 for one that is not stored yet
+    int number = 0; ///< `SrNo`
     QString bank;
     QString address;
     QString micr;
@@ -24,9 +24,11 @@ struct BankAccount
 /// In the order of their numbers.
 FBT_OFFERED RowsRead<BankAccount> BankAccounts(Connection *cnn, const ClientYear &client);
 
-/// Stores an account, a new one under the next number. A default account takes that mark from all others. Gives its
-/// number; without a value, and nothing changed, after a fault.
-FBT_OFFERED std::optional<int> SaveBankAccount(Connection *cnn, const ClientYear &client, const BankAccount &account);
+/// Stores an account: a new one (`adding`) under the next number, its own is not looked at; another one in the row with its
+/// number, which must be there. A default account takes that mark from all others. Gives its number; without a value, and
+/// nothing changed, after a fault.
+FBT_OFFERED std::optional<int> SaveBankAccount(Connection *cnn, const ClientYear &client, const BankAccount &account,
+                                               bool adding);
 
 /// Removes an account. When it was the default one, the first of the others becomes it. False, and nothing changed, after
 /// a fault.

@@ -28,18 +28,18 @@ RowsRead<Bank> Banks(Connection *cnn)
                     });
 }
 
-std::optional<int> SaveBank(Connection *cnn, const Bank &bank)
+std::optional<int> SaveBank(Connection *cnn, const Bank &bank, bool adding)
 {
-    int number = bank.number;
+    std::optional<int> number;
     const bool saved = ChangeTogether(cnn, [&](Change &change) {
-        if (bank.number != 0)
-            return change.write(updateText(bank));
+        number = bank.number;
+        if (!adding)
+            return change.rewrite(updateText(bank));
         number =
-            change.nextNumber(QStringLiteral("bank_master"), {}, "Select Max(bank_code_no) as MaxSr from bank_master")
-                .value_or(0);
-        return number != 0 && change.write(insertText(number, bank));
+            change.nextNumber(QStringLiteral("bank_master"), {}, "Select Max(bank_code_no) as MaxSr from bank_master");
+        return number && change.write(insertText(*number, bank));
     });
-    return saved ? std::optional(number) : std::nullopt;
+    return saved ? number : std::nullopt;
 }
 
 bool DeleteBank(Connection *cnn, int number)

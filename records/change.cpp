@@ -59,6 +59,15 @@ bool Change::write(const SqlText &statement)
     return m_given;
 }
 
+bool Change::rewrite(const SqlText &statement)
+{
+    if (write(statement) && m_connection->affectedRows() == 0) {
+        m_given = false;
+        m_connection->report(RowGoneFault(Doing::Save));
+    }
+    return m_given;
+}
+
 bool Change::lock(const QString &table, const QString &clientCode)
 {
     m_given = m_given && lockRow(m_connection, table, clientCode);
@@ -122,6 +131,11 @@ bool ChangeTogether(Connection *connection, const std::function<bool(Change &)> 
         QThread::msleep(tried); // lets the other one get on
     }
     return false;
+}
+
+Fault RowGoneFault(Doing doing)
+{
+    return {FaultNumber::RowGone, QStringLiteral("it is no longer in the database"), QStringLiteral("FBT"), doing};
 }
 
 bool WriteOne(Connection *connection, const SqlText &statement)

@@ -15,6 +15,10 @@ public:
     /// Carries out one statement. False after a fault: the whole change is then given up.
     bool write(const SqlText &statement);
 
+    /// Carries out a statement on a row that must be there. When the server finds none, since another user has deleted it,
+    /// that is reported, and the change given up as after a fault.
+    bool rewrite(const SqlText &statement);
+
     /// Writes the lock row of a table and client, which is held to the end of the change: what is read after it is not
     /// changed by another user who asks for the same. False, and the change given up, after a fault.
     /// @param table as its `Create Table` spells it
@@ -55,3 +59,6 @@ FBT_OFFERED bool ChangeTogether(Connection *connection, const std::function<bool
 
 /// One statement and its flush. True when the statement was carried out.
 FBT_OFFERED bool WriteOne(Connection *connection, const SqlText &statement);
+
+/// What is reported when a row that was to be changed or shown has gone, as when another user deleted it.
+FBT_OFFERED Fault RowGoneFault(Doing doing);

@@ -17,9 +17,11 @@ Reading<QSet<QString>> TableNames(Connection *cnn)
     return QSet<QString>(tables->begin(), tables->end());
 }
 
-std::vector<ClientTable> TablesOfClients(Connection *cnn)
+RowsRead<ClientTable> TablesOfClients(Connection *cnn)
 {
     const Reading<QSet<QString>> existing = TableNames(cnn);
+    if (existing.failed())
+        return RowsRead<ClientTable>::failure();
     std::vector<ClientTable> tables;
     std::copy_if(clientTables.begin(), clientTables.end(), std::back_inserter(tables), [&](const ClientTable &table) {
         return !table.comesLater || existing->contains(QString::fromLatin1(table.name).toLower());
@@ -39,12 +41,16 @@ bool MoveClientRows(Change &change, const std::vector<ClientTable> &tables, cons
 bool ChangeClientCode(Connection *cnn, const QString &oldCode, const QString &newCode)
 {
     const auto tables = TablesOfClients(cnn);
-    return ChangeTogether(cnn, [&](Change &change) { return MoveClientRows(change, tables, oldCode, newCode); });
+    return !tables.failed() &&
+           ChangeTogether(cnn, [&](Change &change) { return MoveClientRows(change, *tables, oldCode, newCode); });
 }
 
 bool DeleteClientRows(Connection *cnn, const QString &clientCode)
 {
-    auto tables = TablesOfClients(cnn);
+    const auto found = TablesOfClients(cnn);
+    if (found.failed())
+        return false;
+    std::vector<ClientTable> tables = *found;
     tables.push_back(clientMaster);
     return ChangeTogether(cnn, [&](Change &change) {
         return std::all_of(tables.begin(), tables.end(), [&](const ClientTable &table) {

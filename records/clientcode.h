@@ -13,9 +13,9 @@ class Connection;
 /// Names of the base tables of the connection's schema, in lower case.
 FBT_OFFERED Reading<QSet<QString>> TableNames(Connection *cnn);
 
-/// The client tables that are there: those that always are, and the one of the return where it is known to have come
-/// into being. A list of tables that cannot be read costs that one only.
-FBT_OFFERED std::vector<ClientTable> TablesOfClients(Connection *cnn);
+/// The client tables that are there: those that always are, and the one of the return where it has come into being. Who
+/// cannot know which there are changes none: rows left under an old code would be lost to the client.
+FBT_OFFERED RowsRead<ClientTable> TablesOfClients(Connection *cnn);
 
 /// Rewrites a client code in `tables`, as part of a change. False after a fault.
 FBT_OFFERED bool MoveClientRows(Change &change, const std::vector<ClientTable> &tables, const QString &oldCode,

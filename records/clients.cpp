@@ -2,9 +2,12 @@
 
 #include "records/change.h"
 #include "records/clientcode.h"
+#include "records/natures.h"
 #include "records/readrows.h"
 
 #include <QStringList>
+
+#include <algorithm>
 
 namespace {
 
@@ -59,7 +62,46 @@ QString ofNature(const QString &code, int natId)
     return Sql(" Where Code_No=", Quoted(code), " and NatId = ", natId);
 }
 
-constexpr int allNatures = -1; // NatId of what is entered for all natures together
+/// Whether a client other than `editCode`, or a billing party, has the code by now. Without a value after a fault.
+std::optional<bool> codeTaken(Connection *cnn, const QString &code, const QString &editCode)
+{
+    for (const char *table : {"FBT_Info", "biller"}) {
+        const SqlText same = Sql("Select Code_No from ", table, " Where Code_No=", Quoted(code));
+        const auto found = FindsRow(cnn, editCode.isEmpty() ? same : same + Sql(" and Code_No<>", Quoted(editCode)));
+        if (found.value_or(true))
+            return found;
+    }
+    return false;
+}
+
+/// Writes a client under a code that is new to him, unless it was taken since he was opened. The lock row is held to the
+/// end: of two users who give the same code at once one finds that the other has it.
+/// @param editCode his code so far, empty for a new client
+ClientSave saveUnderNewCode(Connection *cnn, const QString &code, const QString &editCode,
+                            const std::function<bool(Change &)> &write)
+{
+    std::optional<bool> taken;
+    const bool saved = ChangeTogether(cnn, [&](Change &change) {
+        taken.reset();
+        if (!change.lock(QStringLiteral("FBT_Info"), {}))
+            return false;
+        taken = codeTaken(cnn, code, editCode);
+        return taken == false && write(change);
+    });
+    if (saved)
+        return ClientSave::Done;
+    return taken == true ? ClientSave::CodeTaken : ClientSave::Failed;
+}
+
+/// Deletes what was entered for natures of a client: expenses and salaries; together for all natures there are expenses
+/// only.
+bool dropDetails(Change &change, const QString &code, const std::vector<int> &natures)
+{
+    return std::all_of(natures.begin(), natures.end(), [&](int natId) {
+        return change.write(Sql("Delete from FBT_Detail", ofNature(code, natId))) &&
+               (natId == consolidatedNature || change.write(Sql("Delete from FBT_SalDet", ofNature(code, natId))));
+    });
+}
 
 } // namespace
 
@@ -74,33 +116,45 @@ Reading<ClientRecord> ReadClient(Connection *cnn, const QString &code)
     });
 }
 
-bool AddClient(Connection *cnn, const ClientRecord &client)
+ClientSave AddClient(Connection *cnn, const ClientRecord &client)
 {
-    return WriteOne(cnn, insertText(client));
+    const QString insert = insertText(client);
+    return saveUnderNewCode(cnn, client[ClientRecord::Code], {},
+                            [&insert](Change &change) { return change.write(insert); });
 }
 
-bool UpdateClient(Connection *cnn, const ClientRecord &client, const QString &editCode)
+ClientSave UpdateClient(Connection *cnn, const ClientRecord &client, const QString &editCode,
+                        const std::vector<int> &dropped)
 {
     const QStringList columns = clientColumns(cnn);
     if (columns.isEmpty())
-        return false;
+        return ClientSave::Failed;
     const QString update = updateText(client, columns, editCode);
+    const auto write = [&](Change &change) { return dropDetails(change, editCode, dropped) && change.rewrite(update); };
     const QString &code = client[ClientRecord::Code];
     if (code == editCode)
-        return WriteOne(cnn, update);
+        return ChangeTogether(cnn, write) ? ClientSave::Done : ClientSave::Failed;
     const auto tables = TablesOfClients(cnn);
-    return ChangeTogether(
-        cnn, [&](Change &change) { return change.write(update) && MoveClientRows(change, tables, editCode, code); });
+    if (tables.failed())
+        return ClientSave::Failed;
+    return saveUnderNewCode(cnn, code, editCode, [&](Change &change) {
+        return write(change) && MoveClientRows(change, *tables, editCode, code);
+    });
 }
 
 RowsRead<QString> ExistingCodes(Connection *cnn)
 {
-    const auto clients = ReadRows(cnn, QStringLiteral("Select Code_No from FBT_Info Order by Code_No"), firstText);
-    const auto parties = ReadRows(cnn, QStringLiteral("Select Code_No from biller Order by Code_No"), firstText);
+    const auto clients = ReadRows(cnn, QStringLiteral("Select Code_No from FBT_Info"), firstText);
+    const auto parties = ReadRows(cnn, QStringLiteral("Select Code_No from biller"), firstText);
     if (clients.failed() || parties.failed())
         return RowsRead<QString>::failure();
     std::vector<QString> codes = *clients;
     codes.insert(codes.end(), parties->begin(), parties->end());
+    std::sort(codes.begin(), codes.end(), [](const QString &one, const QString &other) {
+        const int order = one.compare(other, Qt::CaseInsensitive);
+        return order != 0 ? order < 0 : one < other;
+    });
+    codes.erase(std::unique(codes.begin(), codes.end()), codes.end());
     return codes;
 }
 
@@ -120,20 +174,12 @@ std::optional<bool> HasNatureDetails(Connection *cnn, const QString &code, int n
     return FindsRow(cnn, Sql("Select * from FBT_SalDet", ofNature(code, natId)));
 }
 
-bool DeleteNatureDetails(Connection *cnn, const QString &code, int natId)
+bool DeleteNatureDetails(Connection *cnn, const QString &code, const std::vector<int> &natures)
 {
-    return ChangeTogether(cnn, [&](Change &change) {
-        return change.write(Sql("Delete from FBT_Detail", ofNature(code, natId))) &&
-               change.write(Sql("Delete from FBT_SalDet", ofNature(code, natId)));
-    });
+    return ChangeTogether(cnn, [&](Change &change) { return dropDetails(change, code, natures); });
 }
 
 std::optional<bool> HasConsolidatedExpenses(Connection *cnn, const QString &code)
 {
-    return FindsRow(cnn, Sql("Select * from FBT_Detail", ofNature(code, allNatures)));
-}
-
-bool DeleteConsolidatedExpenses(Connection *cnn, const QString &code)
-{
-    return WriteOne(cnn, Sql("Delete from FBT_Detail", ofNature(code, allNatures)));
+    return FindsRow(cnn, Sql("Select * from FBT_Detail", ofNature(code, consolidatedNature)));
 }

@@ -43,15 +43,24 @@ struct ClientRecord
 
 FBT_OFFERED Reading<ClientRecord> ReadClient(Connection *cnn, const QString &code);
 
-/// Adds a client: all 23 columns in their order. False when the database did not take it.
-FBT_OFFERED bool AddClient(Connection *cnn, const ClientRecord &client);
+/// What became of a client that was to be saved.
+enum class ClientSave {
+    Done,
+    CodeTaken, ///< another client or a billing party has the code by now; nothing is changed
+    Failed     ///< the database did not take it, which was reported; nothing is changed
+};
 
-/// Changes the client stored under `editCode`. The columns of the former signatory are emptied, `SexM` and `FName` stay.
-/// With another code all that the client tables hold of him moves with it, or nothing is changed at all.
-FBT_OFFERED bool UpdateClient(Connection *cnn, const ClientRecord &client, const QString &editCode);
+/// Adds a client: all 23 columns in their order.
+FBT_OFFERED ClientSave AddClient(Connection *cnn, const ClientRecord &client);
 
-/// All codes that a new client must not take, each kind in its order: those of the client master, then those of the
-/// billing parties.
+/// Changes the client stored under `editCode`; one that is no longer there is a fault. The columns of the former signatory
+/// are emptied, `SexM` and `FName` stay. With another code all that the client tables hold of him moves with it.
+/// @param dropped natures whose details go with the change, see `DeleteNatureDetails`
+FBT_OFFERED ClientSave UpdateClient(Connection *cnn, const ClientRecord &client, const QString &editCode,
+                                    const std::vector<int> &dropped = {});
+
+/// All codes that a new client must not take, those of the client master and of the billing parties, in one order and each
+/// once.
 FBT_OFFERED RowsRead<QString> ExistingCodes(Connection *cnn);
 
 struct NamedClient
@@ -65,8 +74,10 @@ FBT_OFFERED RowsRead<NamedClient> ClientNames(Connection *cnn);
 
 /// Whether an expense or a salary of any year was entered for a nature of the client. Without a value after a fault.
 FBT_OFFERED std::optional<bool> HasNatureDetails(Connection *cnn, const QString &code, int natId);
-FBT_OFFERED bool DeleteNatureDetails(Connection *cnn, const QString &code, int natId);
 
 /// The same for the expenses that were entered for all natures together.
 FBT_OFFERED std::optional<bool> HasConsolidatedExpenses(Connection *cnn, const QString &code);
-FBT_OFFERED bool DeleteConsolidatedExpenses(Connection *cnn, const QString &code);
+
+/// Deletes the expenses and salaries of all years that were entered for these natures of the client; `consolidatedNature`
+/// stands for the expenses of all together. All of them, or nothing after a fault.
+FBT_OFFERED bool DeleteNatureDetails(Connection *cnn, const QString &code, const std::vector<int> &natures);

@@ -27,12 +27,18 @@ bool writeRates(Change &change, int year, int srNo, const std::vector<NatureRate
     });
 }
 
-bool writeItem(Change &change, int year, int headId, const ExpenseItem &item)
+SqlText deleteItem(int year, int srNo)
 {
-    return change.write(Sql("Delete from FBT_ExpHead", year, " Where SrNo=", item.srNo)) &&
-           change.write(
+    return Sql("Delete from FBT_ExpHead", year, " Where SrNo=", srNo);
+}
+
+/// After `deleteItem`.
+bool writeItem(Change &change, int year, int headId, const ExpenseItem &item, const std::vector<NatureRate> &rates)
+{
+    return change.write(
                Sql("Insert into FBT_ExpHead", year, " Values (", item.srNo, ",", headId, ",'", item.text, "')")) &&
-           change.write(Sql("Delete from FBT_ExpRate", year, " Where SrNo=", item.srNo));
+           change.write(Sql("Delete from FBT_ExpRate", year, " Where SrNo=", item.srNo)) &&
+           writeRates(change, year, item.srNo, rates);
 }
 
 } // namespace
@@ -59,8 +65,10 @@ std::optional<int> AddExpenseHead(Connection *cnn, int year, const QString &sect
 
 bool ChangeExpenseHead(Connection *cnn, int year, const ExpenseHead &head)
 {
-    return WriteOne(cnn, Sql("Update FBT_Head", year, " Set Section='", head.section, "'", ",HeadDesc='", head.text,
-                             "' Where HeadId=", head.headId));
+    return ChangeTogether(cnn, [&](Change &change) {
+        return change.rewrite(Sql("Update FBT_Head", year, " Set Section='", head.section, "'", ",HeadDesc='",
+                                  head.text, "' Where HeadId=", head.headId));
+    });
 }
 
 std::optional<bool> ExpenseHeadInUse(Connection *cnn, int year, int headId)
@@ -117,16 +125,23 @@ RowsRead<RatedItem> RatedItems(Connection *cnn, int year, int headId)
     return items;
 }
 
-std::optional<int> SaveRatedItem(Connection *cnn, int year, int headId, const RatedItem &item)
+std::optional<int> AddRatedItem(Connection *cnn, int year, int headId, const RatedItem &item)
 {
-    ExpenseItem row;
-    const bool saved = ChangeTogether(cnn, [&](Change &change) {
-        row = item.item;
-        if (row.srNo == 0)
-            row.srNo = change.nextNumber(Joined("FBT_ExpHead", year), {}, maximumItem(year)).value_or(0);
-        return row.srNo != 0 && writeItem(change, year, headId, row) && writeRates(change, year, row.srNo, item.rates);
+    std::optional<int> srNo;
+    const bool added = ChangeTogether(cnn, [&](Change &change) {
+        srNo = change.nextNumber(Joined("FBT_ExpHead", year), {}, maximumItem(year));
+        return srNo && change.write(deleteItem(year, *srNo)) &&
+               writeItem(change, year, headId, {*srNo, item.item.text}, item.rates);
     });
-    return saved ? std::optional(row.srNo) : std::nullopt;
+    return added ? srNo : std::nullopt;
+}
+
+bool ChangeRatedItem(Connection *cnn, int year, int headId, const RatedItem &item)
+{
+    return ChangeTogether(cnn, [&](Change &change) {
+        return change.rewrite(deleteItem(year, item.item.srNo)) &&
+               writeItem(change, year, headId, item.item, item.rates);
+    });
 }
 
 std::optional<bool> ExpenseItemInUse(Connection *cnn, int year, int srNo)
@@ -137,7 +152,7 @@ std::optional<bool> ExpenseItemInUse(Connection *cnn, int year, int srNo)
 bool DeleteExpenseItem(Connection *cnn, int year, int srNo)
 {
     return ChangeTogether(cnn, [&](Change &change) {
-        return change.write(Sql("Delete from FBT_ExpHead", year, " Where SrNo=", srNo)) &&
+        return change.write(deleteItem(year, srNo)) &&
                change.write(Sql("Delete from FBT_ExpRate", year, " Where SrNo=", srNo));
     });
 }

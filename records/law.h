@@ -46,7 +46,7 @@ FBT_OFFERED RowsRead<ExpenseHead> ExpenseHeads(Connection *cnn, int year);
 /// got an item shares its number with the next one. Without a value, and nothing saved, after a fault.
 FBT_OFFERED std::optional<int> AddExpenseHead(Connection *cnn, int year, const QString &section, const QString &text);
 
-/// Writes section and text of the head with that number. False after a fault.
+/// Writes section and text of the head with that number. False after a fault or when there is no such head.
 FBT_OFFERED bool ChangeExpenseHead(Connection *cnn, int year, const ExpenseHead &head);
 
 /// Whether an expense of the year was entered under an item of the head. Without a value after a fault: the head then
@@ -63,9 +63,13 @@ FBT_OFFERED RowsRead<ExpenseItem> ExpenseItems(Connection *cnn, int year, int he
 /// The items of a head with their rates, in the order of their numbers.
 FBT_OFFERED RowsRead<RatedItem> RatedItems(Connection *cnn, int year, int headId);
 
-/// Writes an item and its rates in the place of all rows with its number, or, with number 0, under a new one: the highest
-/// of all heads plus 1. A rate without text is 0. Gives the number; without a value, and nothing changed, after a fault.
-FBT_OFFERED std::optional<int> SaveRatedItem(Connection *cnn, int year, int headId, const RatedItem &item);
+/// Adds an item with its rates under a new number, the highest of all heads plus 1, and gives it; the item's own number is
+/// not looked at. A rate without text is 0. Without a value, and nothing saved, after a fault.
+FBT_OFFERED std::optional<int> AddRatedItem(Connection *cnn, int year, int headId, const RatedItem &item);
+
+/// Writes an item and its rates in the place of all rows with its number. False, and nothing changed, after a fault or when
+/// there is no such row.
+FBT_OFFERED bool ChangeRatedItem(Connection *cnn, int year, int headId, const RatedItem &item);
 
 /// Whether an expense of the year was entered under the item. Without a value after a fault, as for a head.
 FBT_OFFERED std::optional<bool> ExpenseItemInUse(Connection *cnn, int year, int srNo);

@@ -3,6 +3,20 @@
 #include "records/change.h"
 #include "records/readrows.h"
 
+namespace {
+
+SqlText deleteText(int srNo)
+{
+    return Sql("Delete from FBT_Nature Where SrNo=", srNo);
+}
+
+SqlText insertText(const Nature &nature)
+{
+    return Sql("Insert into FBT_Nature Values (", nature.srNo, ",'", nature.text, "')");
+}
+
+} // namespace
+
 RowsRead<Nature> Natures(Connection *cnn)
 {
     return ReadRows(cnn, QStringLiteral("select * from FBT_Nature order by SrNo"), [](const Recordset &row) {
@@ -10,26 +24,29 @@ RowsRead<Nature> Natures(Connection *cnn)
     });
 }
 
-std::optional<bool> NatureTextTaken(Connection *cnn, const QString &text, int srNo)
+std::optional<bool> NatureTextTaken(Connection *cnn, const QString &text, std::optional<int> srNo)
 {
     QString query = Sql("Select * from FBT_Nature Where NatDesc='", text, "'");
-    if (srNo != 0)
-        query += Sql(" and SrNo<>", srNo);
+    if (srNo)
+        query += Sql(" and SrNo<>", *srNo);
     return FindsRow(cnn, query);
 }
 
-std::optional<int> SaveNature(Connection *cnn, const Nature &nature)
+std::optional<int> AddNature(Connection *cnn, const QString &text)
 {
-    int srNo = 0;
-    const bool saved = ChangeTogether(cnn, [&](Change &change) {
-        srNo = nature.srNo;
-        if (srNo == 0)
-            srNo = change.nextNumber(QStringLiteral("FBT_Nature"), {}, "Select Max(SrNo) as MaxSr from FBT_Nature")
-                       .value_or(0);
-        return srNo != 0 && change.write(Sql("Delete from FBT_Nature Where SrNo=", srNo)) &&
-               change.write(Sql("Insert into FBT_Nature Values (", srNo, ",'", nature.text, "')"));
+    std::optional<int> srNo;
+    const bool added = ChangeTogether(cnn, [&](Change &change) {
+        srNo = change.nextNumber(QStringLiteral("FBT_Nature"), {}, "Select Max(SrNo) as MaxSr from FBT_Nature");
+        return srNo && change.write(deleteText(*srNo)) && change.write(insertText({*srNo, text}));
     });
-    return saved ? std::optional(srNo) : std::nullopt;
+    return added ? srNo : std::nullopt;
+}
+
+bool ChangeNature(Connection *cnn, const Nature &nature)
+{
+    return ChangeTogether(cnn, [&](Change &change) {
+        return change.rewrite(deleteText(nature.srNo)) && change.write(insertText(nature));
+    });
 }
 
 std::optional<bool> NatureInUse(Connection *cnn, int srNo)
@@ -50,7 +67,6 @@ std::optional<bool> NatureInUse(Connection *cnn, int srNo)
 bool DeleteNature(Connection *cnn, int srNo)
 {
     return ChangeTogether(cnn, [&](Change &change) {
-        return change.write(Sql("Delete from FBT_Nature Where SrNo=", srNo)) &&
-               change.write(Sql("Delete from FBT_ExpRate Where NatId=", srNo));
+        return change.write(deleteText(srNo)) && change.write(Sql("Delete from FBT_ExpRate Where NatId=", srNo));
     });
 }

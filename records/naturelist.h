@@ -16,13 +16,16 @@ constexpr bool IsSeededNature(int srNo)
 /// All natures in the order of their numbers.
 FBT_OFFERED RowsRead<Nature> Natures(Connection *cnn);
 
-/// Whether another nature than `srNo` (0: any nature) has the text, as the database compares texts. Without a value when
+/// Whether a nature, or another nature than `srNo`, has the text, as the database compares texts. Without a value when
 /// the question could not be asked: the text then cannot be saved either.
-FBT_OFFERED std::optional<bool> NatureTextTaken(Connection *cnn, const QString &text, int srNo);
+FBT_OFFERED std::optional<bool> NatureTextTaken(Connection *cnn, const QString &text, std::optional<int> srNo);
 
-/// Writes a nature in the place of the row with its number, or, with number 0, under a new one: the highest plus 1. Gives
-/// the number; without a value, and nothing changed, after a fault.
-FBT_OFFERED std::optional<int> SaveNature(Connection *cnn, const Nature &nature);
+/// Adds a nature under a new number, the highest plus 1, and gives it. Without a value, and nothing saved, after a fault.
+FBT_OFFERED std::optional<int> AddNature(Connection *cnn, const QString &text);
+
+/// Writes a nature in the place of the row with its number. False, and nothing changed, after a fault or when there is no
+/// such row.
+FBT_OFFERED bool ChangeNature(Connection *cnn, const Nature &nature);
 
 /// Whether a client has the nature, a rate of the base list other than 0 belongs to it, or an expense was entered for it.
 /// Without a value after a fault: the nature then counts as used.

@@ -128,7 +128,7 @@ void frmbankdet::CMDUPDATE_CLICK()
 {
     if (!complete())
         return;
-    if (const auto number = SaveBankAccount(m_base.CnnObj, m_client, typed()))
+    if (const auto number = SaveBankAccount(m_base.CnnObj, m_client, typed(), m_list->Adding()))
         m_list->saved(*number);
     else
         m_list->notSaved();

@@ -74,7 +74,7 @@ void frmbankmas::CMDUPDATE_CLICK()
         ui->txtname->setFocus();
         return;
     }
-    if (const auto number = SaveBank(m_base.CnnObj, bank))
+    if (const auto number = SaveBank(m_base.CnnObj, bank, m_list->Adding()))
         m_list->saved(*number);
     else
         m_list->notSaved();

@@ -77,7 +77,6 @@ private slots:
     {
         Columns<QString>({"typed"});
         Case("blanks around it", " n1 ");
-        Case("signs of the statement's own", "n'\\1");
     }
     void codeIsStoredInOneForm()
     {

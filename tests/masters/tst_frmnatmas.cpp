@@ -39,6 +39,24 @@ private slots:
         QCOMPARE(natures("SrNo=1"), QStringList("1\tHOTEL BUSINESS"));
     }
 
+    /// The number 0 makes no new nature, and one that another user has deleted is not brought back.
+    void changesOnlyWhatIsThere()
+    {
+        QVERIFY(Cnn->Execute("Insert into FBT_Nature Values (0,'Old')"));
+        m_user->open();
+        m_user->click("cmdmodify");
+        m_user->type("txtfields_1", "older");
+        m_user->click("cmdupdate");
+        QCOMPARE(natures("SrNo=0 or SrNo>7"), QStringList("0\tOLDER"));
+        m_user->click("cmdmodify");
+        m_user->type("txtfields_1", "oldest");
+        QVERIFY(Cnn->Execute("Delete from FBT_Nature Where SrNo=0"));
+        m_user->click("cmdupdate");
+        QCOMPARE(natures("SrNo=0 or SrNo>7"), QStringList());
+        QCOMPARE(m_user->text("txtfields_1"), QString("OLDEST"));
+        QCOMPARE(m_user->module.logLines().size(), 1);
+    }
+
     void deletes_data()
     {
         Columns<QString, int, bool>({"statement", "row", "asks"}); // what refers to the natures 7 or 8

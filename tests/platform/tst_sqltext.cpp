@@ -20,8 +20,8 @@ private slots:
         row("nothing", QString(), true);
         row("two quotes", u"O''NEIL"_s, true);
         row("two quotes at the ends", u"''A''"_s, true);
-        row("escaped quote", u"O\\'NEIL"_s, true);
-        row("escaped backslash last", u"C:\\\\"_s, true);
+        row("backslash in the text", u"BA\\CK"_s, false);
+        row("escaped backslash last", u"C:\\\\"_s, false);
         row("other quotes", u"\"A` -- #"_s, true);
         row("a quote", u"O'NEIL"_s, false);
         row("only a quote", u"'"_s, false);
@@ -45,7 +45,8 @@ private slots:
         QCOMPARE(joined.fault().isEmpty(), sent);
         const QString asText = Sql("A='", value, "'"); // kept as a text for a while
         QCOMPARE(Sql("Select * from T Where ", asText).fault().isEmpty(), sent);
-        QCOMPARE(SqlText(asText + u" and B=1"_s).fault().isEmpty(), sent);
+        QCOMPARE(SqlText(asText + u" and B=1"_s).fault(), whole.fault());
+        QCOMPARE(whole.fault() == u"the text holds a backslash", value.contains(u'\\'));
     }
 
     void piecesOutsideQuotes_data()

@@ -133,8 +133,8 @@ private slots:
         SuiteFixture suite(m_server);
         Cnn->Execute("Alter Table FBT_BankDet Change SrNo Other Int");
         Cnn->Execute("Alter Table bank_master Change bank_code_no Other Int");
-        QVERIFY(!SaveBankAccount(Cnn, {"A1", 2008}, {}));
-        QVERIFY(!SaveBank(Cnn, {}));
+        QVERIFY(!SaveBankAccount(Cnn, {"A1", 2008}, {}, true));
+        QVERIFY(!SaveBank(Cnn, {}, true));
         QCOMPARE(suite.module.rows("Select * from FBT_BankDet") + suite.module.rows("Select * from bank_master"),
                  QStringList());
     }
@@ -183,9 +183,10 @@ private slots:
     void banksInUseStay()
     {
         SuiteFixture suite(m_server);
-        QCOMPARE(SaveBank(Cnn, {0, "ALPHA", "PUNE", "0240001"}).value_or(0), 1);
-        QCOMPARE(SaveBank(Cnn, {0, "BETA", "", ""}).value_or(0), 2);
-        QCOMPARE(SaveBank(Cnn, {2, "BETA'S", "FORT", "0200011"}).value_or(0), 2);
+        QCOMPARE(SaveBank(Cnn, {0, "ALPHA", "PUNE", "0240001"}, true).value_or(0), 1);
+        QCOMPARE(SaveBank(Cnn, {0, "BETA", "", ""}, true).value_or(0), 2);
+        QCOMPARE(SaveBank(Cnn, {2, "BETA'S", "FORT", "0200011"}, false).value_or(0), 2);
+        QVERIFY(!SaveBank(Cnn, {7, "DELETED MEANWHILE", "", ""}, false));
         Cnn->Execute("Insert into FBT_Challan (Code_No,BSRCode) Values ('A1',1)");
         frmbankmas screen(suite.base);
         open(screen);
