@@ -87,7 +87,7 @@ void Employer::writeInfo()
                    "0"};
     info.surApp = m_surApp;
     m_connection.Execute(Sql("Delete from FBT_Info Where Code_no=", Quoted(m_code)));
-    if (!AddClient(&m_connection, info))
+    if (AddClient(&m_connection, info) != ClientSave::Done)
         qFatal("A test's client could not be written: %s", qPrintable(m_code));
 }
 
