@@ -6,13 +6,15 @@
 
 bool TakeClientYear(const QString &code, int year)
 {
+    const Reading<ClientStatus> client = StatusOfClient(Cnn, code);
+    if (client.failed())
+        return false;
     Base->code = code;
     Base->TYear = year;
     TakeEmployees({});
-    const Reading<ClientStatus> client = StatusOfClient(Cnn, code);
     Base->status = client->status;
     FBTRate = RatesFor(year, client->status, client->surApp);
-    return !client.failed();
+    return true;
 }
 
 bool TakeEmployeesOfYear()

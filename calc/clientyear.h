@@ -10,7 +10,7 @@
 /// Takes a client and assessment year for the computation: `Base->code`, `TYear`, `status` (0 without a client's row, -1
 /// when it is `Null`) and `FBTRate`; the employee figures are cleared.
 /// @param year first calendar year of the assessment year
-/// @return false when the client could not be read; it then counts as without a row
+/// @return false when the client could not be read; what was in hand before stays
 FBT_OFFERED bool TakeClientYear(const QString &code, int year);
 
 /// Takes the employee figures of the client and year in hand from its additional information, if there is any. False

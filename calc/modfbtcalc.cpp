@@ -35,18 +35,18 @@ void clearFigures()
     ShipNatId = 0;
 }
 
-void addExpensesOfNatures(ComputationSource &rows)
+bool addExpensesOfNatures(ComputationSource &rows)
 {
     const RowsRead<Expense> expenses = rows.expensesOfNatures();
     for (const Expense &expense : *expenses)
         SETFBTVARS(expense.headId, expense.amount, BENEFITVALUE(expense.rate, expense.amount), expense.quarter,
                    expense.natId);
+    return !expenses.failed();
 }
 
-Salaries salariesOf(const std::vector<int> &natures, ComputationSource &rows, ErrorTail &tail)
+Salaries salariesOf(const RowsRead<Salary> &read, const std::vector<int> &natures, ErrorTail &tail)
 {
     Salaries salaries(natures);
-    const RowsRead<Salary> read = rows.salaries();
     for (const Salary &salary : *read)
         tail([&] { salaries.set(salary.natId, salary.quarter, salary.amount); });
     return salaries;
@@ -62,7 +62,7 @@ std::vector<double> sharesOf(const Expense &expense, const Salaries &salaries, E
 }
 
 /// Each nature visits all consolidated expenses, with the rates that hold for it, and takes its own share.
-void addConsolidatedExpenses(ComputationSource &rows, const std::vector<int> &natures, std::size_t v,
+bool addConsolidatedExpenses(ComputationSource &rows, const std::vector<int> &natures, std::size_t v,
                              const Salaries &salaries, ErrorTail &tail)
 {
     const RowsRead<Expense> expenses = rows.consolidatedExpenses(natures[v]);
@@ -71,6 +71,7 @@ void addConsolidatedExpenses(ComputationSource &rows, const std::vector<int> &na
         if (share != 0)
             SETFBTVARS(expense.headId, share, BENEFITVALUE(expense.rate, share), expense.quarter, natures[v]);
     }
+    return !expenses.failed();
 }
 
 TaxParts taxOfYear()
@@ -94,27 +95,31 @@ void setTax(const TaxParts &parts)
 
 } // namespace
 
-void CALCFBT()
+bool CALCFBT()
 {
     TableSource rows(Cnn, {Base->code, Base->TYear});
-    CALCFBT(rows);
+    return CALCFBT(rows);
 }
 
-void CALCFBT(ComputationSource &rows)
+bool CALCFBT(ComputationSource &rows)
 {
     ErrorTail tail(QStringLiteral("MODFBTCALC"));
     clearFigures();
-    ShipNatId = rows.shipNature().valueOr(0);
-    addExpensesOfNatures(rows);
+    const Reading<int> ship = rows.shipNature();
+    ShipNatId = ship.valueOr(0);
+    bool whole = addExpensesOfNatures(rows) && !ship.failed();
     const RowsRead<int> natures = rows.natures();
     if (natures->empty())
-        return;
-    const Salaries salaries = salariesOf(*natures, rows, tail);
+        return whole && !natures.failed();
+    const RowsRead<Salary> read = rows.salaries();
+    whole = whole && !read.failed();
+    const Salaries salaries = salariesOf(read, *natures, tail);
     for (std::size_t v = 0; v < natures->size(); ++v)
-        addConsolidatedExpenses(rows, *natures, v, salaries, tail);
+        whole = addConsolidatedExpenses(rows, *natures, v, salaries, tail) && whole;
     FBTTotalValue = std::accumulate(FBTQtrValue.begin() + 1, FBTQtrValue.end(), 0.0);
     FBTTaxableValue = TaxableValue(EmployeesInHand(), FBTTotalValue);
     setTax(taxOfYear());
+    return whole;
 }
 
 // Nothing in it can fault: every line of the table of lines lies within the arrays.

@@ -39,10 +39,11 @@ FBT_OFFERED extern int TotalEmp;
 /// worked out and rounded for each quarter and added up; from 2009-10 on once for the year. A client without natures
 /// ends the computation after the expenses of natures: the totals are 0 and the four tax figures stay as they were.
 /// A fault is logged as MODFBTCALC, CALCFBT and costs its statement only.
-FBT_OFFERED void CALCFBT();
+/// @return false when some of the rows could not be read: the figures are those of the rest
+FBT_OFFERED bool CALCFBT();
 
 /// The same from rows that `rows` hands out, for `Base->TYear`.
-FBT_OFFERED void CALCFBT(ComputationSource &rows);
+FBT_OFFERED bool CALCFBT(ComputationSource &rows);
 
 /// Adds one expense to its computation line and to its quarter.
 /// @param HeadId a head without a line counts in the quarter all the same

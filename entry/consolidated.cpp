@@ -15,11 +15,15 @@ SharedFigures &SharedFigures::operator+=(const SharedFigures &other)
     return *this;
 }
 
-std::vector<double> RatesOfItem(int year, int expId, const std::vector<Nature> &natures)
+RowsRead<double> RatesOfItem(int year, int expId, const std::vector<Nature> &natures)
 {
     std::vector<double> percent;
-    for (const Nature &nature : natures)
-        percent.push_back(RateOfItem(Cnn, year, expId, nature.srNo).valueOr(0));
+    for (const Nature &nature : natures) {
+        const Reading<double> rate = RateOfItem(Cnn, year, expId, nature.srNo);
+        if (rate.failed())
+            return RowsRead<double>::failure();
+        percent.push_back(rate.valueOr(0));
+    }
     return percent;
 }
 
@@ -36,15 +40,19 @@ SharedFigures ShareExpense(double amount, const std::vector<double> &percent, co
     return shared;
 }
 
-SharedFigures ShareAll(const std::vector<Expense> &expenses, int year, const std::vector<Nature> &natures,
-                       const QuarterSalary &salary, const Employees &employees, const FBTRates &rates)
+Reading<SharedFigures> ShareAll(const std::vector<Expense> &expenses, int year, const std::vector<Nature> &natures,
+                                const QuarterSalary &salary, const Employees &employees, const FBTRates &rates)
 {
     SharedFigures sum;
     sum.ofNatures.resize(natures.size());
     QHash<int, std::vector<double>> percentOf; // thousands of rows share a few dozen items
     for (const Expense &expense : expenses) {
-        if (!percentOf.contains(expense.expId))
-            percentOf.insert(expense.expId, RatesOfItem(year, expense.expId, natures));
+        if (!percentOf.contains(expense.expId)) {
+            const RowsRead<double> percent = RatesOfItem(year, expense.expId, natures);
+            if (percent.failed())
+                return Reading<SharedFigures>::failure();
+            percentOf.insert(expense.expId, *percent);
+        }
         sum += ShareExpense(expense.amount, percentOf[expense.expId], salary, employees, rates);
     }
     return sum;

@@ -23,8 +23,8 @@ struct FBT_OFFERED SharedFigures
 };
 
 /// The percentage that an item has for each nature; 0 where the year's table has none. With a rate for all natures and
-/// one of the nature's own, the row that the database gives first holds.
-FBT_OFFERED std::vector<double> RatesOfItem(int year, int expId, const std::vector<Nature> &natures);
+/// one of the nature's own, the row that the database gives first holds. Failed when one of them could not be read.
+FBT_OFFERED RowsRead<double> RatesOfItem(int year, int expId, const std::vector<Nature> &natures);
 
 /// Shares one expense and works out each nature's figures.
 /// @param amount rupees
@@ -32,9 +32,11 @@ FBT_OFFERED std::vector<double> RatesOfItem(int year, int expId, const std::vect
 FBT_OFFERED SharedFigures ShareExpense(double amount, const std::vector<double> &percent, const QuarterSalary &salary,
                                        const Employees &employees, const FBTRates &rates);
 
-/// The figures of all consolidated expenses of a quarter: those of the single expenses added up.
-FBT_OFFERED SharedFigures ShareAll(const std::vector<Expense> &expenses, int year, const std::vector<Nature> &natures,
-                                   const QuarterSalary &salary, const Employees &employees, const FBTRates &rates);
+/// The figures of all consolidated expenses of a quarter: those of the single expenses added up. Failed when a percentage
+/// could not be read.
+FBT_OFFERED Reading<SharedFigures> ShareAll(const std::vector<Expense> &expenses, int year,
+                                            const std::vector<Nature> &natures, const QuarterSalary &salary,
+                                            const Employees &employees, const FBTRates &rates);
 
 /// What one nature takes of consolidated expenses: their rows with the share as amount and `shareSrNo` as number. A row without a share is left
 /// out; the last nature takes what the others leave.

@@ -5,6 +5,7 @@
 #include "context/errortail.h"
 #include "context/modbase.h"
 #include "controls/msgbox.h"
+#include "entry/readingnote.h"
 #include "platform/text.h"
 
 #include <QSignalBlocker>
@@ -158,17 +159,20 @@ void ConsolidatedPanel::LOADEXPDET()
 {
     ErrorTail tail(formName);
     const int index = ui->cboexp->currentIndex();
-    SharedFigures figures;
-    std::vector<double> percent(m_natures.size(), 0.0);
-    figures.ofNatures.resize(m_natures.size());
+    const std::size_t natures = m_natures.size();
+    RowsRead<double> percent = std::vector(natures, 0.0);
+    Reading<SharedFigures> figures = SharedFigures{std::vector<Figures>(natures), {}};
     if (index >= 0) {
         const Expense &expense = m_expenses[static_cast<std::size_t>(index)];
         percent = RatesOfItem(m_client.year, expense.expId, m_natures);
-        figures = ShareExpense(expense.amount, percent, salary(), EmployeesInHand(), FBTRate);
+        figures = percent.failed() ? Reading<SharedFigures>::failure()
+                                   : ShareExpense(expense.amount, *percent, salary(), EmployeesInHand(), FBTRate);
     }
-    for (std::size_t i = 0; i < percent.size(); ++i)
-        ui->vsfe->setTextMatrix(rateRow, static_cast<int>(i) + 1, NumberText(percent[i]));
-    ui->vsfe->setTextMatrix(rateRow, static_cast<int>(percent.size()) + 1, QStringLiteral("-"));
+    NoteReading(Screen::of(this), QStringLiteral("percentages of the expense"), percent.failed());
+    for (std::size_t i = 0; i < natures; ++i)
+        ui->vsfe->setTextMatrix(rateRow, static_cast<int>(i) + 1,
+                                percent.failed() ? QString() : NumberText((*percent)[i]));
+    ui->vsfe->setTextMatrix(rateRow, static_cast<int>(natures) + 1, QStringLiteral("-"));
     showFigures(ui->vsfe, figures);
 }
 
@@ -176,11 +180,20 @@ void ConsolidatedPanel::LOADALLEXPDET()
 {
     ErrorTail tail(formName);
     m_all = ShareAll(m_expenses, m_client.year, m_natures, salary(), EmployeesInHand(), FBTRate);
+    NoteReading(Screen::of(this), QStringLiteral("percentages of the consolidated expenses"), m_all.failed());
     showFigures(ui->vsfr, m_all);
 }
 
-void ConsolidatedPanel::showFigures(Grid *grid, const SharedFigures &figures)
+/// Figures that are not known leave their cells empty.
+void ConsolidatedPanel::showFigures(Grid *grid, const Reading<SharedFigures> &figures)
 {
+    if (figures.failed()) {
+        for (int row = amountRow; row < grid->Rows(); ++row) {
+            for (int col = 1; col < grid->Cols(); ++col)
+                grid->setTextMatrix(row, col, QString());
+        }
+        return;
+    }
     const auto showColumn = [grid](int col, const Figures &f) {
         const double cells[] = {f.Amount,        f.Value,       f.Taxable,     f.Tax.Tax,
                                 f.Tax.Surcharge, f.Tax.EduCess, f.Tax.SHECess, f.total()};
@@ -189,9 +202,9 @@ void ConsolidatedPanel::showFigures(Grid *grid, const SharedFigures &figures)
             grid->setTextMatrix(row++, col, Money(cell));
     };
     int col = 0;
-    for (const Figures &ofNature : figures.ofNatures)
+    for (const Figures &ofNature : figures->ofNatures)
         showColumn(++col, ofNature);
-    showColumn(++col, figures.total);
+    showColumn(++col, figures->total);
 }
 
 void ConsolidatedPanel::tellTotalTooSmall()

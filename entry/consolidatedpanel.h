@@ -37,7 +37,8 @@ public:
 
     [[nodiscard]] bool salaryRead() const { return m_salaryRead; }
     [[nodiscard]] QuarterSalary salary() const;
-    [[nodiscard]] const Figures &total() const { return m_all.total; } ///< of all expenses and natures
+    /// Of all expenses and natures; failed when a percentage could not be read.
+    [[nodiscard]] const Reading<SharedFigures> &all() const { return m_all; }
 
     /// Writes the salaries, the cell being edited too. False, with a message, when that cell holds no number or the total
     /// is below the sum of the natures; false too when they could not be written. Salaries that could not be read stay
@@ -50,14 +51,14 @@ private:
     void LOADEXPDET();
     void LOADALLEXPDET();
     bool acceptSalary(QString &text);
-    void showFigures(Grid *grid, const SharedFigures &figures);
+    void showFigures(Grid *grid, const Reading<SharedFigures> &figures);
     void tellTotalTooSmall();
 
     std::unique_ptr<Ui::ConsolidatedPanel> ui;
     std::vector<Nature> m_natures;
     std::vector<Expense> m_expenses;
     QStringList m_descriptions;
-    SharedFigures m_all;
+    Reading<SharedFigures> m_all = SharedFigures();
     ClientYear m_client;
     int m_quarter = 0;
     bool m_salaryRead = false;

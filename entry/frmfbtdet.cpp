@@ -261,9 +261,17 @@ void frmfbtdet::addRow(const Expense &row)
 
 void frmfbtdet::clearFigures()
 {
-    for (const auto &[index, field] : txtcalcn)
-        field->clear();
+    ui->txtcalcn_0->clear();
+    clearTax();
     showProportion(QString());
+}
+
+void frmfbtdet::clearTax()
+{
+    for (const auto &[index, field] : txtcalcn) {
+        if (index > 0)
+            field->clear();
+    }
 }
 
 void frmfbtdet::showProportion(const QString &text)
@@ -294,7 +302,11 @@ void frmfbtdet::showFigures()
 void frmfbtdet::GETCONSFIGS()
 {
     ErrorTail tail(this);
-    showTax(ui->famcon->total());
+    const Reading<SharedFigures> &all = ui->famcon->all();
+    if (all.failed())
+        clearTax();
+    else
+        showTax(all->total);
 }
 
 /// The fields after the first one, which the expenses themselves fill.

@@ -68,6 +68,7 @@ private:
     void showFigures();
     void clearFigures();
     void showTax(const Figures &figures);
+    void clearTax();
     void showProportion(const QString &text);
     void closeConsolidated();
     bool saveRow();

@@ -1,8 +1,10 @@
 #include "frame/frmsbase.h"
 
+#include "calc/rates.h"
 #include "context/errortail.h"
 #include "context/modbase.h"
 #include "entry/frmfbtdet.h"
+#include "entry/readingnote.h"
 #include "frame/selection.h"
 #include "masters/frmclinfo.h"
 #include "ui_frmsbase.h"
@@ -46,7 +48,7 @@ void frmsbase::FORM_ACTIVATE()
 
 void frmsbase::PROCEED()
 {
-    ErrorTail tail(this);
+    const ErrorTail tail(this);
     // A search that finds nothing leaves a current row that the user does not see.
     if (ui->ClGrd1->Row() < 1 || ui->ClGrd1->currentHidden()) {
         MsgBox(this, QStringLiteral("Select a Client."));
@@ -59,12 +61,13 @@ void frmsbase::PROCEED()
     if (!closeOther())
         return;
     const int row = ui->ClGrd1->Row();
-    bool taxed = true;
-    tail([&] {
-        taxed = TakeClientAndYear(ui->ClGrd1->TextMatrix(row, 0), ui->ClGrd1->TextMatrix(row, 1),
-                                  ui->cboasyear->currentText());
-    });
-    if (!taxed)
+    // Without the client's row its percentages would be those of an employer who bears no tax.
+    const bool taken =
+        TakeClientAndYear(ui->ClGrd1->TextMatrix(row, 0), ui->ClGrd1->TextMatrix(row, 1), ui->cboasyear->currentText());
+    NoteReading(this, QStringLiteral("details of the client"), !taken);
+    if (!taken)
+        return;
+    if (Base->TYear > lastTaxedYear)
         MsgBox(this, QStringLiteral("FBT is not applicable for A.Y. 2010-11."), Buttons::Ok, Icon::Information);
     openOnce<frmfbtdet>(MdiForm);
 }

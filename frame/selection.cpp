@@ -24,8 +24,9 @@ int FirstYearPosition(int tYear)
 
 bool TakeClientAndYear(const QString &code, const QString &name, const QString &yearText)
 {
+    if (!TakeClientYear(code, static_cast<int>(Val(yearText))))
+        return false;
     ClientName = name;
-    TakeClientYear(code, static_cast<int>(Val(yearText)));
     Base->Cap = QStringLiteral(" of ") + name + QStringLiteral(" for the Assessment Year ") + yearText;
-    return Base->TYear <= lastTaxedYear;
+    return true;
 }

@@ -18,5 +18,5 @@ FBT_OFFERED int FirstYearPosition(int tYear);
 /// Takes a client and year for all later screens: `Base->code`, `TYear`, `status`, `Cap`, the rates, and the employee
 /// figures cleared.
 /// @param yearText such as "2008-2009"
-/// @return true when the tax applies to the year, false from A.Y. 2010-11 on
+/// @return false when the client could not be read: its percentages are unknown then, and what was in hand stays
 FBT_OFFERED bool TakeClientAndYear(const QString &code, const QString &name, const QString &yearText);

@@ -3,6 +3,7 @@
 #include <QString>
 
 #include <functional>
+#include <optional>
 
 class Connection;
 
@@ -23,9 +24,9 @@ struct SuiteContext
     QString tmpPath;                ///< temporary folder
     QString settingsFile;           ///< the user's settings file
     QString version;                ///< the program's version, such as "2.10.1"
-    /// The figures of a client's return, for the return register; without it their columns stay empty. The computation
-    /// lies in a room above this one, so it is handed in.
-    std::function<ReturnFigures(const QString &clientCode, int year)> returnFigures;
+    /// The figures of a client's return, for the return register: none when not all of them could be read. Their columns
+    /// stay empty then, and without this function too. The computation lies in a room above this one, so it is handed in.
+    std::function<std::optional<ReturnFigures>(const QString &clientCode, int year)> returnFigures;
     /// The name of a stored `ClStatus`, for the client list; likewise.
     std::function<QString(int clStatus)> statusName;
 };

@@ -7,18 +7,22 @@
 #include "platform/text.h"
 #include "records/challans.h"
 
-ReturnFigures FiguresOfReturn(const QString &code, int year)
+std::optional<ReturnFigures> FiguresOfReturn(const QString &code, int year)
 {
     const ClientYearKeeper inHand;
-    TakeClientYear(code, year);
-    TakeEmployeesOfYear();
+    if (!TakeClientYear(code, year) || !TakeEmployeesOfYear())
+        return std::nullopt;
     // A client without natures ends the computation before the tax, which must not be that of the client before.
     FBTTax = FBTSurcharge = FBTEduCess = FBTSHECess = 0;
-    CALCFBT();
+    if (!CALCFBT())
+        return std::nullopt;
+    const InterestOfYear interest = CALCINTEREST();
+    const Reading<double> paid = TaxPaid(Cnn, {code, year});
+    if (!interest.known || paid.failed())
+        return std::nullopt;
     ReturnFigures figures;
     figures.tax = FBTTax + FBTSurcharge + FBTEduCess + FBTSHECess;
-    const InterestOfYear interest = CALCINTEREST();
     figures.interest = Round(interest.Int115WJ) + Round(interest.Int115WJ5) + Round(interest.Int115WK);
-    figures.balance = figures.tax + figures.interest - Round(*TaxPaid(Cnn, {code, year}));
+    figures.balance = figures.tax + figures.interest - Round(*paid);
     return figures;
 }

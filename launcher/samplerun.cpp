@@ -74,10 +74,8 @@ void computeAll(const std::vector<SampleEmployer> &employers, QTextStream &out)
 {
     for (const SampleEmployer &employer : employers) {
         for (const SampleYear &year : employer.years) {
-            TakeClientYear(employer.code, year.year);
-            TakeEmployeesOfYear();
-            CALCFBT();
-            out << SampleReport(employer, year);
+            if (TakeClientYear(employer.code, year.year) && TakeEmployeesOfYear() && CALCFBT())
+                out << SampleReport(employer, year);
         }
     }
 }

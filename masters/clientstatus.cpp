@@ -2,37 +2,35 @@
 
 #include "platform/dates.h"
 #include "platform/text.h"
+#include "records/clientstatus.h"
 
 #include <algorithm>
 #include <array>
 
 namespace {
 
-enum class Surcharge { Never, Always, Choice };
-
 struct Status
 {
     const char *name;
     int code;
     int olderCode; // -1: none
-    Surcharge surcharge;
 };
 
 constexpr int None = -1;
 
 constexpr std::array<Status, 12> statuses{{
-    {"Individual", 0, None, Surcharge::Never},
-    {"HUF", 1, None, Surcharge::Never},
-    {"Partnership Firm", 3, None, Surcharge::Always},
-    {"AOP", 9, 10, Surcharge::Choice},
-    {"AOP (Trusts)", 11, 12, Surcharge::Choice},
-    {"BOI", 13, 14, Surcharge::Choice},
-    {"Artificial Juridical Person", 4, None, Surcharge::Choice},
-    {"Co-operative Society", 17, None, Surcharge::Never},
-    {"Public Limited Company", 15, None, Surcharge::Always},
-    {"Private Limited Company", 16, None, Surcharge::Always},
-    {"Foreign Company", 5, None, Surcharge::Always},
-    {"Local Authority", 6, None, Surcharge::Never},
+    {"Individual", 0, None},
+    {"HUF", 1, None},
+    {"Partnership Firm", 3, None},
+    {"AOP", 9, 10},
+    {"AOP (Trusts)", 11, 12},
+    {"BOI", 13, 14},
+    {"Artificial Juridical Person", 4, None},
+    {"Co-operative Society", 17, None},
+    {"Public Limited Company", 15, None},
+    {"Private Limited Company", 16, None},
+    {"Foreign Company", 5, None},
+    {"Local Authority", 6, None},
 }};
 
 const Status *statusAt(int position)
@@ -41,10 +39,11 @@ const Status *statusAt(int position)
     return inside ? &statuses[static_cast<std::size_t>(position)] : nullptr;
 }
 
-SurchargeRow surchargeRow(Surcharge surcharge, int year)
+SurchargeRow surchargeRow(Surcharge surcharge, int year, const QString &surApp)
 {
-    if (surcharge == Surcharge::Choice)
-        return {YearLabel(year), QStringLiteral("Rs. 10 Lacs"), QStringLiteral("0")};
+    if (surcharge == Surcharge::Chosen)
+        return {YearLabel(year), QStringLiteral("Rs. 10 Lacs"),
+                SurchargeChosen(year, surApp) ? QStringLiteral("1") : QStringLiteral("0")};
     return {YearLabel(year), QStringLiteral("N/A"),
             surcharge == Surcharge::Always ? QStringLiteral("-1") : QStringLiteral("0")};
 }
@@ -85,12 +84,8 @@ std::vector<SurchargeRow> SurchargeRows(int position, const QString &surApp)
 {
     const Status *status = statusAt(position);
     std::vector<SurchargeRow> rows;
-    for (int year = firstAssessmentYear; status != nullptr && year <= lastAssessmentYear; ++year) {
-        SurchargeRow row = surchargeRow(status->surcharge, year);
-        if (row.hasChoice() && surApp.size() > year - firstAssessmentYear)
-            row.applies = surApp.at(year - firstAssessmentYear);
-        rows.push_back(row);
-    }
+    for (int year = firstAssessmentYear; status != nullptr && year <= lastAssessmentYear; ++year)
+        rows.push_back(surchargeRow(SurchargeOf(status->code), year, surApp));
     return rows;
 }
 

@@ -108,12 +108,11 @@ void ReportReturns(Connection *cnn, int year, const SuiteContext &context, Repor
     const QString form = year <= firstFormYear ? QStringLiteral("3B") : QStringLiteral("ITR-8");
     for (const ReturnLine &row : *filed) {
         QStringList cells{row.name, form, row.date, row.acknowledgement};
-        if (context.returnFigures) {
-            const ReturnFigures figures = context.returnFigures(row.code, year);
-            cells << rupees(figures.tax) << rupees(figures.interest) << rupees(figures.balance);
-        } else {
+        const auto figures = context.returnFigures ? context.returnFigures(row.code, year) : std::nullopt;
+        if (figures)
+            cells << rupees(figures->tax) << rupees(figures->interest) << rupees(figures->balance);
+        else
             cells << QString() << QString() << QString();
-        }
         table.add(cells);
     }
     if (filed.failed())

@@ -1,3 +1,4 @@
+#include "entry/addinfo.h"
 #include "entry/frmfbtdet.h"
 #include "tests/entry/entrydesk.h"
 
@@ -8,16 +9,14 @@ Q_GLOBAL_STATIC(EntryDatabase, database)
 
 namespace {
 
-/// Adds an expense by the keyboard alone.
-void addByKeys(EntryDesk &desk, const QString &head, const QString &item, const QString &amount)
-{
-    desk.key(Qt::Key_A, Qt::AltModifier);
-    for (const QString &typed : {head, item, amount}) {
-        desk.keys(typed);
-        desk.key(Qt::Key_Return);
-    }
-    desk.key(Qt::Key_Return); // on the button that saves
-}
+constexpr auto allRows = "Select * from FBT_AddInfo Order by TYear";
+
+/// A row whose columns tell which column they were.
+constexpr auto rowOf2007 =
+    "insert into FBT_AddInfo values('A1',2007,'1','King''s \\\\ 4','Old','2','1','Rec','01/02/2007','3','1','0',"
+    "'02/02/2007','1','03/02/2007','1','0','1','0','1','0',12,34,'04/02/"
+    "2007','Ack','area','typ','rng','no','0',5,'0',6,"
+    "'0',7,'05/02/2007')";
 
 } // namespace
 
@@ -26,20 +25,38 @@ class TestFrmFbtDet : public QObject
 {
     Q_OBJECT
 private slots:
-    void numbersRunAcrossNatures()
+    void everyColumnThatStaysIsCarriedIntoTheYear()
     {
-        EntryDesk desk(database->module, 2008, {7, 1, 3}); // listed by number
-        desk.open<frmfbtdet>();
-        addByKeys(desk, "conv", "loc", "12345");
-        addByKeys(desk, "motor", "rep", "7.5");
-        desk.choose("cbonature", 1);
-        addByKeys(desk, "conv", "loc", "1001");
-        desk.choose("cboquarter", 3);
-        addByKeys(desk, "fest", "puja", "5");
-        QCOMPARE(desk.details(),
-                 QStringList({"1\t1\t1\t57\t12345", "1\t1\t2\t69\t7.5", "1\t3\t3\t57\t1001", "4\t3\t1\t102\t5"}));
-        // 50% of 5 = 2.5, to the even 2; tax 0.6, the rest below a half
-        QCOMPARE(desk.figures(), QStringList({"5.00", "2.00", "2.00", "1.00", "0.00", "0.00", "0.00", "1.00"}));
+        EntryDesk desk(database->module, 2008, {1});
+        Cnn->Execute(rowOf2007);
+        Cnn->Execute("insert into FBT_BankDet values('A1',2007,4,'Bank B',Null,'O''NEIL ROAD','','8',0,'N')");
+        QVERIFY(LOADADDINFO({QStringLiteral("A1"), 2008}));
+        QCOMPARE(
+            desk.module.rows(allRows).value(1),
+            "A1\t2008\t0\tKing's \\ 4\tOld\t2\t0\t\t\t3\t1\t0\t\t1\t\t1\t0\t1\t0\t1\t0\t12\t34\t\t\tarea\ttyp\trng\t"
+            "no\t1\t0\t1\t0\t1\t0\t");
+        QCOMPARE(desk.module.rows("Select * from FBT_BankDet Where Yr=2008"),
+                 QStringList("A1\t2008\t4\tBank B\t\tO'NEIL ROAD\t\t8\t0\tN"));
+    }
+
+    /// A reading that failed, of the year or of the year before, has not seen that the row is missing: a default row
+    /// would stand in its place for good.
+    void failedReadingWritesNothing()
+    {
+        for (const int year : {2007, 2008}) {
+            EntryDesk desk(database->module, 2008, {1});
+            Cnn->Execute(rowOf2007);
+            Cnn->setObserver([](const QString &statement) {
+                if (statement.startsWith(u"Select * from FBT_AddInfo") && statement.endsWith(u"2007"))
+                    Cnn->Execute("Rename Table FBT_AddInfo to Elsewhere");
+                else if (statement.startsWith(u"insert into FBT_AddInfo"))
+                    Cnn->Execute("Rename Table Elsewhere to FBT_AddInfo");
+            });
+            QVERIFY(!LOADADDINFO({QStringLiteral("A1"), year}));
+            Cnn->setObserver({});
+            Cnn->Execute("Rename Table if exists Elsewhere to FBT_AddInfo");
+            QCOMPARE(desk.module.rows(allRows).size(), 1);
+        }
     }
 
     void pickingList()
@@ -48,74 +65,12 @@ private slots:
         desk.client.expense(2008, 1, 1, localConveyance, 20);
         desk.open<frmfbtdet>();
         desk.key(Qt::Key_M, Qt::AltModifier);
-        Grid *vsfl = desk.grid("vsfl");
-        QCOMPARE(vsfl->TextMatrix(vsfl->Row(), 1), "Conveyance");
         desk.key(Qt::Key_Up); // the heads are sorted
         desk.key(Qt::Key_Return);
         QCOMPARE(desk.text("txtdedflds_0"), "Contribution to an approved super annutation fund");
         QCOMPARE(desk.text("txtdedflds_1"), ""); // another head, so the item is gone
-        QTest::mouseClick(vsfl->viewport(), Qt::LeftButton, {}, vsfl->visualRect(vsfl->model()->index(0, 1)).center());
-        QCOMPARE(desk.text("txtdedflds_1"), "Contribution amount by the employer");
-        QCOMPARE(desk.focus(), "txtdedflds_2");
-        desk.key(Qt::Key_Backtab);
-        desk.key(Qt::Key_Escape); // empties the field and puts the list away, nothing else
-        QCOMPARE(desk.text("txtdedflds_1"), "");
-        QVERIFY(!vsfl->isVisible() && desk.enabled("Frame4"));
-    }
-
-    void refusals_data()
-    {
-        QTest::addColumn<QStringList>("typed"); // into head, item, amount
-        QTest::addColumn<QString>("message");
-        QTest::addColumn<QString>("focus");
-        const QString specify = "Please specify Nature of Expenses.";
-        QTest::newRow("item not in the list") << QStringList({"conv", "zeppelin", "5"}) << specify << "txtdedflds_1";
-        QTest::newRow("head not in the list") << QStringList({"zeppelin", "loc", "5"}) << specify << "txtdedflds_1";
-        QTest::newRow("beyond a double") << QStringList({"conv", "loc", "1e999"}) << "Please Enter Numeric Value."
-                                         << "txtdedflds_2";
-    }
-    void refusals()
-    {
-        QFETCH(QStringList, typed);
-        QFETCH(QString, message);
-        EntryDesk desk(database->module, 2008, {1});
-        desk.open<frmfbtdet>();
-        desk.key(Qt::Key_A, Qt::AltModifier);
-        for (int i = 0; i < 3; ++i)
-            desk.type(QStringLiteral("txtdedflds_%1").arg(i), typed[i]);
-        desk.key(Qt::Key_S, Qt::AltModifier);
-        QCOMPARE(desk.said(), QStringList(message));
-        QTEST(desk.focus(), "focus");
-        QCOMPARE(desk.details(), QStringList());
-    }
-
-    void storedHugeAmountIsKept()
-    {
-        EntryDesk desk(database->module, 2008, {1});
-        desk.client.expense(2008, 1, 1, localConveyance, 9007199254740990.0);
-        desk.open<frmfbtdet>();
-        desk.click("cmdmodifyded");
-        desk.click("cmdupdateded");
-        QCOMPARE(desk.details(), QStringList("1\t1\t1\t57\t9.00719925474099E+15"));
-        QCOMPARE(desk.figures().value(0), "9007199254740990.00");
-    }
-
-    void annualInput()
-    {
-        EntryDesk desk(database->module, 2008, {1, 7});
-        desk.client.expense(2008, 1, 7, localConveyance, 20);
-        desk.open<frmfbtdet>();
-        desk.choose("cbonature", 1);
-        desk.atNextModal([&desk] {
-            desk.click("cmdmodifyded");
-            desk.type("txtdedflds_2", "25");
-            desk.click("cmdupdateded");
-            desk.answers({Reply::Yes});
-            desk.screen()->Unload();
-        });
-        desk.click("cmdimp");
-        QCOMPARE(desk.shown("vsf2"), QStringList("1 Conveyance Local conveyance 20 25.00 5.00"));
-        QCOMPARE(desk.text("txtdedflds_2"), "25.00");
+        desk.key(Qt::Key_Escape);                // puts the list away, nothing else
+        QVERIFY(!desk.visible("vsfl") && desk.enabled("Frame4"));
     }
 
     /// The screen goes on with the client that it was opened for, with its employees and percentages.
@@ -136,32 +91,14 @@ private slots:
         screen->FORM_ACTIVATE();
         QCOMPARE(Base->code, "A1");
         desk.choose("cboquarter", 1);
-        addByKeys(desk, "conv", "loc", "5020");
+        desk.key(Qt::Key_A, Qt::AltModifier);
+        for (const char *typed : {"conv", "loc", "5020"}) {
+            desk.keys(typed);
+            desk.key(Qt::Key_Return);
+        }
+        desk.key(Qt::Key_Return); // on the button that saves
         QCOMPARE(desk.figures().mid(1), figures);
         QCOMPARE(desk.details().last(), "2\t1\t1\t57\t5020");
-    }
-
-    /// A change that the server was lost in leaves the old row, and what was typed.
-    void serverLostInTheMiddleOfASave()
-    {
-        EntryDesk desk(database->module, 2008, {1});
-        desk.client.expense(2008, 1, 1, localConveyance, 20).expense(2008, 1, 1, festival, 21);
-        desk.open<frmfbtdet>();
-        desk.key(Qt::Key_M, Qt::AltModifier);
-        desk.type("txtdedflds_2", "30");
-        bool killed = false;
-        Cnn->setObserver([&](const QString &statement) {
-            if (statement.startsWith(u"Insert into FBT_Detail") && !std::exchange(killed, true))
-                database->server.kill();
-        });
-        desk.key(Qt::Key_S, Qt::AltModifier);
-        Cnn->setObserver({});
-        QVERIFY(killed);
-        database->server.restart();
-        QCOMPARE(desk.details(), QStringList({"1\t1\t1\t57\t20", "1\t1\t2\t102\t21"}));
-        QVERIFY(desk.enabled("Frame4"));
-        desk.key(Qt::Key_S, Qt::AltModifier);
-        QCOMPARE(desk.details(), QStringList({"1\t1\t1\t57\t30", "1\t1\t2\t102\t21"}));
     }
 
     /// What fails half way through leaves nothing of it.
@@ -184,21 +121,17 @@ private slots:
         QCOMPARE(desk.details().size(), 2);
     }
 
-    void unread_data()
-    {
-        QTest::addColumn<QString>("what");
-        QTest::newRow("FBT_Detail") << "expenses";
-        QTest::newRow("FBT_Info") << "natures of business";
-        QTest::newRow("FBT_AddInfo") << "additional information";
-        QTest::newRow("FBT_Head2008") << "descriptions of heads and items";
-    }
     void unread()
     {
-        QFETCH(QString, what);
-        EntryDesk desk(database->module, 2008, {1});
-        const WithoutTable without(QTest::currentDataTag());
-        const auto *screen = desk.open<frmfbtdet>();
-        QVERIFY(!screen->couldRead(what));
+        const QPair<const char *, QString> rows[] = {{"FBT_Detail", "expenses"},
+                                                     {"FBT_Info", "natures of business"},
+                                                     {"FBT_AddInfo", "additional information"},
+                                                     {"FBT_Head2008", "descriptions of heads and items"}};
+        for (const auto &[table, what] : rows) {
+            EntryDesk desk(database->module, 2008, {1});
+            const WithoutTable without(table);
+            QVERIFY2(!desk.open<frmfbtdet>()->couldRead(what), table);
+        }
     }
 };
 

@@ -1,5 +1,6 @@
 #include "employer.h"
 
+#include "records/clients.h"
 #include "records/expenses.h"
 #include "records/salaries.h"
 
@@ -63,13 +64,31 @@ Employer &Employer::salary(int year, int quarter, int nature, double amount)
 
 void Employer::writeInfo()
 {
-    const QString code = Quoted(m_code);
-    written([&](Change &change) {
-        return change.write(Sql("Delete from FBT_Info Where Code_no=", code)) &&
-               change.write(Sql("Insert into FBT_Info Values (", code, ",'", m_name,
-                                "','AAACA1234A','1','Premises','Road','Area','Town','Delhi','110001','011','23456789',",
-                                m_status, ",'0','", m_busnat, "','','','01/04/1990','','0','','','", m_surApp, "')"));
-    });
+    ClientRecord info;
+    info.values = {m_code,
+                   m_name,
+                   "AAACA1234A",
+                   "1",
+                   "Premises",
+                   "Road",
+                   "Area",
+                   "Town",
+                   "Delhi",
+                   "110001",
+                   "011",
+                   "23456789",
+                   QString::number(m_status),
+                   "0",
+                   m_busnat,
+                   {},
+                   {},
+                   "01/04/1990",
+                   {},
+                   "0"};
+    info.surApp = m_surApp;
+    m_connection.Execute(Sql("Delete from FBT_Info Where Code_no=", Quoted(m_code)));
+    if (!AddClient(&m_connection, info))
+        qFatal("A test's client could not be written: %s", qPrintable(m_code));
 }
 
 void Employer::written(const std::function<bool(Change &)> &part)
