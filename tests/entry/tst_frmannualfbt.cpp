@@ -46,8 +46,9 @@ private slots:
                                              row(3, 2, 60, 7), row(0, 9, 57, 1), row(5, 9, 57, 1), row(1, 2, 60, 0)})) {
             QStringList cells{QString::number(line.expId)};
             for (const auto &cell : line.quarters)
-                cells << (cell ? Sql(cell->srNo, "=", cell->amount, "/", cell->value) : QStringLiteral("-"));
-            texts << cells.join(u' ') + Sql(" ", line.amount(), " ", line.value());
+                cells << (cell ? QStringLiteral("%1=%2/%3").arg(cell->srNo).arg(cell->amount).arg(cell->value)
+                               : QStringLiteral("-"));
+            texts << QStringLiteral("%1 %2 %3").arg(cells.join(u' ')).arg(line.amount()).arg(line.value());
         }
         // 20% of 12.5 = 2.5, to the even 2; of 7 = 1.4
         QCOMPARE(texts, QStringList({"57 1=12.5/2 4=100/20 - - 112.5 22", "57 - 5=300/60 - - 300 60",

@@ -59,20 +59,6 @@ private slots:
         }
     }
 
-    void pickingList()
-    {
-        EntryDesk desk(database->module, 2008, {1});
-        desk.client.expense(2008, 1, 1, localConveyance, 20);
-        desk.open<frmfbtdet>();
-        desk.key(Qt::Key_M, Qt::AltModifier);
-        desk.key(Qt::Key_Up); // the heads are sorted
-        desk.key(Qt::Key_Return);
-        QCOMPARE(desk.text("txtdedflds_0"), "Contribution to an approved super annutation fund");
-        QCOMPARE(desk.text("txtdedflds_1"), ""); // another head, so the item is gone
-        desk.key(Qt::Key_Escape);                // puts the list away, nothing else
-        QVERIFY(!desk.visible("vsfl") && desk.enabled("Frame4"));
-    }
-
     /// The screen goes on with the client that it was opened for, with its employees and percentages.
     void otherClientInHandMeanwhile()
     {
