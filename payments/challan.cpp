@@ -492,10 +492,10 @@ void Challan::CMDIMP_CLICK()
 {
     ErrorTail tail(this);
     const int ofQuarter = quarter();
-    CALCFBT();
+    const bool computed = CALCFBT();
     const Reading<HeadAmounts> paid = PaidByHead(Cnn, m_inHand.client, ofQuarter);
     const InterestOfYear interest = ofQuarter == 0 ? CALCINTEREST() : InterestOfYear();
-    noteReading(payments, !paid.failed() && interest.known);
+    noteReading(payments, computed && !paid.failed() && interest.known);
     if (!couldRead(payments))
         return;
     const HeadAmounts own = ownHeads();

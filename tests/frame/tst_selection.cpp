@@ -34,22 +34,22 @@ private slots:
 
     void takes()
     {
-        using Row = std::tuple<const char *, QString, QString, int, double, double, bool>;
-        const std::vector<Row> rows{// status and applicability of the row; year; status, surcharge, tax, taxed
-                                    {"no such client", "", "2008-2009", 0, 0, 0, true},
-                                    {"null status", "Null,'1'", "2008-2009", -1, 0, 0, true},
-                                    {"firm", "3,''", "2007-2008", 3, 10, 30, true},
-                                    {"association by year", "9,'001'", "2008-2009", 9, 10, 30, true},
-                                    {"association, null", "9,Null", "2008-2009", 9, 0, 30, true},
-                                    {"after the tax", "16,'11111'", "2010-2011", 16, 0, 0, false}};
-        for (const auto &[name, row, year, status, surcharge, tax, taxed] : rows) {
+        using Row = std::tuple<const char *, QString, QString, int, double, double>;
+        const std::vector<Row> rows{// status and applicability of the row; year; status, surcharge, tax
+                                    {"no such client", "", "2008-2009", 0, 0, 0},
+                                    {"null status", "Null,'1'", "2008-2009", -1, 0, 0},
+                                    {"firm", "3,''", "2007-2008", 3, 10, 30},
+                                    {"association by year", "9,'001'", "2008-2009", 9, 10, 30},
+                                    {"association, null", "9,Null", "2008-2009", 9, 0, 30},
+                                    {"after the tax", "16,'11111'", "2010-2011", 16, 0, 0}};
+        for (const auto &[name, row, year, status, surcharge, tax] : rows) {
             TestModule module(*server);
             Cnn->Execute("Create Table FBT_Info (Code_no Varchar(50), ClStatus Int(11), SurApp Varchar(255))");
             if (!row.isEmpty())
                 Cnn->Execute(Sql("Insert into FBT_Info Values ('A1',", row, ")"));
             EmpBoth = true;
             IndiaEmp = 5;
-            QVERIFY2(TakeClientAndYear("A1", "ACME LTD", year) == taxed, name);
+            QVERIFY2(TakeClientAndYear("A1", "ACME LTD", year), name);
             QVERIFY2(Base->status == status && FBTRate[1] == tax && FBTRate[2] == surcharge, name);
             QCOMPARE(Base->Cap, " of ACME LTD for the Assessment Year " + year);
             QCOMPARE(Base->TYear, year.left(4).toInt());
@@ -85,6 +85,16 @@ private slots:
         QCOMPARE(Base->code, QString("B1"));
         QVERIFY(Screen::opened<frmfbtdet>()->windowTitle().contains("BETA"));
         user.said();
+    }
+
+    void unreadClientIsNotTaken()
+    {
+        TestModule module(*server);
+        Base->code = QStringLiteral("B2");
+        FBTRate[1] = 30;
+        QVERIFY(!TakeClientAndYear(QStringLiteral("A1"), QStringLiteral("ACME LTD"), QStringLiteral("2008-2009")));
+        QCOMPARE(Base->code, QStringLiteral("B2"));
+        QCOMPARE(FBTRate[1], 30.0);
     }
 };
 
