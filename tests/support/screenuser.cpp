@@ -39,6 +39,11 @@ ScreenUser::ScreenUser()
 {
 }
 
+Screen *ScreenUser::screen() const
+{
+    return m_screen;
+}
+
 ScreenUser::~ScreenUser()
 {
     delete m_owned;

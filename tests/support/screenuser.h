@@ -39,7 +39,7 @@ public:
     void sitAt(Screen *screen, QWidget *host = nullptr);
     /// Runs `act` with the user at the next modal screen, once it is up, and comes back to this one.
     void atNextModal(std::function<void()> act);
-    [[nodiscard]] Screen *screen() const { return m_screen; }
+    [[nodiscard]] Screen *screen() const;
 
     template<class W>
     [[nodiscard]] W *find(const QString &name) const
