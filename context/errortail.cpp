@@ -21,7 +21,7 @@ QString onOneLine(QString text)
 /// A full log becomes `.1`, the one before `.2`, and so on; the oldest goes.
 void rotate(const QString &path)
 {
-    constexpr qint64 full = 2 * 1024 * 1024;
+    constexpr qint64 full = qint64{2} * 1024 * 1024;
     constexpr int files = 5;
     if (QFileInfo(path).size() < full)
         return;

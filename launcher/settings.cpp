@@ -61,7 +61,7 @@ public:
 
     QString file(const QString &key)
     {
-        const QString path = text(key);
+        QString path = text(key);
         if (!path.isEmpty() && !QFileInfo(path).isReadable())
             refuse(key, QStringLiteral("that file cannot be read"));
         return path;

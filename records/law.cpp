@@ -102,17 +102,17 @@ RowsRead<ExpenseItem> ExpenseItems(Connection *cnn, int year, int headId)
 
 RowsRead<RatedItem> RatedItems(Connection *cnn, int year, int headId)
 {
-    const auto joined = ReadRows(cnn,
-                                 Sql("select * from FBT_ExpHead", year, " Left Join FBT_ExpRate", year,
-                                     " on FBT_ExpHead", year, ".SrNo=FBT_ExpRate", year, " .SrNo Where FBT_ExpHead",
-                                     year, ".HeadId=", headId, " order by FBT_ExpHead", year, ".SrNo"),
-                                 [](const Recordset &row) {
-                                     const Field nature = row.Fields(u"NatId");
-                                     RatedItem one{itemOf(row), {}};
-                                     if (!nature.isNull())
-                                         one.rates.push_back({nature.whole(), row.Fields(u"IntRt").text()});
-                                     return one;
-                                 });
+    auto joined = ReadRows(cnn,
+                           Sql("select * from FBT_ExpHead", year, " Left Join FBT_ExpRate", year, " on FBT_ExpHead",
+                               year, ".SrNo=FBT_ExpRate", year, " .SrNo Where FBT_ExpHead", year, ".HeadId=", headId,
+                               " order by FBT_ExpHead", year, ".SrNo"),
+                           [](const Recordset &row) {
+                               const Field nature = row.Fields(u"NatId");
+                               RatedItem one{itemOf(row), {}};
+                               if (!nature.isNull())
+                                   one.rates.push_back({nature.whole(), row.Fields(u"IntRt").text()});
+                               return one;
+                           });
     if (joined.failed())
         return joined;
     std::vector<RatedItem> items;

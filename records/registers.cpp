@@ -47,7 +47,7 @@ RowsRead<ClientLine> ClientLines(Connection *cnn)
 
 RowsRead<ReturnLine> ReturnLines(Connection *cnn, int year)
 {
-    const auto all = ReadRows(cnn, returnsQuery(year), returnOf);
+    auto all = ReadRows(cnn, returnsQuery(year), returnOf);
     if (all.failed())
         return all;
     std::vector<ReturnLine> filed;
