@@ -152,6 +152,11 @@ TaxParts TaxOfQuarter(int quarter)
     return TaxOn(TaxableValue(EmployeesInHand(), FBTQtrValue[quarter]), FBTRate);
 }
 
+void ClearTax()
+{
+    setTax({});
+}
+
 void ResetCalculation()
 {
     clearFigures();

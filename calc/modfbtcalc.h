@@ -61,5 +61,9 @@ FBT_OFFERED void TakeEmployees(const Employees &employees);
 /// @param quarter 1 to 4
 FBT_OFFERED TaxParts TaxOfQuarter(int quarter);
 
+/// The four tax figures as 0. The computation of a client without natures leaves them as they were, which may be those of
+/// another client: who takes them for an amount to pay calls this first.
+FBT_OFFERED void ClearTax();
+
 /// All figures and inputs as on a fresh module.
 FBT_OFFERED void ResetCalculation();

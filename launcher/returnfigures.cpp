@@ -13,7 +13,7 @@ std::optional<ReturnFigures> FiguresOfReturn(const QString &code, int year)
     if (!TakeClientYear(code, year) || !TakeEmployeesOfYear())
         return std::nullopt;
     // A client without natures ends the computation before the tax, which must not be that of the client before.
-    FBTTax = FBTSurcharge = FBTEduCess = FBTSHECess = 0;
+    ClearTax();
     if (!CALCFBT())
         return std::nullopt;
     const InterestOfYear interest = CALCINTEREST();

@@ -492,6 +492,7 @@ void Challan::CMDIMP_CLICK()
 {
     ErrorTail tail(this);
     const int ofQuarter = quarter();
+    ClearTax();
     const bool computed = CALCFBT();
     const Reading<HeadAmounts> paid = PaidByHead(Cnn, m_inHand.client, ofQuarter);
     const InterestOfYear interest = ofQuarter == 0 ? CALCINTEREST() : InterestOfYear();

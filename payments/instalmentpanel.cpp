@@ -123,9 +123,11 @@ void InstalmentPanel::OPTADV_CLICK(int index)
 {
     const NoTail tail;
     if (index == 0 && !m_taxKnown) {
-        CALCFBT();
-        ui->txtadvamt_0->setText(NumberText(FBTTaxableValue));
-        m_taxKnown = true;
+        ClearTax();
+        m_taxKnown = CALCFBT();
+        m_tax = FBTTax + FBTSurcharge + FBTEduCess + FBTSHECess;
+        ui->txtadvamt_0->setText(m_taxKnown ? NumberText(FBTTaxableValue) : QString());
+        emit reading(QStringLiteral("expenses"), m_taxKnown);
     }
     ui->txtadvamt_0->setEnabled(index == 0);
     ui->txtadvamt_1->setEnabled(index == 1);
@@ -145,7 +147,7 @@ void InstalmentPanel::TXTADVAMT_LOSTFOCUS()
 double InstalmentPanel::annualTax() const
 {
     if (ui->optadv_0->isChecked())
-        return FBTTax + FBTSurcharge + FBTEduCess + FBTSHECess;
+        return m_tax;
     return TaxOn(Val(ui->txtadvamt_1->text()), FBTRate).total();
 }
 
@@ -153,7 +155,7 @@ void InstalmentPanel::CALCADVTAX()
 {
     ErrorTail tail(screenName);
     clearBody();
-    bool good = true;
+    bool good = m_taxKnown || !ui->optadv_0->isChecked();
     for (const Instalment &instalment : InstalmentsOf(Base->status))
         good = good && m_datesKnown && calculate(instalment);
     if (!good)

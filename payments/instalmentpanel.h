@@ -64,5 +64,6 @@ private:
     std::array<std::optional<InstalmentFigures>, 4> m_figures; // by place among the due dates
     bool m_datesKnown = false;
     bool m_taxKnown = false;         // the tag of txtadvamt(0)
+    double m_tax = 0;                // of the year, with surcharge and cesses, as it was computed for the panel
     std::optional<int> m_calculated; // the option that the grid shows, the tag of vsfa
 };

@@ -166,7 +166,7 @@ std::optional<int> ChangeChallan(Connection *cnn, const ClientYear &client, cons
     const bool stored = ChangeTogether(cnn, [&](Change &change) {
         if (challan.quarter != before.quarter)
             number = nextNumber(change, client, challan.quarter);
-        return number && change.write(update(client, before, challan, *number)) && cnn->affectedRows() > 0;
+        return number && change.rewrite(update(client, before, challan, *number));
     });
     return stored ? number : std::nullopt;
 }
