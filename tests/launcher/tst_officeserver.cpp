@@ -14,6 +14,7 @@
 #include <QThread>
 
 #include <csignal>
+#include <poll.h>
 #include <pwd.h>
 #include <sys/prctl.h>
 #include <sys/socket.h>
@@ -44,6 +45,8 @@ QByteArray packet(char number, const QByteArray &content)
 /// A server that greets as others do and then asks for the password itself. What the client sent to it.
 QByteArray askForThePassword(int listening)
 {
+    pollfd calls{listening, POLLIN, 0}; // the listening socket does not wait itself
+    ::poll(&calls, 1, 10000);
     const int client = ::accept(listening, nullptr, nullptr);
     std::array<char, 4096> heard{};
     const QByteArray greeting = QByteArray("\x0a"

@@ -505,7 +505,7 @@ private slots:
         QCOMPARE(FindInReport(document, "x", {}, true), Place());
     }
 
-    void previewOpensAtOnceAndSearches()
+    void previewTurnsPagesSearchesAndSaves()
     {
         QTemporaryDir folder;
         ScriptedAnswerer answerer;
@@ -518,7 +518,6 @@ private slots:
         view->openChild(nullptr);
         auto *page = view->findChild<QSpinBox *>("spnpage");
         auto *pages = view->findChild<QLabel *>("lblpage");
-        QVERIFY2(pages->text().endsWith("..."), qPrintable(pages->text())); // the others come while the user reads
         QTRY_VERIFY(!pages->text().endsWith("..."));
         QVERIFY(page->maximum() > 100);
         QCOMPARE(view->findChild<QSpinBox *>("spnto")->value(), page->maximum());
