@@ -17,6 +17,13 @@ if(FBT_SANITIZE)
   target_link_options(fbt_options INTERFACE -fsanitize=address,undefined)
 endif()
 
+# fbt_precompiled(<target>): it takes the common headers over where they are compiled once (FbtPrecompiled).
+function(fbt_precompiled target)
+  if(FBT_PRECOMPILED)
+    target_precompile_headers(${target} REUSE_FROM fbt_precompiled)
+  endif()
+endfunction()
+
 # fbt_room(<target> [EXCEPT <file>...] [SHOWS <target>...] [LINKS <target>...] [LOADS <target>...])
 # One shared library for the folder; a folder of headers alone has none.
 #   LINKS  what the room uses. Nobody who links the room gets it by that, and -z defs lets nothing else be called.
@@ -40,6 +47,7 @@ function(fbt_room target)
   add_library(${target} SHARED ${sources})
   target_link_libraries(${target} PUBLIC fbt_options ${ROOM_SHOWS} PRIVATE ${ROOM_LINKS})
   target_link_options(${target} PRIVATE -Wl,-z,defs)
+  fbt_precompiled(${target})
   string(REPLACE "fbt_" "pelkfbt-" output ${target})
   set_target_properties(${target} PROPERTIES OUTPUT_NAME ${output} CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
   install(TARGETS ${target} LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/pelkfbt")
@@ -51,6 +59,7 @@ function(fbt_test name)
   cmake_parse_arguments(TEST "" "COST" "LINKS" ${ARGN})
   add_executable(${name} ${name}.cpp)
   target_link_libraries(${name} PRIVATE fbt_options Qt6::Test Qt6::Widgets ${TEST_LINKS})
+  fbt_precompiled(${name})
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/lsan.supp"
     TIMEOUT 300)
