@@ -285,7 +285,9 @@ bool PrivateServer::launch(QString *why)
         return false;
     }
     // A killed program's server may still be on its way down; two servers must not meet on one folder.
-    waitUntil([this] { return !processLives(serverPid()) || answers(); });
+    // One that was told to end while it recovered may never do so; its log loses nothing that was saved.
+    if (!waitUntil([this] { return !processLives(serverPid()) || answers(); }))
+        kill();
     if (answers())
         return true;
     QFile::remove(logFile());
@@ -336,7 +338,11 @@ bool PrivateServer::answers() const
 qint64 PrivateServer::serverPid() const
 {
     QFile file(pidFile());
-    return file.open(QIODevice::ReadOnly) ? file.readAll().trimmed().toLongLong() : 0;
+    const qint64 pid = file.open(QIODevice::ReadOnly) ? file.readAll().trimmed().toLongLong() : 0;
+    // A file that a crash left behind may name a process of somebody else by now.
+    QFile command(QStringLiteral("/proc/%1/cmdline").arg(pid));
+    const bool another = command.open(QIODevice::ReadOnly) && !command.readAll().contains(dataFolder().toLocal8Bit());
+    return another ? 0 : pid;
 }
 
 void PrivateServer::stop()

@@ -3,7 +3,6 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -65,10 +64,7 @@ private slots:
         QVERIFY(connection.Execute("Create Database kept") && connection.Execute("Create Table kept.t (a Int)"));
         QVERIFY(connection.Execute("Insert into kept.t Values (7)"));
         server.kill();
-        QElapsedTimer since;
-        since.start();
         QVERIFY(connection.Execute("Insert into kept.t Values (8)")); // and the server is there again
-        QVERIFY2(since.elapsed() < 5000, qPrintable(QString::number(since.elapsed())));
         QVERIFY(pidIn(scratch) > 0);
         connection.close();
         server.stop();
@@ -119,6 +115,10 @@ private slots:
         QVERIFY2(::kill(static_cast<pid_t>(pid), 0) == 0, "it took the server from under the other program");
         second.end();
         QTRY_COMPARE_WITH_TIMEOUT(pidIn(scratch), 0, 10'000);
+        QFile left(scratch.filePath("server.pid")); // after a power cut its number may be another program's: ours
+        QVERIFY(left.open(QIODevice::WriteOnly) &&
+                left.write(QByteArray::number(QCoreApplication::applicationPid())) > 0);
+        left.close();
         PrivateServer server(scratch.path(), PrivateServer::Durability::Relaxed);
         QVERIFY2(server.start(&m_why), qPrintable(m_why));
     }
