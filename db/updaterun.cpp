@@ -126,19 +126,22 @@ std::optional<int> UpdateRun::nextNumber(const QString &table, const QString &co
 bool UpdateRun::sendGroup(const QStringList &statements)
 {
     Refusal refusal = Refusal::CostsItself;
-    const bool stays = ChangeTogether(m_connection, [&](Change &) {
-        refusal = Refusal::CostsItself; // each try begins anew
-        for (const QString &statement : statements) {
-            if (m_connection->Execute(statement))
-                continue;
-            if (m_connection->groupLost())
-                return false;
-            refusal = lastRefusal();
-            if (refusal == Refusal::NoRoom)
-                return false;
-        }
-        return true;
-    });
+    const bool stays = ChangeTogether(
+        m_connection,
+        [&](Change &) {
+            refusal = Refusal::CostsItself; // each try begins anew
+            for (const QString &statement : statements) {
+                if (m_connection->Execute(statement))
+                    continue;
+                if (m_connection->groupLost())
+                    return false;
+                refusal = lastRefusal();
+                if (refusal == Refusal::NoRoom)
+                    return false;
+            }
+            return true;
+        },
+        Doing::Other);
     if (!stays)
         endWhenLost();
     judge(refusal);

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <numeric>
-#include <utility>
 
 namespace {
 
@@ -22,40 +21,44 @@ struct ItemLines
 
 using Cell = std::optional<AnnualRow::Cell>;
 
-/// Whether a quarter holds a row that can be told from others. One without number and amount is left alone: its number
-/// would take all rows without one along.
-bool holdsRow(const Cell &cell)
+/// What a line holds in a quarter, as a row of the table.
+Expense expenseOf(const AnnualRow &line, int quarter)
 {
-    return cell && (cell->srNo != 0 || cell->amount != 0);
+    Expense expense;
+    expense.quarter = quarter;
+    expense.natId = line.natId;
+    expense.expId = line.expId;
+    if (const Cell &cell = line.quarters[quarter - 1]) {
+        expense.amount = cell->amount;
+        expense.srNo = cell->srNo;
+    }
+    return expense;
 }
 
-bool deleteQuarter(Change &change, const ClientYear &client, int quarter, const Cell &cell)
+/// Whether a quarter holds something: a row without number and amount counts as nothing.
+bool holdsRow(const Expense &row)
 {
-    return !holdsRow(cell) || DeleteExpense(change, client, quarter, cell->srNo);
+    return row.srNo != 0 || row.amount != 0;
 }
 
-/// The number under which a quarter is written; none when no number could be had.
-std::optional<int> numberFor(Change &change, const ClientYear &client, int quarter, const Cell &before)
+bool deleteQuarter(Change &change, const ClientYear &client, const Expense &before)
 {
-    if (before && before->srNo != 0)
-        return before->srNo;
-    if (!deleteQuarter(change, client, quarter, before)) // a row without a number gets one
-        return std::nullopt;
-    return NextExpenseNo(change, client, quarter);
+    return !holdsRow(before) || DeleteExpense(change, client, before);
 }
 
-/// Writes one quarter of a line; `cell` is what it held before, and afterwards what it holds now.
-bool saveQuarter(Change &change, const ClientYear &client, Expense expense, Cell &cell)
+/// Writes a quarter of a line that held `before`. A row without a number gets one.
+/// @return what the quarter holds now; without a value after a fault
+std::optional<Expense> saveQuarter(Change &change, const ClientYear &client, const Expense &before, Expense expense)
 {
-    const Cell before = std::exchange(cell, std::nullopt);
     if (expense.amount == 0)
-        return deleteQuarter(change, client, expense.quarter, before);
-    const std::optional<int> srNo = numberFor(change, client, expense.quarter, before);
-    if (!srNo)
-        return false;
-    expense.srNo = *srNo;
-    cell = AnnualRow::Cell{expense.amount, 0, expense.srNo};
-    return ReplaceExpense(change, client, expense);
+        return deleteQuarter(change, client, before) ? std::optional(expense) : std::nullopt;
+    expense.srNo = before.srNo;
+    if (before.srNo != 0)
+        return ReplaceExpense(change, client, before, expense) ? std::optional(expense) : std::nullopt;
+    const std::optional<int> srNo =
+        deleteQuarter(change, client, before) ? NextExpenseNo(change, client, expense.quarter) : std::nullopt;
+    expense.srNo = srNo.value_or(0);
+    return srNo && AddExpense(change, client, expense) ? std::optional(expense) : std::nullopt;
 }
 
 template<typename Member>
@@ -101,6 +104,7 @@ std::vector<AnnualRow> LineUp(const std::vector<Expense> &rows)
             lines.emplace_back();
         }
         AnnualRow &line = lines[item.lines[nth]];
+        line.natId = row.natId;
         line.headId = row.headId;
         line.expId = row.expId;
         line.rate = row.rate;
@@ -112,17 +116,21 @@ std::vector<AnnualRow> LineUp(const std::vector<Expense> &rows)
 std::optional<AnnualRow> SaveAnnual(Connection *cnn, const ClientYear &client, int natId, int expId,
                                     const QuarterAmounts &amounts, const std::optional<AnnualRow> &before)
 {
-    AnnualRow written = before.value_or(AnnualRow());
+    const AnnualRow old = before.value_or(AnnualRow());
+    AnnualRow written;
+    written.natId = natId;
     written.expId = expId;
     const bool saved = ChangeTogether(cnn, [&](Change &change) {
-        for (int i = 0; i < quarterCount; ++i) {
-            Expense expense;
-            expense.quarter = i + 1;
-            expense.natId = natId;
-            expense.expId = expId;
-            expense.amount = amounts[i];
-            if (!saveQuarter(change, client, expense, written.quarters[i]))
+        for (int quarter = 1; quarter <= quarterCount; ++quarter) {
+            Cell &cell = written.quarters[quarter - 1];
+            cell.reset();
+            Expense wanted = expenseOf(written, quarter);
+            wanted.amount = amounts[quarter - 1];
+            const auto now = saveQuarter(change, client, expenseOf(old, quarter), wanted);
+            if (!now)
                 return false;
+            if (now->amount != 0)
+                cell = AnnualRow::Cell{now->amount, 0, now->srNo};
         }
         return true;
     });
@@ -131,13 +139,14 @@ std::optional<AnnualRow> SaveAnnual(Connection *cnn, const ClientYear &client, i
 
 bool DeleteAnnual(Connection *cnn, const ClientYear &client, const AnnualRow &line)
 {
-    return ChangeTogether(cnn, [&](Change &change) {
-        for (int i = 0; i < quarterCount; ++i) {
-            if (!deleteQuarter(change, client, i + 1, line.quarters[i]))
+    const auto remove = [&](Change &change) {
+        for (int quarter = 1; quarter <= quarterCount; ++quarter) {
+            if (!deleteQuarter(change, client, expenseOf(line, quarter)))
                 return false;
         }
         return true;
-    });
+    };
+    return ChangeTogether(cnn, remove, Doing::Delete);
 }
 
 int FindLine(const std::vector<AnnualRow> &lines, const AnnualRow &written)

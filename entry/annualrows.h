@@ -18,6 +18,7 @@ struct FBT_OFFERED AnnualRow
         int srNo = 0;
     };
 
+    int natId = 0;
     int headId = 0;
     int expId = 0;
     double rate = 0;                             ///< percent
@@ -41,8 +42,7 @@ using QuarterAmounts = std::array<double, 4>;
 FBT_OFFERED std::optional<AnnualRow> SaveAnnual(Connection *cnn, const ClientYear &client, int natId, int expId,
                                                 const QuarterAmounts &amounts, const std::optional<AnnualRow> &before);
 
-/// Deletes the rows of a line in all its quarters, all or none. A quarter without number and amount stays: other rows
-/// without a number would go with it.
+/// Deletes the rows of a line in all its quarters, all or none. A row without number and amount stays.
 FBT_OFFERED bool DeleteAnnual(Connection *cnn, const ClientYear &client, const AnnualRow &line);
 
 /// The position of a written line among others: the one with the same item and number in a quarter that was written;

@@ -388,7 +388,8 @@ void frmfbtdet::CMDDELETEDED_CLICK()
     if (MsgBox(this, QStringLiteral("Do you want to Delete Selected Item?"), Buttons::YesNo, Icon::Question, {}, 2) !=
         Reply::Yes)
         return;
-    ChangeTogether(Cnn, [&](Change &change) { return DeleteExpense(change, client(), m_quarter, row->srNo); });
+    ChangeTogether(
+        Cnn, [&](Change &change) { return DeleteExpense(change, client(), *row); }, Doing::Delete);
     LOADGRIDDED();
     if (!ui->vsf2->hasDataRow())
         ui->cmdaddded->setFocus(Qt::OtherFocusReason);
@@ -419,10 +420,13 @@ bool frmfbtdet::saveRow()
     expense.expId = m_entry->expId();
     expense.amount = AmountIn(ui->txtdedflds_2);
     return ChangeTogether(Cnn, [&](Change &change) {
-        const auto srNo =
-            m_list->Adding() ? NextExpenseNo(change, client(), m_quarter) : std::optional(currentRow()->srNo);
+        if (!m_list->Adding()) {
+            expense.srNo = currentRow()->srNo;
+            return ReplaceExpense(change, client(), *currentRow(), expense);
+        }
+        const auto srNo = NextExpenseNo(change, client(), m_quarter);
         expense.srNo = srNo.value_or(0);
-        return srNo && ReplaceExpense(change, client(), expense);
+        return srNo && AddExpense(change, client(), expense);
     });
 }
 

@@ -89,8 +89,9 @@ std::optional<int> SaveBankAccount(Connection *cnn, const ClientYear &client, co
 
 bool DeleteBankAccount(Connection *cnn, const ClientYear &client, int number)
 {
-    return ChangeTogether(cnn, [&](Change &change) {
-        return change.write(Sql("Delete from FBT_BankDet", ownRows(client), " and SrNo=", number)) &&
+    const auto remove = [&](Change &change) {
+        return change.remove(Sql("Delete from FBT_BankDet", ownRows(client), " and SrNo=", number)) &&
                keepADefault(change, client);
-    });
+    };
+    return ChangeTogether(cnn, remove, Doing::Delete);
 }

@@ -49,5 +49,5 @@ bool DeleteBank(Connection *cnn, int number)
 
 std::optional<bool> BankInUse(Connection *cnn, int number)
 {
-    return FindsRow(cnn, Sql("Select * from FBT_Challan Where BSRCode=", number, " Limit 1"));
+    return FindsRowAgainst(Doing::Delete, cnn, Sql("Select * from FBT_Challan Where BSRCode=", number, " Limit 1"));
 }

@@ -1,6 +1,7 @@
 #include "records/change.h"
 
 #include "platform/recordset.h"
+#include "records/readrows.h"
 
 #include <QThread>
 
@@ -18,13 +19,13 @@ void flush(Connection *connection)
 class FaultFilter
 {
 public:
-    /// @param holds whether a fault is kept back
-    FaultFilter(Connection *connection, const std::function<bool(const Fault &)> &holds)
+    /// @param passes whether a fault goes on to the handler, and as what
+    FaultFilter(Connection *connection, const std::function<bool(Fault &)> &passes)
         : m_connection(connection)
         , m_outer(connection->faultHandler())
     {
-        m_connection->setFaultHandler([outer = m_outer, holds](const Fault &fault) {
-            if (!holds(fault) && outer)
+        m_connection->setFaultHandler([outer = m_outer, passes](Fault fault) {
+            if (passes(fault) && outer)
                 outer(fault);
         });
     }
@@ -37,13 +38,23 @@ private:
     FaultHandler m_outer;
 };
 
+/// Has every fault told as one of what the statements are for, unless nobody knows what it did.
+FaultFilter toldAs(Doing doing, Connection *connection)
+{
+    return {connection, [doing](Fault &fault) {
+                if (doing != Doing::Other && fault.doing != Doing::Unknown)
+                    fault.doing = doing;
+                return true;
+            }};
+}
+
 /// Takes the lock row of a table and client. False after a fault.
 bool lockRow(Connection *connection, const QString &table, const QString &clientCode)
 {
     bool without = false;
     const FaultFilter filter(connection, [&without](const Fault &fault) {
         without = fault.number == noSuchTable;
-        return without;
+        return !without;
     });
     return connection->Execute(Sql("Insert into FBT_Lock (Tbl,Code) Values (", Quoted(table), ",", Quoted(clientCode),
                                    ") On Duplicate Key Update N=N+1")) ||
@@ -61,11 +72,31 @@ bool Change::write(const SqlText &statement)
 
 bool Change::rewrite(const SqlText &statement)
 {
-    if (write(statement) && m_connection->affectedRows() == 0) {
-        m_given = false;
-        m_connection->report(RowGoneFault(Doing::Save));
-    }
+    return onOneRow(statement, true);
+}
+
+bool Change::remove(const SqlText &statement)
+{
+    return onOneRow(statement, false);
+}
+
+bool Change::onOneRow(const SqlText &statement, bool mustBeThere)
+{
+    if (!write(statement))
+        return false;
+    const qint64 rows = m_connection->affectedRows();
+    if (rows == 0 && mustBeThere)
+        giveUp(RowGoneFault(Doing::Save));
+    else if (rows > 1)
+        giveUp({FaultNumber::RowNotAlone, QStringLiteral("other rows have the same number"), QStringLiteral("FBT"),
+                Doing::Save});
     return m_given;
+}
+
+void Change::giveUp(const Fault &fault)
+{
+    m_given = false;
+    m_connection->report(fault);
 }
 
 bool Change::lock(const QString &table, const QString &clientCode)
@@ -94,7 +125,7 @@ public:
 
     bool run(const std::function<bool(Change &)> &part)
     {
-        const FaultFilter filter(m_connection, [this](const Fault &) { return holds(); });
+        const FaultFilter filter(m_connection, [this](const Fault &) { return !holds(); });
         Change change(m_connection);
         m_done = part(change) && change.m_given && m_connection->commitGroup();
         m_again = m_again || (!m_last && m_connection->groupLost());
@@ -120,8 +151,9 @@ private:
     bool m_again = false; // nothing of it stays, and the next time may do better
 };
 
-bool ChangeTogether(Connection *connection, const std::function<bool(Change &)> &part)
+bool ChangeTogether(Connection *connection, const std::function<bool(Change &)> &part, Doing doing)
 {
+    const FaultFilter told = toldAs(doing, connection);
     for (int tried = 1; connection->beginGroup(); ++tried) {
         ChangeTry once(connection, tried == tries);
         if (once.run(part))
@@ -131,6 +163,12 @@ bool ChangeTogether(Connection *connection, const std::function<bool(Change &)> 
         QThread::msleep(tried); // lets the other one get on
     }
     return false;
+}
+
+std::optional<bool> FindsRowAgainst(Doing doing, Connection *connection, const QString &query)
+{
+    const FaultFilter told = toldAs(doing, connection);
+    return FindsRow(connection, query);
 }
 
 Fault RowGoneFault(Doing doing)

@@ -15,9 +15,12 @@ public:
     /// Carries out one statement. False after a fault: the whole change is then given up.
     bool write(const SqlText &statement);
 
-    /// Carries out a statement on a row that must be there. When the server finds none, since another user has deleted it,
-    /// that is reported, and the change given up as after a fault.
+    /// Carries out a statement on one row that must be there. When the server finds none, since another user has deleted
+    /// it, or several that share its number, that is reported, and the change given up as after a fault.
     bool rewrite(const SqlText &statement);
+
+    /// The same for a row that is to go, and may have gone already.
+    bool remove(const SqlText &statement);
 
     /// Writes the lock row of a table and client, which is held to the end of the change: what is read after it is not
     /// changed by another user who asks for the same. False, and the change given up, after a fault.
@@ -32,10 +35,14 @@ public:
     /// without.
     std::optional<int> nextNumber(const QString &table, const QString &clientCode, const SqlText &query, int step = 1);
 
+    /// Reports a fault, and gives the change up.
+    void giveUp(const Fault &fault);
+
     [[nodiscard]] Connection *connection() const { return m_connection; }
 
 private:
     friend class ChangeTry;
+    bool onOneRow(const SqlText &statement, bool mustBeThere);
     explicit Change(Connection *connection)
         : m_connection(connection)
     {
@@ -55,7 +62,14 @@ private:
 /// run again, five times in all, and what it faulted with is reported of the last time only. `part` therefore begins from
 /// the beginning each time, and keeps nothing from a time before. A commit that was lost under way is not repeated, since
 /// the change may stay; it is reported as not known, and the result is false.
-FBT_OFFERED bool ChangeTogether(Connection *connection, const std::function<bool(Change &)> &part);
+/// @param doing what is reported when any of its statements faults: a save that had to ask or to delete first was "not
+/// saved". `Other`: each statement says for itself.
+FBT_OFFERED bool ChangeTogether(Connection *connection, const std::function<bool(Change &)> &part,
+                                Doing doing = Doing::Save);
+
+/// Whether a query finds a row that stands against a change. Without a value after a fault, which is reported as one of
+/// the change.
+FBT_OFFERED std::optional<bool> FindsRowAgainst(Doing doing, Connection *connection, const QString &query);
 
 /// One statement and its flush. True when the statement was carried out.
 FBT_OFFERED bool WriteOne(Connection *connection, const SqlText &statement);

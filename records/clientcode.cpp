@@ -52,9 +52,10 @@ bool DeleteClientRows(Connection *cnn, const QString &clientCode)
         return false;
     std::vector<ClientTable> tables = *found;
     tables.push_back(clientMaster);
-    return ChangeTogether(cnn, [&](Change &change) {
+    const auto remove = [&](Change &change) {
         return std::all_of(tables.begin(), tables.end(), [&](const ClientTable &table) {
             return change.write(Sql("Delete from ", table.name, " Where ", table.codeColumn, "=", Quoted(clientCode)));
         });
-    });
+    };
+    return ChangeTogether(cnn, remove, Doing::Delete);
 }

@@ -67,7 +67,8 @@ std::optional<bool> codeTaken(Connection *cnn, const QString &code, const QStrin
 {
     for (const char *table : {"FBT_Info", "biller"}) {
         const SqlText same = Sql("Select Code_No from ", table, " Where Code_No=", Quoted(code));
-        const auto found = FindsRow(cnn, editCode.isEmpty() ? same : same + Sql(" and Code_No<>", Quoted(editCode)));
+        const auto found = FindsRowAgainst(Doing::Save, cnn,
+                                           editCode.isEmpty() ? same : same + Sql(" and Code_No<>", Quoted(editCode)));
         if (found.value_or(true))
             return found;
     }
@@ -168,10 +169,10 @@ RowsRead<NamedClient> ClientNames(Connection *cnn)
 
 std::optional<bool> HasNatureDetails(Connection *cnn, const QString &code, int natId)
 {
-    const auto expenses = FindsRow(cnn, Sql("Select * from FBT_Detail", ofNature(code, natId)));
+    const auto expenses = FindsRowAgainst(Doing::Save, cnn, Sql("Select * from FBT_Detail", ofNature(code, natId)));
     if (expenses.value_or(true))
         return expenses;
-    return FindsRow(cnn, Sql("Select * from FBT_SalDet", ofNature(code, natId)));
+    return FindsRowAgainst(Doing::Save, cnn, Sql("Select * from FBT_SalDet", ofNature(code, natId)));
 }
 
 bool DeleteNatureDetails(Connection *cnn, const QString &code, const std::vector<int> &natures)
@@ -181,5 +182,5 @@ bool DeleteNatureDetails(Connection *cnn, const QString &code, const std::vector
 
 std::optional<bool> HasConsolidatedExpenses(Connection *cnn, const QString &code)
 {
-    return FindsRow(cnn, Sql("Select * from FBT_Detail", ofNature(code, consolidatedNature)));
+    return FindsRowAgainst(Doing::Save, cnn, Sql("Select * from FBT_Detail", ofNature(code, consolidatedNature)));
 }

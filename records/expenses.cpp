@@ -125,6 +125,36 @@ RowsRead<Expense> withNature(RowsRead<Expense> read, int natId, int quarter)
     return expenses;
 }
 
+Text deleteNumber(const ClientYear &client, const Expense &row)
+{
+    return Sql("Delete from FBT_Detail Where ", ofQuarter(client, row.quarter), " and SrNo=", row.srNo);
+}
+
+/// Removes one of the rows that hold what was read; which of several makes no difference. Amounts are read to 15 digits.
+Text deleteAlike(const ClientYear &client, const Expense &row)
+{
+    return Sql("Delete from FBT_Detail Where ", ofQuarter(client, row.quarter), " and NatId=", row.natId,
+               " and Coalesce(SrNo,0)=", row.srNo, " and Coalesce(ExpId,0)=", row.expId, " and Abs(Coalesce(Amt,0)-(",
+               row.amount, "))<0.001 Limit 1");
+}
+
+/// Removes the row of an expense and no other: by its number where that is its own. Rows that came from elsewhere may
+/// have no number, or share one.
+/// @return whether there was such a row; none after a fault
+std::optional<bool> removeRow(Change &change, const ClientYear &client, const Expense &row)
+{
+    const Connection *cnn = change.connection();
+    if (row.srNo != 0) {
+        if (!change.write("Savepoint Numbered") || !change.write(deleteNumber(client, row)))
+            return std::nullopt;
+        if (cnn->affectedRows() <= 1)
+            return cnn->affectedRows() == 1;
+        if (!change.write("Rollback to Savepoint Numbered"))
+            return std::nullopt;
+    }
+    return change.write(deleteAlike(client, row)) ? std::optional(cnn->affectedRows() == 1) : std::nullopt;
+}
+
 } // namespace
 
 RowsRead<Expense> ExpensesOfNatures(Connection *cnn, const ClientYear &client)
@@ -175,9 +205,9 @@ std::optional<int> NextExpenseNo(Change &change, const ClientYear &client, int q
                              Sql("Select Max(SrNo) as MaxSr from FBT_Detail Where ", ofQuarter(client, quarter)));
 }
 
-bool DeleteExpense(Change &change, const ClientYear &client, int quarter, int srNo)
+bool DeleteExpense(Change &change, const ClientYear &client, const Expense &row)
 {
-    return change.write(Sql("Delete from FBT_Detail Where ", ofQuarter(client, quarter), " and SrNo=", srNo));
+    return removeRow(change, client, row).has_value();
 }
 
 bool InsertExpense(Change &change, const ClientYear &client, const Expense &expense)
@@ -187,9 +217,17 @@ bool InsertExpense(Change &change, const ClientYear &client, const Expense &expe
                             expense.amount, ")"));
 }
 
-bool ReplaceExpense(Change &change, const ClientYear &client, const Expense &expense)
+bool AddExpense(Change &change, const ClientYear &client, const Expense &expense)
 {
-    return DeleteExpense(change, client, expense.quarter, expense.srNo) && InsertExpense(change, client, expense);
+    return change.write(deleteNumber(client, expense)) && InsertExpense(change, client, expense);
+}
+
+bool ReplaceExpense(Change &change, const ClientYear &client, const Expense &before, const Expense &expense)
+{
+    const std::optional<bool> removed = removeRow(change, client, before);
+    if (removed && !*removed)
+        change.giveUp(RowGoneFault(Doing::Save));
+    return removed.value_or(false) && InsertExpense(change, client, expense);
 }
 
 bool ImportLastQuarter(Connection *cnn, const ClientYear &client, int quarter)

@@ -18,7 +18,7 @@ struct FBT_OFFERED Expense
     int expId = 0;     ///< item
     double rate = 0;   ///< percent of the expense that counts (section 115WC); 0 where the year's table has none
     double amount = 0; ///< rupees
-    int srNo = 0;      ///< number within client, year and quarter
+    int srNo = 0;      ///< number within client, year and quarter; 0 for a row that has none
 };
 
 /// The readers join expenses with the rates of a year. The rate for all natures and the rate of the expense's own nature
@@ -48,14 +48,20 @@ FBT_OFFERED Reading<double> RateOfItem(Connection *cnn, int year, int expId, int
 /// fault: a number that is in use would replace its row.
 FBT_OFFERED std::optional<int> NextExpenseNo(Change &change, const ClientYear &client, int quarter);
 
-/// Removes the row (all rows) with a number in a quarter.
-FBT_OFFERED bool DeleteExpense(Change &change, const ClientYear &client, int quarter, int srNo);
+/// Removes the row of an expense as it was read, and no other, whatever numbers other rows have. True also when it has
+/// gone already.
+FBT_OFFERED bool DeleteExpense(Change &change, const ClientYear &client, const Expense &row);
 
 /// Writes one row: quarter, nature, number, item and amount. The amount goes in with up to 15 significant digits.
 FBT_OFFERED bool InsertExpense(Change &change, const ClientYear &client, const Expense &expense);
 
-/// Removes what stands under the number of an expense and writes it: a row has no key that could be updated.
-FBT_OFFERED bool ReplaceExpense(Change &change, const ClientYear &client, const Expense &expense);
+/// Writes a new expense under the number that it was given (`NextExpenseNo`).
+FBT_OFFERED bool AddExpense(Change &change, const ClientYear &client, const Expense &expense);
+
+/// Puts an expense in the place of the row of another, `before` as it was read, and of no other row. False, and the
+/// change given up, also when that row has gone.
+FBT_OFFERED bool ReplaceExpense(Change &change, const ClientYear &client, const Expense &before,
+                                const Expense &expense);
 
 /// Takes all expenses of the quarter before, of all natures and the consolidated ones too, over into a quarter with
 /// amount 0, all or none. One number is skipped; a second import brings the rows once more. False when none came.

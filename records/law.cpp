@@ -73,21 +73,23 @@ bool ChangeExpenseHead(Connection *cnn, int year, const ExpenseHead &head)
 
 std::optional<bool> ExpenseHeadInUse(Connection *cnn, int year, int headId)
 {
-    return FindsRow(cnn,
-                    Sql("Select * from FBT_Detail INNER JOIN FBT_ExpHead", year, " ON FBT_Detail.ExpId=FBT_ExpHead",
-                        year, ".SrNo and FBT_Detail.TYear=", year, " Where FBT_ExpHead", year, ".HeadId=", headId));
+    return FindsRowAgainst(Doing::Delete, cnn,
+                           Sql("Select * from FBT_Detail INNER JOIN FBT_ExpHead", year,
+                               " ON FBT_Detail.ExpId=FBT_ExpHead", year, ".SrNo and FBT_Detail.TYear=", year,
+                               " Where FBT_ExpHead", year, ".HeadId=", headId));
 }
 
 bool DeleteExpenseHead(Connection *cnn, int year, int headId)
 {
-    return ChangeTogether(cnn, [&](Change &change) {
+    const auto remove = [=](Change &change) {
         // The rates go before the items: the join needs the items.
         return change.write(Sql("Delete from FBT_Head", year, " Where HeadId=", headId)) &&
                change.write(Sql("Delete FBT_ExpRate", year, " from FBT_ExpHead", year, ", FBT_ExpRate", year,
                                 " Where FBT_ExpHead", year, ".HeadId=", headId, " and FBT_ExpHead", year,
                                 ".SrNo=FBT_ExpRate", year, ".SrNo")) &&
                change.write(Sql("Delete from FBT_ExpHead", year, " Where HeadId=", headId));
-    });
+    };
+    return ChangeTogether(cnn, remove, Doing::Delete);
 }
 
 RowsRead<ExpenseItem> ExpenseItems(Connection *cnn, int year)
@@ -146,13 +148,14 @@ bool ChangeRatedItem(Connection *cnn, int year, int headId, const RatedItem &ite
 
 std::optional<bool> ExpenseItemInUse(Connection *cnn, int year, int srNo)
 {
-    return FindsRow(cnn, Sql("Select * from FBT_Detail Where TYear=", year, " and ExpId=", srNo));
+    return FindsRowAgainst(Doing::Delete, cnn, Sql("Select * from FBT_Detail Where TYear=", year, " and ExpId=", srNo));
 }
 
 bool DeleteExpenseItem(Connection *cnn, int year, int srNo)
 {
-    return ChangeTogether(cnn, [&](Change &change) {
-        return change.write(deleteItem(year, srNo)) &&
+    const auto remove = [=](Change &change) {
+        return change.remove(deleteItem(year, srNo)) &&
                change.write(Sql("Delete from FBT_ExpRate", year, " Where SrNo=", srNo));
-    });
+    };
+    return ChangeTogether(cnn, remove, Doing::Delete);
 }

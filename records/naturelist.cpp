@@ -29,7 +29,7 @@ std::optional<bool> NatureTextTaken(Connection *cnn, const QString &text, std::o
     QString query = Sql("Select * from FBT_Nature Where NatDesc='", text, "'");
     if (srNo)
         query += Sql(" and SrNo<>", *srNo);
-    return FindsRow(cnn, query);
+    return FindsRowAgainst(Doing::Save, cnn, query);
 }
 
 std::optional<int> AddNature(Connection *cnn, const QString &text)
@@ -57,7 +57,7 @@ std::optional<bool> NatureInUse(Connection *cnn, int srNo)
     const QString ofRate = Sql("Select * from FBT_ExpRate Where IntRt<>0 and NatId=", srNo);
     const QString ofExpense = Sql("Select * from FBT_Detail Where NatId=", srNo);
     for (const QString &query : {ofClient, ofRate, ofExpense}) {
-        const auto found = FindsRow(cnn, query);
+        const auto found = FindsRowAgainst(Doing::Delete, cnn, query);
         if (found.value_or(true))
             return found;
     }
@@ -66,7 +66,8 @@ std::optional<bool> NatureInUse(Connection *cnn, int srNo)
 
 bool DeleteNature(Connection *cnn, int srNo)
 {
-    return ChangeTogether(cnn, [&](Change &change) {
-        return change.write(deleteText(srNo)) && change.write(Sql("Delete from FBT_ExpRate Where NatId=", srNo));
-    });
+    const auto remove = [srNo](Change &change) {
+        return change.remove(deleteText(srNo)) && change.write(Sql("Delete from FBT_ExpRate Where NatId=", srNo));
+    };
+    return ChangeTogether(cnn, remove, Doing::Delete);
 }

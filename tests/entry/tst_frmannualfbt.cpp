@@ -55,8 +55,8 @@ private slots:
                                      "60 2=0/0 - 2=7/1 - 7 1"}));
     }
 
-    /// Rows of other hands that have no number: one with an amount can be told from others and gets a number when it is
-    /// changed; one without stays, and with it all others that have no number.
+    /// Rows of other hands that have no number: one with an amount gets a number when it is changed, one without stays;
+    /// and so do all others that have no number.
     void rowsWithoutNumber()
     {
         const QString other = "2\t2\t0\t58\t70";
@@ -68,8 +68,8 @@ private slots:
             QString typed;     // into that quarter; empty: the line is deleted
             QStringList after; // of that quarter
         } rows[] = {
-            {"amount changed", 20, "25", {"2\t1\t1\t57\t25"}},
-            {"amount cleared", 20, "0", {}},
+            {"amount changed", 20, "25", {other, "2\t1\t1\t57\t25"}},
+            {"amount cleared", 20, "0", {other}},
             {"nothing stays nothing", 0, "0", {empty, other}},
             {"nothing gets an amount", 0, "25", {empty, other, "2\t1\t1\t57\t25"}},
             {"line deleted", 0, "", {empty, other}},

@@ -87,6 +87,31 @@ private slots:
         QCOMPARE(desk.details().last(), "2\t1\t1\t57\t5020");
     }
 
+    /// Rows of other hands, without a number or with one that others have: a change or a delete touches the row that
+    /// was chosen, and no other.
+    void rowsWithoutANumberOfTheirOwn()
+    {
+        for (const char *number : {"Null", "0", "3"}) {
+            for (const char *button : {"cmdmodifyded", "cmddeleteded"}) {
+                EntryDesk desk(database->module, 2008, {1});
+                for (const char *row : {"1,%1,57,10.1", "2,%1,58,70"})
+                    Cnn->Execute("Insert into FBT_Detail Values('A1',2008,1," + QString(row).arg(number) + ")");
+                desk.open<frmfbtdet>();
+                if (button == QStringLiteral("cmddeleteded"))
+                    desk.answers({Reply::Yes});
+                desk.click(button);
+                if (desk.enabled("Frame4")) {
+                    desk.type("txtdedflds_2", "11");
+                    desk.click("cmdupdateded");
+                }
+                const QStringList after = desk.module.rows("Select NatId, Amt from FBT_Detail Order by NatId");
+                const bool modified = button == QStringLiteral("cmdmodifyded");
+                QVERIFY2(after == (modified ? QStringList{"1\t11", "2\t70"} : QStringList{"2\t70"}), number);
+                desk.said();
+            }
+        }
+    }
+
     /// What fails half way through leaves nothing of it.
     void importIsWholeOrNotAtAll()
     {
