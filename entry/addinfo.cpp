@@ -9,12 +9,11 @@ bool LOADADDINFO(const ClientYear &client)
     ErrorTail tail(QStringLiteral("frmfbtdet"));
     const Reading<Employees> employees = OpenAddInfoYear(Cnn, client);
     TakeEmployees(employees.valueOr({}));
-    LOADBANKDATA(client);
-    return !employees.failed();
+    return LOADBANKDATA(client) && !employees.failed();
 }
 
-void LOADBANKDATA(const ClientYear &client)
+bool LOADBANKDATA(const ClientYear &client)
 {
     ErrorTail tail(QStringLiteral("frmfbtdet"));
-    CarryBanksForward(Cnn, client);
+    return CarryBanksForward(Cnn, client);
 }

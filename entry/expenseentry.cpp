@@ -2,7 +2,6 @@
 
 #include "context/errortail.h"
 #include "controls/screen.h"
-#include "entry/expenselists.h"
 
 #include <QPalette>
 
@@ -94,14 +93,20 @@ void ExpenseEntry::LOADHEADS()
 {
     ErrorTail tail(parent());
     m_list->setHeader(QStringLiteral("Head of Expenses"));
-    m_list->setItems(listItems(HeadChoices(m_year)));
+    setList(HeadChoices(m_year), QStringLiteral("heads of expenses"));
 }
 
 void ExpenseEntry::LOADEXPHEADS()
 {
     ErrorTail tail(parent());
     m_list->setHeader(QStringLiteral("Nature of Expenses"));
-    m_list->setItems(listItems(ItemChoices(m_year, m_head.id)));
+    setList(ItemChoices(m_year, m_head.id), QStringLiteral("natures of expenses"));
+}
+
+void ExpenseEntry::setList(const RowsRead<ExpenseChoice> &choices, const QString &what)
+{
+    Screen::of(m_list)->noteReading(what, !choices.failed());
+    m_list->setItems(listItems(*choices));
 }
 
 ExpenseEntry::Picked *ExpenseEntry::pickedAt(const QWidget *widget)
@@ -154,9 +159,13 @@ void ExpenseEntry::close()
     }
 }
 
+/// A list without the entry, since the year's law does not know it or could not be read, changes nothing.
 void ExpenseEntry::take()
 {
-    set(*m_open, m_list->currentId().toInt(), m_list->currentText());
+    if (m_list->hasDataRow())
+        set(*m_open, m_list->currentId().toInt(), m_list->currentText());
+    else
+        m_open->field->setText(m_open->text);
 }
 
 void ExpenseEntry::dismissed()
@@ -172,5 +181,6 @@ void ExpenseEntry::set(Picked &picked, int id, const QString &text)
     if (&picked == &m_head && id != m_head.id)
         set(m_item, 0, QString());
     picked.id = id;
+    picked.text = text;
     picked.field->setText(text);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/matchlist.h"
+#include "entry/expenselists.h"
 
 #include <QLineEdit>
 #include <QObject>
@@ -8,7 +9,8 @@
 class Screen;
 
 /// Entry of an expense by its head and its item, each picked from a list under the field. Entering a field shows the
-/// list, typing moves in it, and leaving the field takes the selected entry: what is not in the list cannot be entered.
+/// list, typing moves in it, and leaving the field takes the selected entry: what is not in the list cannot be entered, but
+/// stays when it was there before. A list that could not be read says so on the screen.
 /// Escape empties the field and puts the list away; typing brings it back. Another head clears the item.
 class ExpenseEntry : public QObject
 {
@@ -48,10 +50,12 @@ private:
     {
         QLineEdit *field = nullptr;
         int id = 0;
+        QString text = {}; // of what was picked; the field may hold what is being typed
     };
 
     void LOADHEADS();
     void LOADEXPHEADS();
+    void setList(const RowsRead<ExpenseChoice> &choices, const QString &what);
     void enter(QWidget *widget);
     void leave(QWidget *widget);
     void typed(Picked &picked, const QString &text);

@@ -11,14 +11,6 @@
 
 namespace {
 
-std::vector<ExpenseChoice> sorted(std::vector<ExpenseChoice> list)
-{
-    std::stable_sort(list.begin(), list.end(), [](const ExpenseChoice &a, const ExpenseChoice &b) {
-        return a.text.compare(b.text, Qt::CaseInsensitive) < 0;
-    });
-    return list;
-}
-
 std::vector<ExpenseChoice> choices(const RowsRead<ExpenseHead> &heads)
 {
     std::vector<ExpenseChoice> list;
@@ -35,6 +27,19 @@ std::vector<ExpenseChoice> choices(const RowsRead<ExpenseItem> &items)
     return list;
 }
 
+/// Sorted by description.
+template<typename Row>
+RowsRead<ExpenseChoice> sortedChoices(const RowsRead<Row> &rows)
+{
+    if (rows.failed())
+        return RowsRead<ExpenseChoice>::failure();
+    std::vector<ExpenseChoice> list = choices(rows);
+    std::stable_sort(list.begin(), list.end(), [](const ExpenseChoice &a, const ExpenseChoice &b) {
+        return a.text.compare(b.text, Qt::CaseInsensitive) < 0;
+    });
+    return list;
+}
+
 QString displayList(const std::vector<ExpenseChoice> &list)
 {
     QStringList entries;
@@ -45,14 +50,14 @@ QString displayList(const std::vector<ExpenseChoice> &list)
 
 } // namespace
 
-std::vector<ExpenseChoice> HeadChoices(int year)
+RowsRead<ExpenseChoice> HeadChoices(int year)
 {
-    return sorted(choices(ExpenseHeads(Cnn, year)));
+    return sortedChoices(ExpenseHeads(Cnn, year));
 }
 
-std::vector<ExpenseChoice> ItemChoices(int year, int headId)
+RowsRead<ExpenseChoice> ItemChoices(int year, int headId)
 {
-    return sorted(choices(ExpenseItems(Cnn, year, headId)));
+    return sortedChoices(ExpenseItems(Cnn, year, headId));
 }
 
 QString HeadText(int headId)

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QString>
+#include "records/reading.h"
 
-#include <vector>
+#include <QString>
 
 class Grid;
 
@@ -14,10 +14,10 @@ struct ExpenseChoice
 };
 
 /// The heads of the year, sorted by description.
-std::vector<ExpenseChoice> HeadChoices(int year);
+RowsRead<ExpenseChoice> HeadChoices(int year);
 
 /// The items under a head of the year, sorted by description.
-std::vector<ExpenseChoice> ItemChoices(int year, int headId);
+RowsRead<ExpenseChoice> ItemChoices(int year, int headId);
 
 /// A head as the lists of expenses hold it: empty for an item that is not among the year's items.
 QString HeadText(int headId);

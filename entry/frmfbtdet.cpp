@@ -33,6 +33,8 @@ constexpr int amountColumn = 4;
 constexpr int valueColumn = 5;
 constexpr int srNoColumn = 6;
 
+const QString additionalInformation = QStringLiteral("additional information");
+
 double valueOf(const Expense &row)
 {
     return BENEFITVALUE(row.rate, row.amount);
@@ -142,7 +144,7 @@ void frmfbtdet::FORM_ACTIVATE()
 /// The employees belong to what is in hand from here on.
 void frmfbtdet::takeAddInfo()
 {
-    NoteReading(this, QStringLiteral("additional information"), !LOADADDINFO(client()));
+    NoteReading(this, additionalInformation, !LOADADDINFO(client()));
     m_inHand = InHand::now();
 }
 
@@ -461,6 +463,11 @@ void frmfbtdet::CMDADDINFO_CLICK()
     ErrorTail tail(this);
     constexpr int lastYearOfFirstForm = 2006;
     const Employees before = EmployeesInHand();
+    if (!couldRead(additionalInformation))
+        takeAddInfo();
+    // What did not come into the year would be missing for good once the user saves there.
+    if (!couldRead(additionalInformation))
+        return;
     if (client().year <= lastYearOfFirstForm)
         Base->ShowAddInfo();
     else

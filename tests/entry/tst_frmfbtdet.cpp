@@ -137,11 +137,45 @@ private slots:
         const QPair<const char *, QString> rows[] = {{"FBT_Detail", "expenses"},
                                                      {"FBT_Info", "natures of business"},
                                                      {"FBT_AddInfo", "additional information"},
+                                                     {"FBT_BankDet", "additional information"},
                                                      {"FBT_Head2008", "descriptions of heads and items"}};
         for (const auto &[table, what] : rows) {
             EntryDesk desk(database->module, 2008, {1});
             const WithoutTable without(table);
             QVERIFY2(!desk.open<frmfbtdet>()->couldRead(what), table);
+            desk.click("cmdaddinfo");
+            // Nothing is entered over rows of the year before that did not come.
+            QVERIFY2(desk.module.base.calls.isEmpty() == (what == "additional information"), table);
+        }
+    }
+
+    /// Who passes through the fields leaves an expense as it is, also where the list does not have it.
+    void passingThrough()
+    {
+        const struct
+        {
+            const char *name;
+            int expId;
+            const char *missing; // the table that cannot be read meanwhile
+        } rows[] = {{"an item that the year's law does not know", 999, "FBT_SignDet"},
+                    {"heads that cannot be read", localConveyance, "FBT_Head2008"},
+                    {"items that cannot be read", localConveyance, "FBT_ExpHead2008"}};
+        for (const auto &row : rows) {
+            EntryDesk desk(database->module, 2008, {1});
+            desk.client.expense(2008, 1, 1, row.expId, 100);
+            desk.open<frmfbtdet>();
+            const QString head = desk.text("txtdedflds_0");
+            const QString item = desk.text("txtdedflds_1");
+            {
+                const WithoutTable without(row.missing);
+                desk.click("cmdmodifyded");
+                for (int field = 0; field < 2; ++field)
+                    desk.key(Qt::Key_Return);
+                QVERIFY2(desk.text("txtdedflds_0") == head && desk.text("txtdedflds_1") == item, row.name);
+            }
+            desk.keys("200");
+            desk.click("cmdupdateded");
+            QVERIFY2(desk.details() == QStringList(QStringLiteral("1\t1\t1\t%1\t200").arg(row.expId)), row.name);
         }
     }
 };
