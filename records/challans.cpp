@@ -125,9 +125,11 @@ Reading<double> AdvanceTaxPaid(Connection *cnn, const ClientYear &client)
         firstNumber);
 }
 
-Reading<double> TaxPaid(Connection *cnn, const ClientYear &client)
+Reading<double> OtherTaxPaid(Connection *cnn, const ClientYear &client)
 {
-    return ReadFirst(cnn, Sql("Select sum(TotAmt) as TotAmt from FBT_Challan", ofClient(client)), firstNumber);
+    return ReadFirst(
+        cnn, Sql("Select sum(TotAmt) as TotAmt from FBT_Challan", ofClient(client), " and paytype<>'", advanceTax, "'"),
+        firstNumber);
 }
 
 Reading<HeadAmounts> PaidByHead(Connection *cnn, const ClientYear &client, int quarter)

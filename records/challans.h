@@ -71,8 +71,8 @@ FBT_OFFERED RowsRead<Payment> Payments(Connection *cnn, const ClientYear &client
 /// The sum of the totals of advance tax, whatever the dates.
 FBT_OFFERED Reading<double> AdvanceTaxPaid(Connection *cnn, const ClientYear &client);
 
-/// The sum of the totals of all challans.
-FBT_OFFERED Reading<double> TaxPaid(Connection *cnn, const ClientYear &client);
+/// The sum of the totals of all challans of another type.
+FBT_OFFERED Reading<double> OtherTaxPaid(Connection *cnn, const ClientYear &client);
 
 /// What was paid by head in a quarter; with quarter 0 by all challans of the year, of whatever type.
 FBT_OFFERED Reading<HeadAmounts> PaidByHead(Connection *cnn, const ClientYear &client, int quarter);
