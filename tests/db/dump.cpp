@@ -1,7 +1,5 @@
 #include "tests/db/dump.h"
 
-#include "tests/support/testmodule.h"
-
 #include <QFile>
 #include <QTest>
 
@@ -25,31 +23,10 @@ void Carry(TestModule &module, const QStringList &statements)
 
 QStringList StructureOf(TestModule &module)
 {
-    return module.rows(QStringLiteral("Select TABLE_NAME, COLUMN_NAME, COLUMN_TYPE, COLUMN_DEFAULT, "
-                                      "IS_NULLABLE from information_schema.COLUMNS Where TABLE_SCHEMA=Database() "
-                                      "and COLUMN_NAME<>'FbtRow' Order by 1, ORDINAL_POSITION")) +
-           module.rows(QStringLiteral("Select TABLE_NAME, INDEX_NAME, SEQ_IN_INDEX, COLUMN_NAME, NON_UNIQUE "
-                                      "from information_schema.STATISTICS Where TABLE_SCHEMA=Database() "
-                                      "Order by 1, 2, 3"));
-}
-
-QStringList ContentOf(TestModule &module)
-{
-    QStringList lines;
-    const QStringList tables = module.rows(QStringLiteral("Select TABLE_NAME from information_schema.TABLES "
-                                                          "Where TABLE_SCHEMA=Database() Order by 1"));
-    for (const QString &table : tables) {
-        for (const QString &row : module.rows(Sql("Select * from ", table)))
-            lines << table + u'\t' + row;
-    }
-    return lines;
-}
-
-QString Difference(const QStringList &actual, const QStringList &expected)
-{
-    for (qsizetype i = 0; i < qMax(actual.size(), expected.size()); ++i) {
-        if (actual.value(i, QStringLiteral("<end>")) != expected.value(i, QStringLiteral("<end>")))
-            return QStringLiteral("line %1: %2 instead of %3").arg(i + 1).arg(actual.value(i), expected.value(i));
-    }
-    return {};
+    return module.rows("Select TABLE_NAME, COLUMN_NAME, COLUMN_TYPE, COLUMN_DEFAULT, "
+                       "IS_NULLABLE from information_schema.COLUMNS Where TABLE_SCHEMA=Database() "
+                       "and COLUMN_NAME<>'FbtRow' Order by 1, ORDINAL_POSITION") +
+           module.rows("Select TABLE_NAME, INDEX_NAME, SEQ_IN_INDEX, COLUMN_NAME, NON_UNIQUE "
+                       "from information_schema.STATISTICS Where TABLE_SCHEMA=Database() "
+                       "Order by 1, 2, 3");
 }

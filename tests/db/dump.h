@@ -1,8 +1,6 @@
 #pragma once
 
-#include <QStringList>
-
-class TestModule;
+#include "tests/support/testmodule.h"
 
 /// The lines of a text file of this folder, without empty ones and those that begin with `#`.
 QStringList LinesOf(const QString &file);
@@ -12,9 +10,3 @@ void Carry(TestModule &module, const QStringList &statements);
 
 /// Tables of the schema with columns, their types and defaults in their order, and indexes, as comparable lines.
 QStringList StructureOf(TestModule &module);
-
-/// All rows of all tables, in the order in which they are stored.
-QStringList ContentOf(TestModule &module);
-
-/// The first line in which two dumps differ, empty when they are equal.
-QString Difference(const QStringList &actual, const QStringList &expected);

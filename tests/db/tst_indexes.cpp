@@ -7,7 +7,6 @@
 #include "masters/frmclinfo.h"
 #include "masters/frmfbtmas.h"
 #include "tests/db/dump.h"
-#include "tests/support/testmodule.h"
 
 #include <QTest>
 

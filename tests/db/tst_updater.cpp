@@ -1,7 +1,6 @@
 #include "db/updater.h"
 #include "records/updatemark.h"
 #include "tests/db/dump.h"
-#include "tests/support/testmodule.h"
 
 #include <QTest>
 
@@ -146,9 +145,9 @@ private slots:
         Carry(module, before);
         QVERIFY(UpdateDatabase(&module.connection));
         QTEST(module.rows(query).join(u' '), "after");
-        const QStringList once = StructureOf(module) + ContentOf(module);
+        const QStringList once = StructureOf(module) + ContentOf(module.connection);
         QVERIFY(UpdateDatabase(&module.connection));
-        QCOMPARE(Difference(StructureOf(module) + ContentOf(module), once), QString());
+        QCOMPARE(Difference(StructureOf(module) + ContentOf(module.connection), once), QString());
         QCOMPARE(module.logLines(), QStringList());
     }
 

@@ -1,7 +1,6 @@
 #include "db/updater.h"
 #include "records/updatemark.h"
 #include "tests/db/dump.h"
-#include "tests/support/testmodule.h"
 
 #include <QTest>
 
@@ -143,7 +142,7 @@ private:
     // Reads all of the schema and removes it.
     static QStringList taken(TestModule &module)
     {
-        QStringList result = StructureOf(module) + ContentOf(module);
+        QStringList result = StructureOf(module) + ContentOf(module.connection);
         Carry(module, {"Drop Database " + module.connection.address().schema});
         return result;
     }

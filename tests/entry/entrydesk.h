@@ -2,28 +2,29 @@
 
 #include "calc/clientyear.h"
 #include "calc/modfbtcalc.h"
-#include "db/updater.h"
 #include "tests/support/employer.h"
+#include "tests/support/lawdatabase.h"
 #include "tests/support/screenuser.h"
-#include "tests/support/testmodule.h"
 
 constexpr int localConveyance = 57; // 20 percent, 5 for natures 2 to 4
 constexpr int festival = 102;       // 50 percent for all in 2008
+
+Q_GLOBAL_STATIC(LawDatabase, database)
 
 /// The delivered law, and client A1 without rows at the beginning of each test, before whom the user sits.
 class EntryDesk : public ScreenUser
 {
 public:
     /// @param natures of the client, a private company
-    EntryDesk(TestModule &testModule, int year, std::initializer_list<int> natures)
-        : module(testModule)
-        , client(employer(module.connection, QStringLiteral("A1")).natures(natures))
+    EntryDesk(int year, std::initializer_list<int> natures)
+        : module(database->module)
+        , client(employer(module.connection, "A1").natures(natures))
     {
         for (const char *table : {"FBT_Detail", "FBT_SalDet", "FBT_AddInfo", "FBT_BankDet"})
             Cnn->Execute(Sql("Delete from ", table));
         module.base.calls.clear();
-        TakeClientYear(QStringLiteral("A1"), year);
-        Base->Cap = QStringLiteral(" of Employer");
+        TakeClientYear("A1", year);
+        Base->Cap = " of Employer";
     }
     ~EntryDesk() { Cnn->setObserver({}); }
     EntryDesk(const EntryDesk &) = delete;
@@ -32,14 +33,11 @@ public:
     /// The client's rows of `FBT_Detail`: quarter, nature, number, item, amount.
     QStringList details()
     {
-        return module.rows(QStringLiteral("Select Quarter, NatId, SrNo, ExpId, Amt from FBT_Detail Where Code_No='A1' "
-                                          "Order by Quarter, SrNo, NatId"));
+        return module.rows("Select Quarter,NatId,SrNo,ExpId,Amt from FBT_Detail Where Code_No='A1' "
+                           "Order by Quarter,SrNo,NatId");
     }
     /// The client's salaries: quarter, nature, amount.
-    QStringList salaries()
-    {
-        return module.rows(QStringLiteral("Select Quarter, NatId, Amt from FBT_SalDet Where Code_No='A1'"));
-    }
+    QStringList salaries() { return module.rows("Select Quarter,NatId,Amt from FBT_SalDet Where Code_No='A1'"); }
     /// The eight figures.
     QStringList figures()
     {
@@ -51,34 +49,4 @@ public:
 
     TestModule &module;
     Employer client;
-};
-
-/// The database of a test program with the delivered law.
-class EntryDatabase
-{
-public:
-    EntryDatabase()
-        : module(server)
-    {
-        UpdateDatabase(&module.connection);
-    }
-    TestServer server;
-    TestModule module;
-};
-
-/// Takes a table away while it lives: what is read of it then cannot be read.
-class WithoutTable
-{
-public:
-    explicit WithoutTable(const char *table)
-        : m_table(table)
-    {
-        Cnn->Execute(Sql("Rename Table ", m_table, " to Elsewhere"));
-    }
-    ~WithoutTable() { Cnn->Execute(Sql("Rename Table Elsewhere to ", m_table)); }
-    WithoutTable(const WithoutTable &) = delete;
-    WithoutTable &operator=(const WithoutTable &) = delete;
-
-private:
-    const char *m_table;
 };

@@ -4,8 +4,6 @@
 
 #include <QRandomGenerator>
 
-Q_GLOBAL_STATIC(EntryDatabase, database)
-
 namespace {
 
 /// Opens the panel of the consolidated expenses.
@@ -33,7 +31,7 @@ private slots:
     /// Closing the screen by the box of its window takes the cell being edited along, and saves.
     void closingSavesTheSalaries()
     {
-        EntryDesk desk(database->module, 2008, {1, 3});
+        EntryDesk desk(2008, {1, 3});
         desk.client.salary(2008, 1, 1, 300).salary(2008, 1, -1, 300);
         auto *screen = desk.open<frmfbtdet>();
         openPanel(desk);
@@ -52,7 +50,7 @@ private slots:
     /// Salaries that could not be read are neither shown as nothing nor written so.
     void unreadSalariesStay()
     {
-        EntryDesk desk(database->module, 2008, {1, 3});
+        EntryDesk desk(2008, {1, 3});
         desk.client.salary(2008, 1, 1, 300).salary(2008, 1, -1, 300);
         const QStringList before = desk.salaries();
         auto *screen = [&desk] {
@@ -83,7 +81,7 @@ private:
     {
         QRandomGenerator random(seed);
         const int year = 2006 + static_cast<int>(seed % 4);
-        EntryDesk desk(database->module, year, {1, 4, 6});
+        EntryDesk desk(year, {1, 4, 6});
         const QList<int> natures{1, 4, 6};
         for (int i = 0; i < 60; ++i)
             desk.client.expense(year, 1 + random.bounded(4), natures.value(random.bounded(4), -1),

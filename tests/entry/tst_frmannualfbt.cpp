@@ -4,20 +4,18 @@
 
 #include <QRegularExpression>
 
-Q_GLOBAL_STATIC(EntryDatabase, database)
-
 namespace {
 
 class AnnualDesk : public EntryDesk
 {
 public:
     AnnualDesk(std::initializer_list<int> natures)
-        : EntryDesk(database->module, 2008, natures)
+        : EntryDesk(2008, natures)
     {
     }
     void openOn(int nature)
     {
-        auto *annual = new frmannualfbt({QStringLiteral("A1"), 2008});
+        auto *annual = new frmannualfbt({"A1", 2008});
         annual->Load();
         annual->INITDATA(nature);
         sitAt(annual);
@@ -46,8 +44,7 @@ private slots:
                                              row(3, 2, 60, 7), row(0, 9, 57, 1), row(5, 9, 57, 1), row(1, 2, 60, 0)})) {
             QStringList cells{QString::number(line.expId)};
             for (const auto &cell : line.quarters)
-                cells << (cell ? QStringLiteral("%1=%2/%3").arg(cell->srNo).arg(cell->amount).arg(cell->value)
-                               : QStringLiteral("-"));
+                cells << (cell ? QStringLiteral("%1=%2/%3").arg(cell->srNo).arg(cell->amount).arg(cell->value) : "-");
             texts << QStringLiteral("%1 %2 %3").arg(cells.join(u' ')).arg(line.amount()).arg(line.value());
         }
         // 20% of 12.5 = 2.5, to the even 2; of 7 = 1.4

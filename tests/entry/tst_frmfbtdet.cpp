@@ -5,8 +5,6 @@
 #include <QApplication>
 #include <QLabel>
 
-Q_GLOBAL_STATIC(EntryDatabase, database)
-
 namespace {
 
 constexpr auto allRows = "Select * from FBT_AddInfo Order by TYear";
@@ -27,10 +25,10 @@ class TestFrmFbtDet : public QObject
 private slots:
     void everyColumnThatStaysIsCarriedIntoTheYear()
     {
-        EntryDesk desk(database->module, 2008, {1});
+        EntryDesk desk(2008, {1});
         Cnn->Execute(rowOf2007);
         Cnn->Execute("insert into FBT_BankDet values('A1',2007,4,'Bank B',Null,'O''NEIL ROAD','','8',0,'N')");
-        QVERIFY(LOADADDINFO({QStringLiteral("A1"), 2008}));
+        QVERIFY(LOADADDINFO({"A1", 2008}));
         QCOMPARE(
             desk.module.rows(allRows).value(1),
             "A1\t2008\t0\tKing's \\ 4\tOld\t2\t0\t\t\t3\t1\t0\t\t1\t\t1\t0\t1\t0\t1\t0\t12\t34\t\t\tarea\ttyp\trng\t"
@@ -44,7 +42,7 @@ private slots:
     void failedReadingWritesNothing()
     {
         for (const int year : {2007, 2008}) {
-            EntryDesk desk(database->module, 2008, {1});
+            EntryDesk desk(2008, {1});
             Cnn->Execute(rowOf2007);
             Cnn->setObserver([](const QString &statement) {
                 if (statement.startsWith(u"Select * from FBT_AddInfo") && statement.endsWith(u"2007"))
@@ -52,7 +50,7 @@ private slots:
                 else if (statement.startsWith(u"insert into FBT_AddInfo"))
                     Cnn->Execute("Rename Table Elsewhere to FBT_AddInfo");
             });
-            QVERIFY(!LOADADDINFO({QStringLiteral("A1"), year}));
+            QVERIFY(!LOADADDINFO({"A1", year}));
             Cnn->setObserver({});
             Cnn->Execute("Rename Table if exists Elsewhere to FBT_AddInfo");
             QCOMPARE(desk.module.rows(allRows).size(), 1);
@@ -62,7 +60,7 @@ private slots:
     /// The screen goes on with the client that it was opened for, with its employees and percentages.
     void otherClientInHandMeanwhile()
     {
-        EntryDesk desk(database->module, 2008, {1});
+        EntryDesk desk(2008, {1});
         desk.client.expense(2008, 1, 1, localConveyance, 5020);
         auto *screen = desk.open<frmfbtdet>();
         // What the screen of additional information stores: 3 of 8 employees are in India.
@@ -73,7 +71,7 @@ private slots:
         QCOMPARE(desk.figures().mid(1), figures);
         QCOMPARE(desk.find<QLabel>("lbltaxfbt")->toolTip(),
                  QString::fromUtf8("(3[Employees in India] ÷8[Total Employees]) X 1004.00[Value of Fringe Benefit]"));
-        TakeClientYear(QStringLiteral("B2"), 2006);
+        TakeClientYear("B2", 2006);
         screen->FORM_ACTIVATE();
         QCOMPARE(Base->code, "A1");
         desk.choose("cboquarter", 1);
@@ -115,7 +113,7 @@ private slots:
     /// What fails half way through leaves nothing of it.
     void importIsWholeOrNotAtAll()
     {
-        EntryDesk desk(database->module, 2008, {1});
+        EntryDesk desk(2008, {1});
         desk.client.expense(2008, 1, 1, localConveyance, 20).expense(2008, 1, 1, festival, 21);
         desk.open<frmfbtdet>();
         desk.choose("cboquarter", 1);
@@ -140,7 +138,7 @@ private slots:
                                                      {"FBT_BankDet", "additional information"},
                                                      {"FBT_Head2008", "descriptions of heads and items"}};
         for (const auto &[table, what] : rows) {
-            EntryDesk desk(database->module, 2008, {1});
+            EntryDesk desk(2008, {1});
             const WithoutTable without(table);
             QVERIFY2(!desk.open<frmfbtdet>()->couldRead(what), table);
             desk.click("cmdaddinfo");

@@ -50,36 +50,31 @@ private slots:
         m_suite.close();
     }
 
-    void mapsStatus_data()
-    {
-        Columns<int, QString, bool, int, int>({"status", "stat", "mrr", "position", "resident"});
-        Case("HUF", 1, "Huf", false, 1, 0);
-        Case("HUF abroad", 1, "HUF", true, 1, 1);
-        Case("AOP", 1, "AOP", true, 3, 0);
-        Case("AOP(MRR)", 1, "AOP(MRR)", true, 3, 0);
-        Case("AOP(MMR)", 1, "aop(mmr)", false, 3, 0);
-        Case("trust", 1, "AOP (TRUST)", false, 4, 0);
-        Case("co-operative", 1, "Co-operative Society", false, 7, 0);
-        Case("other word", 1, "CLUB", true, 0, 0);
-        Case("firm", 2, "", true, 2, 0);
-        Case("private company", 3, "", false, 9, 0);
-        Case("private company abroad", 3, "", true, 10, 1);
-        Case("public company", 4, "", false, 8, 0);
-        Case("public company abroad", 4, "", true, 10, 1);
-        Case("BOI", 5, "", true, 5, 0);
-        Case("local authority", 6, "", false, 11, 0);
-        Case("juridical person", 7, "", false, 6, 0);
-        Case("null", 0, "HUF", true, 0, 0);
-        Case("unknown", 8, "", false, 0, 0);
-    }
     void mapsStatus()
     {
-        QFETCH(int, status);
-        QFETCH(QString, stat);
-        QFETCH(bool, mrr);
-        const SuiteStatus mapped = MapSuiteStatus(status, stat, mrr);
-        QTEST(mapped.position, "position");
-        QTEST(mapped.resident, "resident");
+        // status, status as text, residence; position, and whether it is one abroad
+        const std::vector<std::tuple<int, QString, bool, int, int>> rows{{1, "Huf", false, 1, 0},
+                                                                         {1, "HUF", true, 1, 1},
+                                                                         {1, "AOP", true, 3, 0},
+                                                                         {1, "AOP(MRR)", true, 3, 0},
+                                                                         {1, "aop(mmr)", false, 3, 0},
+                                                                         {1, "AOP (TRUST)", false, 4, 0},
+                                                                         {1, "Co-operative Society", false, 7, 0},
+                                                                         {1, "CLUB", true, 0, 0},
+                                                                         {2, "", true, 2, 0},
+                                                                         {3, "", false, 9, 0},
+                                                                         {3, "", true, 10, 1},
+                                                                         {4, "", false, 8, 0},
+                                                                         {4, "", true, 10, 1},
+                                                                         {5, "", true, 5, 0},
+                                                                         {6, "", false, 11, 0},
+                                                                         {7, "", false, 6, 0},
+                                                                         {0, "HUF", true, 0, 0},
+                                                                         {8, "", false, 0, 0}};
+        for (const auto &[status, stat, mrr, position, resident] : rows) {
+            const SuiteStatus mapped = MapSuiteStatus(status, stat, mrr);
+            QVERIFY2(mapped.position == position && mapped.resident == resident, qPrintable(Joined(status, stat)));
+        }
     }
 
     /// Positions 0 to 13, then date, e-mail and residence, with "|" between them.
@@ -93,14 +88,14 @@ private slots:
     }
     void reads()
     {
-        QFETCH(QString, code);
+        const auto [code, wanted] = Row<QString, QString>();
         const ClientRecord client =
             ImportedClient({code, "NAME", code == u"H1" ? "Huf" : "", {}, {}, {}}, ReadSuiteClient(&m_suite, code));
         QStringList fields;
         for (int position = 0; position <= ClientRecord::Audit; ++position)
             fields << client[position];
         fields << client[ClientRecord::Born] << client[ClientRecord::Email] << client[ClientRecord::Resident];
-        QTEST(fields.join(u'|'), "fields");
+        QCOMPARE(fields.join(u'|'), wanted);
     }
 
     void aTableThatCannotBeReadIsNoMissingClient()

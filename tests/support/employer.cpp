@@ -11,39 +11,6 @@ Employer::Employer(Connection &connection, const QString &code)
     writeInfo();
 }
 
-Employer &Employer::name(const QString &name)
-{
-    m_name = name;
-    writeInfo();
-    return *this;
-}
-
-Employer &Employer::status(int clStatus)
-{
-    m_status = clStatus;
-    writeInfo();
-    return *this;
-}
-
-Employer &Employer::surApp(const QString &digits)
-{
-    m_surApp = digits;
-    writeInfo();
-    return *this;
-}
-
-Employer &Employer::natures(std::initializer_list<int> natures)
-{
-    return busnat(BusnatOf(natures));
-}
-
-Employer &Employer::busnat(const QString &list)
-{
-    m_busnat = list;
-    writeInfo();
-    return *this;
-}
-
 Employer &Employer::expense(int year, int quarter, int nature, int expId, double amount)
 {
     Expense row;

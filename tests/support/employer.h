@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/change.h"
+#include "records/natures.h"
 
 #include <QHash>
 
@@ -14,12 +15,12 @@ class Employer
 public:
     Employer(Connection &connection, const QString &code);
 
-    Employer &name(const QString &name);
-    Employer &status(int clStatus);
-    Employer &surApp(const QString &digits);
-    Employer &natures(std::initializer_list<int> natures);
+    Employer &name(const QString &name) { return with(m_name, name); }
+    Employer &status(int clStatus) { return with(m_status, clStatus); }
+    Employer &surApp(const QString &digits) { return with(m_surApp, digits); }
+    Employer &natures(std::initializer_list<int> natures) { return busnat(BusnatOf(natures)); }
     /// The list of natures as it stands in the column.
-    Employer &busnat(const QString &list);
+    Employer &busnat(const QString &list) { return with(m_busnat, list); }
 
     /// An expense of one nature, or with nature -1 a consolidated one. Amounts are rupees.
     Employer &expense(int year, int quarter, int nature, int expId, double amount);
@@ -27,6 +28,13 @@ public:
     Employer &salary(int year, int quarter, int nature, double amount);
 
 private:
+    template<class T>
+    Employer &with(T &field, const T &value)
+    {
+        field = value;
+        writeInfo();
+        return *this;
+    }
     void writeInfo();
     void written(const std::function<bool(Change &)> &part);
 

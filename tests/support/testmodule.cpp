@@ -2,7 +2,6 @@
 
 #include "context/errortail.h"
 #include "platform/dates.h"
-#include "platform/recordset.h"
 
 #include <QFile>
 #include <QRegularExpression>
@@ -41,26 +40,16 @@ TestModule::~TestModule()
 
 QStringList TestModule::logLines() const
 {
-    QFile log(base.AppPath + QStringLiteral("/FBTLogger.log"));
+    QFile log(base.AppPath + "/FBTLogger.log");
     QStringList lines;
-    if (!log.open(QIODevice::ReadOnly | QIODevice::Text))
-        return lines;
-    while (!log.atEnd()) {
-        const QString line = QString::fromUtf8(log.readLine()).chopped(1);
-        lines << line.mid(line.indexOf(u'\t') + 1);
-    }
+    if (log.open(QIODevice::ReadOnly | QIODevice::Text))
+        lines = QString::fromUtf8(log.readAll()).split(u'\n', Qt::SkipEmptyParts);
+    for (QString &line : lines)
+        line = line.mid(line.indexOf(u'\t') + 1);
     return lines;
 }
 
-QStringList TestModule::rows(const QString &query)
+void TestModule::clearLog() const
 {
-    QStringList lines;
-    Recordset found;
-    for (found.Open(query, &connection); !found.Eof(); found.MoveNext()) {
-        QStringList fields;
-        for (int i = 0; i < found.FieldCount(); ++i)
-            fields << (found.Fields(i).isNull() ? QStringLiteral("NULL") : found.Fields(i).text());
-        lines << fields.join(u'\t');
-    }
-    return lines;
+    QFile::remove(base.AppPath + "/FBTLogger.log");
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "context/modbase.h"
+#include "tests/support/dump.h"
 #include "tests/support/testserver.h"
 
 /// A base object whose screens only note that they were called; its rules are the real ones.
@@ -20,36 +21,33 @@ public:
     {
         m_settings[section + u'/' + key] = value;
     }
-    void BackUp() override { calls << QStringLiteral("BackUp"); }
+    void BackUp() override { calls << "BackUp"; }
     bool Restoration() override
     {
-        calls << QStringLiteral("Restoration");
+        calls << "Restoration";
         return false;
     }
-    void RepairData(QWidget *) override { calls << QStringLiteral("RepairData"); }
-    void ShowClDet() override { calls << QStringLiteral("ShowClDet"); }
-    void ShowReturn() override { calls << QStringLiteral("ShowReturn"); }
-    void ShowAddInfo() override { calls << QStringLiteral("ShowAddInfo"); }
-    void ShowAddInfo1() override { calls << QStringLiteral("ShowAddInfo1"); }
-    void ShowBankMas() override { calls << QStringLiteral("ShowBankMas"); }
+    void RepairData(QWidget *) override { calls << "RepairData"; }
+    void ShowClDet() override { calls << "ShowClDet"; }
+    void ShowReturn() override { calls << "ShowReturn"; }
+    void ShowAddInfo() override { calls << "ShowAddInfo"; }
+    void ShowAddInfo1() override { calls << "ShowAddInfo1"; }
+    void ShowBankMas() override { calls << "ShowBankMas"; }
     [[nodiscard]] QString ConvertDate(const QString &text) const override;
     [[nodiscard]] QString ConvertToWord(double rupees) const override;
     [[nodiscard]] bool ValidPan(const QString &text) const override;
     void LoadStateList(QComboBox *) const override {}
     void ChangeCode(const QString &oldCode, const QString &newCode) override
     {
-        calls << QStringLiteral("ChangeCode %1 %2").arg(oldCode, newCode);
+        calls << "ChangeCode " + oldCode + ' ' + newCode;
     }
-    void DeleteClient(const QString &clientCode) override
-    {
-        calls << QStringLiteral("DeleteClient %1").arg(clientCode);
-    }
+    void DeleteClient(const QString &clientCode) override { calls << "DeleteClient " + clientCode; }
 
 private:
     QMap<QString, QString> m_settings;
 };
 
-/// The module's state for one test: a fresh schema behind `Cnn`, a noting base object, a scratch application folder,
+/// The module's state for one test: a fresh schema that `Cnn` is open on, a noting base object, a scratch application folder,
 /// and faults that go to the tail in force.
 class TestModule
 {
@@ -64,10 +62,27 @@ public:
 
     /// The lines of `FBTLogger.log` so far, without their date and time.
     [[nodiscard]] QStringList logLines() const;
+    void clearLog() const;
 
-    /// All rows of a query, a line each, fields tab separated, `NULL` for null.
-    QStringList rows(const QString &query);
+    QStringList rows(const QString &query) { return RowsOf(connection, query); }
 
 private:
     QTemporaryDir m_app;
+};
+
+/// A table that is not there while this lives: what is read of it cannot be read.
+class WithoutTable
+{
+public:
+    explicit WithoutTable(const QString &table)
+        : m_table(table)
+    {
+        Cnn->Execute(Sql("Rename Table ", m_table, " to Away"));
+    }
+    ~WithoutTable() { Cnn->Execute(Sql("Rename Table Away to ", m_table)); }
+    WithoutTable(const WithoutTable &) = delete;
+    WithoutTable &operator=(const WithoutTable &) = delete;
+
+private:
+    QString m_table;
 };
