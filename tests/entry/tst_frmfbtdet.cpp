@@ -91,7 +91,7 @@ private slots:
     {
         for (const char *number : {"Null", "0", "3"}) {
             for (const char *button : {"cmdmodifyded", "cmddeleteded"}) {
-                EntryDesk desk(database->module, 2008, {1});
+                EntryDesk desk(2008, {1});
                 for (const char *row : {"1,%1,57,10.1", "2,%1,58,70"})
                     Cnn->Execute("Insert into FBT_Detail Values('A1',2008,1," + QString(row).arg(number) + ")");
                 desk.open<frmfbtdet>();
@@ -159,7 +159,7 @@ private slots:
                     {"heads that cannot be read", localConveyance, "FBT_Head2008"},
                     {"items that cannot be read", localConveyance, "FBT_ExpHead2008"}};
         for (const auto &row : rows) {
-            EntryDesk desk(database->module, 2008, {1});
+            EntryDesk desk(2008, {1});
             desk.client.expense(2008, 1, 1, row.expId, 100);
             desk.open<frmfbtdet>();
             const QString head = desk.text("txtdedflds_0");
