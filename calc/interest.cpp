@@ -64,18 +64,24 @@ public:
     {
     }
 
-    /// What was read; a default value, and `known()` false, when it could not be.
+    /// What was read; a default value, and `what` unread, when it could not be.
     template<typename T>
-    T take(const Reading<T> &reading)
+    T take(const Reading<T> &reading, const QString &what)
     {
-        m_known = m_known && !reading.failed();
+        if (reading.failed())
+            m_unread << what;
         return *reading;
     }
 
     /// A date, invalid for an empty text or, with a logged fault, for what is none.
     QDate date(const QString &text) { return text.isEmpty() ? QDate() : dateOrFault(text); }
 
-    DatedPayments payments(PaymentKind kind) { return {take(Payments(Cnn, clientInHand(), kind)), m_tail}; }
+    DatedPayments payments(PaymentKind kind)
+    {
+        return {take(Payments(Cnn, clientInHand(), kind), InterestSource::payments), m_tail};
+    }
+
+    ClientRecord client() { return take(ReadClient(Cnn, Base->code), InterestSource::clientData); }
 
     /// A date that must be there: an empty text is a fault too.
     QDate dateOrFault(const QString &text)
@@ -85,16 +91,31 @@ public:
         return date;
     }
 
-    [[nodiscard]] bool known() const { return m_known; }
+    /// The due date of a quarter; invalid, with a logged fault, when there is none.
+    QDate ofQuarter(std::size_t quarter, const QString &text)
+    {
+        if (!text.isEmpty())
+            return dateOrFault(text);
+        m_tail([&] {
+            throw FaultError(FaultNumber::TypeMismatch, QStringLiteral("No due date of quarter %1").arg(quarter));
+        });
+        return {};
+    }
+
+    /// Takes over what the reader of an inner procedure could not read.
+    void takeUnread(const InterestReader &inner) { m_unread += inner.unread(); }
+
+    [[nodiscard]] bool known() const { return m_unread.isEmpty(); }
+    [[nodiscard]] const QStringList &unread() const { return m_unread; }
 
 private:
     ErrorTail m_tail;
-    bool m_known = true;
+    QStringList m_unread;
 };
 
 InterestPart partOf(const InterestWork &work, const InterestReader &reader)
 {
-    return reader.known() ? InterestPart{Round(work.amount), work.text()} : InterestPart{0, {}, false};
+    return reader.known() ? InterestPart{Round(work.amount), work.text(), {}} : InterestPart{0, {}, reader.unread()};
 }
 
 QString dateOf(const DueDateRow &row)
@@ -150,7 +171,32 @@ QDate filingDateOf(const InterestTerms &terms, const QDate &interestDate, Intere
 template<typename Compute>
 InterestPart chosen(const InterestChoice &choice, Compute compute)
 {
-    return choice.computed ? compute() : InterestPart{choice.typed, {}};
+    return choice.computed ? compute() : InterestPart{choice.typed, {}, {}};
+}
+
+/// The payments that GETCHAMT adds up.
+DatedPayments paymentsByDate(PaymentKind kind, InterestReader &outer)
+{
+    InterestReader reader(QStringLiteral("GETCHAMT"));
+    DatedPayments payments = reader.payments(kind);
+    outer.takeUnread(reader);
+    return payments;
+}
+
+/// What GETDUEDT finds.
+QDate dueDateOfReturn(int year, InterestReader &outer)
+{
+    InterestReader reader(QStringLiteral("GETDUEDT"));
+    const bool audited = Val(reader.client()[ClientRecord::Audit]) != 0;
+    const DueDateRows rows = reader.take(ReturnDueDates(Cnn, year), InterestSource::dueDates);
+    outer.takeUnread(reader);
+    const auto statC = static_cast<std::size_t>(classOfReturn(Base->status, audited));
+    return reader.date(dateOf(rows.at(statC - 1)));
+}
+
+InterestTerms termsOfInterest(InterestReader &reader)
+{
+    return reader.take(InterestTermsOf(Cnn, clientInHand()), InterestSource::terms);
 }
 
 } // namespace
@@ -158,7 +204,7 @@ InterestPart chosen(const InterestChoice &choice, Compute compute)
 InterestOfYear CALCINTEREST()
 {
     InterestReader reader(QStringLiteral("CALCINTEREST"));
-    InterestTerms terms = reader.take(InterestTermsOf(Cnn, clientInHand()));
+    InterestTerms terms = termsOfInterest(reader);
     const QDate upTo = interestDateOf(terms, reader);
     const QDate filed = filingDateOf(terms, upTo, reader);
     const bool byQuarters = Base->TYear < firstYearByInstalments;
@@ -167,32 +213,35 @@ InterestOfYear CALCINTEREST()
     const InterestPart wj = chosen(terms.wj, [&] { return byQuarters ? INT_115WJ_3(upTo) : INT_115WJ_34(upTo); });
     const InterestPart wj5 = chosen(terms.wj5, [&] { return INT_115WJ_5(upTo, wj.amount); });
     const InterestPart wk = chosen(terms.wk, [&] { return INT_115WK(filed); });
-    const bool known = reader.known() && wj.known && wj5.known && wk.known;
-    return {wj.amount, wj5.amount, wk.amount, wj.detail, wj5.detail, wk.detail, known};
+    QStringList unread = reader.unread() + wj.unread + wj5.unread + wk.unread;
+    unread.removeDuplicates();
+    return {wj.amount, wj5.amount, wk.amount, wj.detail, wj5.detail, wk.detail, unread};
 }
 
 InterestPart INT_115WJ_3(const QDate &IntDate)
 {
     InterestReader reader(QStringLiteral("INT_115WJ_3"));
-    const DueDateRows rows = reader.take(QuarterDueDates(Cnn, Base->TYear));
+    const DueDateRows rows = reader.take(QuarterDueDates(Cnn, Base->TYear), InterestSource::dueDates);
+    const DatedPayments paid = paymentsByDate(PaymentKind::Any, reader);
+    if (!reader.known())
+        return partOf({}, reader);
     std::array<QDate, 4> due;
     std::array<double, 4> taxes{};
     for (std::size_t i = 0; i < due.size(); ++i) {
-        due[i] = reader.dateOrFault(dateOf(rows[i]));
+        due[i] = reader.ofQuarter(i + 1, dateOf(rows[i]));
         taxes[i] = TaxOfQuarter(static_cast<int>(i) + 1).total();
     }
-    const DatedPayments paid = reader.payments(PaymentKind::Any);
-    if (!std::all_of(due.begin(), due.end(), [](const QDate &date) { return date.isValid(); }))
-        return partOf({}, reader);
     return partOf(InterestByQuarters(taxes, due, IntDate, [&](const QDate &day) { return paid.upTo(day); }), reader);
 }
 
 InterestPart INT_115WJ_34(const QDate &IntDate)
 {
     InterestReader reader(QStringLiteral("INT_115WJ_34"));
-    const InstalmentDates due = reader.take(InstalmentDatesOfYear(Base->TYear));
-    const QDate incorporated = reader.date(reader.take(ReadClient(Cnn, Base->code))[ClientRecord::Born]);
-    const DatedPayments paid = reader.payments(PaymentKind::Advance);
+    const InstalmentDates due = reader.take(InstalmentDatesOfYear(Base->TYear), InterestSource::dueDates);
+    const QDate incorporated = reader.date(reader.client()[ClientRecord::Born]);
+    const DatedPayments paid = paymentsByDate(PaymentKind::Advance, reader);
+    if (!reader.known())
+        return partOf({}, reader);
     InterestWork work;
     for (const Instalment &instalment : InstalmentsOf(Base->status)) {
         const QDate date = reader.dateOrFault(due.at(static_cast<std::size_t>(instalment.place)));
@@ -209,7 +258,7 @@ InterestPart INT_115WJ_34(const QDate &IntDate)
 InterestPart INT_115WJ_5(const QDate &IntDate, double Int115WJ)
 {
     InterestReader reader(QStringLiteral("INT_115WJ_5"));
-    const double advance = reader.take(AdvanceTaxPaid(Cnn, clientInHand()));
+    const double advance = reader.take(AdvanceTaxPaid(Cnn, clientInHand()), InterestSource::payments);
     const QDate yearEnd = YearEnd(Base->TYear);
     if (yearEnd >= IntDate || !InDefault(taxOfYear(), advance))
         return partOf({}, reader);
@@ -220,35 +269,34 @@ InterestPart INT_115WJ_5(const QDate &IntDate, double Int115WJ)
 InterestPart INT_115WK(const QDate &FileDate)
 {
     InterestReader reader(QStringLiteral("INT_115WK"));
-    const QDate due = reader.take(GETDUEDT());
+    const QDate due = dueDateOfReturn(Base->TYear, reader);
     if (!due.isValid() || FileDate <= due)
         return partOf({}, reader);
-    const double advance = reader.take(GETCHAMT(YearEnd(Base->TYear), PaymentKind::Advance));
+    const double advance = paymentsByDate(PaymentKind::Advance, reader).upTo(YearEnd(Base->TYear));
     return partOf(InterestOnLateReturn(due, FileDate, taxOfYear(), advance), reader);
 }
 
 Reading<double> GETCHAMT(const QDate &UptoDate, PaymentKind kind)
 {
+    if (!UptoDate.isValid())
+        return 0.0;
     InterestReader reader(QStringLiteral("GETCHAMT"));
-    const double amount = reader.payments(kind).upTo(UptoDate);
+    const double amount = paymentsByDate(kind, reader).upTo(UptoDate);
     return reader.known() ? amount : Reading<double>::failure();
 }
 
 Reading<QDate> GETDUEDT(int Year)
 {
     InterestReader reader(QStringLiteral("GETDUEDT"));
-    const bool audited = Val(reader.take(ReadClient(Cnn, Base->code))[ClientRecord::Audit]) != 0;
-    const DueDateRows rows = reader.take(ReturnDueDates(Cnn, Year == 0 ? Base->TYear : Year));
+    const QDate due = dueDateOfReturn(Year == 0 ? Base->TYear : Year, reader);
     if (!reader.known())
         return Reading<QDate>::failure();
-    const int statC = classOfReturn(Base->status, audited);
-    const QDate due = reader.date(dateOf(rows.at(static_cast<std::size_t>(statC - 1))));
     return due.isValid() ? due : Reading<QDate>::nothing();
 }
 
 Reading<QDate> InterestDate()
 {
     InterestReader reader(QStringLiteral("CALCINTEREST"));
-    const QDate date = interestDateOf(reader.take(InterestTermsOf(Cnn, clientInHand())), reader);
+    const QDate date = interestDateOf(termsOfInterest(reader), reader);
     return reader.known() ? date : Reading<QDate>::failure();
 }

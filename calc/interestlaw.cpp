@@ -16,14 +16,26 @@ QDate nextMonth(const QDate &date)
     return {next.year(), next.month(), dueDay};
 }
 
+/// The due dates that are known, each with the tax of the year that is due by then.
+std::vector<DatedAmount> taxByDueDates(const std::array<double, 4> &taxes, const std::array<QDate, 4> &due)
+{
+    std::vector<DatedAmount> dates;
+    double tax = 0;
+    for (std::size_t quarter = 0; quarter < due.size(); ++quarter) {
+        tax += taxes.at(quarter);
+        if (due.at(quarter).isValid())
+            dates.push_back({due.at(quarter), tax});
+    }
+    return dates;
+}
+
 /// The walk of the interest by quarters: the day it has come to, and the tax that is due by then.
 struct QuarterWalk
 {
-    const std::array<double, 4> &taxes;
-    const std::array<QDate, 4> &due;
+    const std::vector<DatedAmount> &due; // not empty
     std::size_t quarter = 0;
-    QDate date = due[0];
-    double tax = taxes[0];
+    QDate date = due.front().date;
+    double tax = due.front().amount;
     double shortfall = 0; // the last one, in hundreds
     double held = 0;      // of it, what bore interest for the running month already
 
@@ -31,12 +43,12 @@ struct QuarterWalk
     /// tax before has been counted: only what the new quarter adds to the shortfall bears it once more.
     void takeDueQuarters()
     {
-        while (quarter < 3 && date >= due[quarter + 1]) {
-            if (date > due[quarter + 1])
+        while (quarter + 1 < due.size() && date >= due[quarter + 1].date) {
+            if (date > due[quarter + 1].date)
                 held = shortfall;
             ++quarter;
-            date = due[quarter];
-            tax += taxes[quarter];
+            date = due[quarter].date;
+            tax = due[quarter].amount;
         }
     }
     void takeShortfall(double paid)
@@ -91,7 +103,10 @@ InterestWork InterestByQuarters(const std::array<double, 4> &taxes, const std::a
                                 const PaidUpTo &paid)
 {
     InterestWork work;
-    QuarterWalk walk{taxes, due};
+    const std::vector<DatedAmount> dates = taxByDueDates(taxes, due);
+    if (dates.empty())
+        return work;
+    QuarterWalk walk{dates};
     for (walk.takeDueQuarters(); upTo > walk.date; walk.takeDueQuarters()) {
         const double paidTillNow = paid(walk.date);
         walk.takeShortfall(paidTillNow);

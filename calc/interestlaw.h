@@ -52,7 +52,7 @@ using PaidUpTo = std::function<double(const QDate &)>;
 /// Interest from each quarter's due date on, month by month (each to the 15th), on what is short of the tax of all
 /// quarters that are due.
 /// @param taxes tax with surcharge and cesses of the quarters
-/// @param due their due dates, all valid
+/// @param due their due dates; the tax of a quarter with an invalid one is due with the next quarter's
 /// @param upTo the day on which the interest ends
 /// @return rows: date; tax so far; paid; difference; difference in hundreds; interest
 InterestWork InterestByQuarters(const std::array<double, 4> &taxes, const std::array<QDate, 4> &due, const QDate &upTo,

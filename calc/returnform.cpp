@@ -65,7 +65,7 @@ void takeFigures(ReturnForm &form)
 {
     form.figures = FiguresOfYear();
     const std::pair<bool, const char *> parts[] = {{form.figures.computed, "expenses"},
-                                                   {form.figures.interest.known, "terms of interest"},
+                                                   {form.figures.interest.known(), "terms of interest"},
                                                    {form.figures.paidKnown, "challans"}};
     for (const auto &[known, what] : parts) {
         if (!known)

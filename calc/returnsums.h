@@ -50,7 +50,7 @@ struct FBT_OFFERED ReturnFiguresOfYear
     bool computed = true; ///< the rows of the computation could be read
     bool paidKnown = true;
 
-    [[nodiscard]] bool known() const { return computed && interest.known && paidKnown; }
+    [[nodiscard]] bool known() const { return computed && interest.known() && paidKnown; }
     /// Tax and interest less payments, before any rounding: what decides on a refund.
     [[nodiscard]] double plainBalance() const
     {

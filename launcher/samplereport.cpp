@@ -115,7 +115,8 @@ QString payments(const SampleYear &year)
     return text;
 }
 
-/// The interest up to today and what is then left to pay; below 0 a refund.
+/// The interest up to today and what is then left to pay; below 0 a refund. Without all that the interest rests on neither
+/// is known.
 QString balance(const SampleYear &year)
 {
     const InterestOfYear interest = CALCINTEREST();
@@ -123,10 +124,13 @@ QString balance(const SampleYear &year)
     double due = FBTTax + FBTSurcharge + FBTEduCess + FBTSHECess + interest.total();
     for (const ChallanRecord &paid : year.challans)
         due -= paid.TotAmt;
-    return row(QStringLiteral("Interest u/s 115WJ(%1)").arg(shared ? 4 : 3), whole(interest.Int115WJ)) +
-           row(QStringLiteral("Interest u/s 115WJ(5)"), whole(interest.Int115WJ5)) +
-           row(QStringLiteral("Interest u/s 115WK"), whole(interest.Int115WK)) +
-           row(QStringLiteral("Balance payable/(refundable)"), whole(due));
+    const auto known = [&interest](double rupees) {
+        return interest.known() ? whole(rupees) : QStringLiteral("not known");
+    };
+    return row(QStringLiteral("Interest u/s 115WJ(%1)").arg(shared ? 4 : 3), known(interest.Int115WJ)) +
+           row(QStringLiteral("Interest u/s 115WJ(5)"), known(interest.Int115WJ5)) +
+           row(QStringLiteral("Interest u/s 115WK"), known(interest.Int115WK)) +
+           row(QStringLiteral("Balance payable/(refundable)"), known(due));
 }
 
 } // namespace

@@ -16,6 +16,8 @@
 #include "records/banks.h"
 
 #include <algorithm>
+#include <cmath>
+#include <utility>
 
 namespace {
 
@@ -32,14 +34,24 @@ constexpr int bankNameField = 14;
 constexpr int advanceTaxIndex = 0;   // in Combo1
 constexpr int firstChequeOption = 2; // of optmop: "Debit to A/c", then "Cheque"
 
-/// Digits of a typed amount: seven such amounts add up to a total that a number holds to the rupee.
-constexpr int mostTyped = 14;
+/// What an amount must stay below: from 16 digits on a number no longer holds each rupee.
+constexpr double amountLimit = 1e15;
+
+bool holdsRupees(double amount)
+{
+    return std::fabs(amount) < amountLimit;
+}
 
 const QString challans = QStringLiteral("challans");
 const QString banks = QStringLiteral("banks");
-const QString payments = QStringLiteral("payments");
-const QString clientData = QStringLiteral("client data");
-const QString interestDates = QStringLiteral("interest dates");
+using InterestSource::clientData;
+using InterestSource::payments;
+
+/// Letter case and blanks around a stored text do not count, as they do not to the database.
+bool isSame(const QString &stored, const QString &text)
+{
+    return stored.trimmed().compare(text, Qt::CaseInsensitive) == 0;
+}
 
 } // namespace
 
@@ -94,8 +106,6 @@ void Challan::connectFields()
                 TXTFIELDS_LOSTFOCUS(index);
         }
     });
-    for (int index = firstAmountField; index <= lastAmountField; ++index)
-        txtfields[index]->setMaxLength(mostTyped);
     connect(ui->Combo1, &QComboBox::currentIndexChanged, this, &Challan::COMBO1_CLICK);
     for (const auto &[index, option] : optmop)
         connect(option, &QRadioButton::toggled, this, &Challan::OPTMOP_CLICK);
@@ -234,7 +244,10 @@ void Challan::showChallan(const ChallanRecord &challan)
 {
     if (const auto option = optq.find(challan.quarter); option != optq.end())
         option->second->setChecked(true);
-    ui->Combo1->setCurrentIndex(ui->Combo1->findText(challan.payType));
+    for (int type = 0; type < ui->Combo1->count(); ++type) {
+        if (isSame(challan.payType, ui->Combo1->itemText(type)))
+            ui->Combo1->setCurrentIndex(type);
+    }
     txtfields[numberField]->setText(challan.challanNo);
     txtfields[dateField]->setText(challan.date);
     int field = firstAmountField;
@@ -243,7 +256,7 @@ void Challan::showChallan(const ChallanRecord &challan)
         showAmount(field++, Round(amount));
     ui->cbobsrcode->setCurrentIndex(std::max(0, ui->cbobsrcode->findData(challan.bank)));
     for (const auto &[index, option] : optmop) {
-        if (option->text() == challan.payMode)
+        if (isSame(challan.payMode, option->text()))
             option->setChecked(true);
     }
     txtfields[chequeNoField]->setText(challan.chequeNo);
@@ -257,9 +270,7 @@ void Challan::showAmount(int index, double rupees)
 {
     if (index == secondCessField && !hasSecondCess())
         return;
-    const QString text = NumberText(rupees);
-    txtfields[index]->setMaxLength(std::max(mostTyped, static_cast<int>(text.size())));
-    txtfields[index]->setText(text);
+    txtfields[index]->setText(NumberText(rupees));
 }
 
 void Challan::showHeads(const HeadAmounts &heads, int count)
@@ -275,7 +286,8 @@ void Challan::TXTFIELDS_LOSTFOCUS(int index)
         static_cast<MaskedDate *>(txtfields[index])->convertNow();
     if (index < firstAmountField || index > lastAmountField)
         return;
-    showAmount(index, Round(Val(txtfields[index]->text())));
+    if (const double amount = Val(txtfields[index]->text()); holdsRupees(amount))
+        showAmount(index, Round(amount));
     double total = 0;
     for (int field = firstAmountField; field <= lastAmountField; ++field)
         total += Val(txtfields[field]->text());
@@ -318,13 +330,13 @@ QString Challan::payMode() const
     return {};
 }
 
-/// With banks that could not be read the challan keeps the one it has.
+/// As long as there is no list of banks to choose from, the challan keeps the one it has.
 int Challan::bankNumber() const
 {
-    if (ui->cbobsrcode->currentIndex() > 0)
+    if (ui->cbobsrcode->count() > 0)
         return ui->cbobsrcode->currentData().toInt();
     const ChallanRecord *before = ChallanAddMode ? nullptr : m_list->current();
-    return before != nullptr && !couldRead(banks) ? before->bank : 0;
+    return before != nullptr ? before->bank : 0;
 }
 
 ChallanRecord Challan::entry() const
@@ -396,8 +408,20 @@ void Challan::CMDMODIFY_CLICK()
 void Challan::CMDCANCEL_CLICK()
 {
     ErrorTail tail(this);
+    const bool refused = m_saveRefused;
     SETBUTTON(false);
+    if (refused)
+        refreshGrid();
     LOADDATA();
+}
+
+/// The database may hold other rows than the list, which is then why a save was refused.
+void Challan::refreshGrid()
+{
+    const ChallanRecord *before = m_list->current();
+    const ChallanRecord at = before == nullptr ? ChallanRecord() : *before;
+    LOADGRID();
+    m_list->select(at);
 }
 
 void Challan::CMDDELETECLICK()
@@ -407,7 +431,7 @@ void Challan::CMDDELETECLICK()
     if (challan == nullptr || MsgBox(this, QStringLiteral("Do you want to delete this record?"), Buttons::YesNo,
                                      Icon::Question, QStringLiteral("Confirmation")) != Reply::Yes)
         return;
-    DeleteChallan(Cnn, m_inHand.client, challan->quarter, challan->srNo);
+    DeleteChallan(Cnn, m_inHand.client, *challan);
     LOADGRID();
     LOADDATA();
 }
@@ -457,13 +481,30 @@ bool Challan::checkDate()
     return false;
 }
 
+/// An amount that would lose digits is not stored. It stays in its field as it was typed.
+bool Challan::checkAmounts()
+{
+    for (int index = firstAmountField; index <= totalField; ++index) {
+        if (holdsRupees(Val(txtfields[index]->text())))
+            continue;
+        ErrorTail tail(this, "CMDUPDATE_CLICK");
+        tail.take({FaultNumber::Overflow, QStringLiteral("an amount has more than 15 digits"), QStringLiteral("FBT"),
+                   Doing::Save});
+        m_saveRefused = true;
+        showCaption();
+        txtfields[index == totalField ? firstAmountField : index]->setFocus(Qt::OtherFocusReason);
+        return false;
+    }
+    return true;
+}
+
 void Challan::CMDUPDATE_CLICK()
 {
     ErrorTail tail(this);
     leaveField();
-    if (!checkEntry())
+    if (!checkEntry() || !checkAmounts())
         return;
-    const ChallanRecord challan = entry();
+    ChallanRecord challan = entry();
     const std::optional<int> srNo = ChallanAddMode ? AddChallan(Cnn, m_inHand.client, challan)
                                                    : ChangeChallan(Cnn, m_inHand.client, *m_list->current(), challan);
     m_saveRefused = !srNo;
@@ -471,7 +512,8 @@ void Challan::CMDUPDATE_CLICK()
     if (m_saveRefused)
         return;
     LOADGRID();
-    m_list->select(challan.quarter, *srNo);
+    challan.srNo = *srNo;
+    m_list->select(challan);
     LOADDATA();
     SETBUTTON(false);
 }
@@ -479,13 +521,25 @@ void Challan::CMDUPDATE_CLICK()
 void Challan::CMDBANKM_CLICK()
 {
     ErrorTail tail(this);
-    const int chosen = ui->cbobsrcode->currentData().toInt();
+    const int chosen = bankNumber();
     Base->ShowBankMas();
     LOADBANKS();
     ui->cbobsrcode->setCurrentIndex(std::max(0, ui->cbobsrcode->findData(chosen)));
 }
 
 // --- what is unpaid, and the instalments ---
+
+/// Names what the interest could not be worked out from, in place of what it could not be before.
+void Challan::noteInterest(const QStringList &unread)
+{
+    for (const QString &what : std::exchange(m_unreadOfInterest, {}))
+        readingWell(what);
+    for (const QString &what : unread) {
+        if (couldRead(what))
+            m_unreadOfInterest << what;
+        readingFailed(what);
+    }
+}
 
 /// Payments that could not be read leave the fields alone: all would show as unpaid.
 void Challan::CMDIMP_CLICK()
@@ -496,8 +550,10 @@ void Challan::CMDIMP_CLICK()
     const bool computed = CALCFBT();
     const Reading<HeadAmounts> paid = PaidByHead(Cnn, m_inHand.client, ofQuarter);
     const InterestOfYear interest = ofQuarter == 0 ? CALCINTEREST() : InterestOfYear();
-    noteReading(payments, computed && !paid.failed() && interest.known);
-    if (!couldRead(payments))
+    noteReading(figuresOfTax, computed);
+    noteReading(payments, !paid.failed());
+    noteInterest(interest.unread);
+    if (!computed || paid.failed() || !interest.known())
         return;
     const HeadAmounts own = ownHeads();
     HeadAmounts unpaid = TaxByHead(ofQuarter);
@@ -547,7 +603,7 @@ void Challan::CMDINTCALREP_CLICK()
     if (!couldRead(clientData))
         LOADPAYER();
     const Reading<QDate> upTo = InterestDate();
-    noteReading(interestDates, !upTo.failed());
+    noteReading(InterestSource::terms, !upTo.failed());
     const auto shortfalls = ui->famcalcadv->shortfalls(m_payer.ClientDOI, *upTo);
     if (!shortfalls || upTo.failed() || !couldRead(clientData))
         return;

@@ -58,6 +58,7 @@ private:
 
     void back();
     void closePanel();
+    void refreshGrid();
     void showCaption();
     void showChallan(const ChallanRecord &challan);
     void showAmount(int index, double rupees);
@@ -66,6 +67,8 @@ private:
     void refuse(const QString &message, QWidget *field);
     bool checkEntry();
     bool checkDate();
+    bool checkAmounts();
+    void noteInterest(const QStringList &unread);
     [[nodiscard]] ChallanRecord entry() const;
     [[nodiscard]] int bankNumber() const;
     [[nodiscard]] int quarter() const; ///< of the entry: 1 to 4 for advance tax, else 0
@@ -83,4 +86,5 @@ private:
     ChallanList *m_list = nullptr;
     bool ChallanAddMode = false; ///< a new challan is being entered, not an old one changed
     bool m_saveRefused = false;
+    QStringList m_unreadOfInterest; // what was named only because the last interest could not be worked out
 };

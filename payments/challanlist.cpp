@@ -97,12 +97,27 @@ void ChallanList::setUpColumns(bool secondCess)
 void ChallanList::setBanks(const std::vector<Bank> &banks)
 {
     QStringList entries;
+    m_banks.clear();
     for (const Bank &bank : banks) {
+        m_banks.insert(bank.number);
         const QString code = bank.branchCode.isEmpty() ? QStringLiteral(" ") : entryText(bank.branchCode);
         entries << QStringLiteral("#%1;").arg(bank.number) +
                        QStringList{code, entryText(bank.name), entryText(bank.branch)}.join(u'\t');
     }
     m_vsf->setColComboList(bankColumn, entries.join(u'|'));
+    for (int row = m_vsf->FixedRows(); row < m_vsf->Rows(); ++row)
+        m_vsf->setTextMatrix(row, bankColumn, bankCell(challanOf(row)));
+}
+
+/// A bank that is not in the list has no code to show: its number would be taken for one.
+QString ChallanList::bankCell(const ChallanRecord &challan) const
+{
+    return challan.bank != 0 && m_banks.contains(challan.bank) ? QString::number(challan.bank) : QString();
+}
+
+const ChallanRecord &ChallanList::challanOf(int row) const
+{
+    return m_challans[static_cast<std::size_t>(m_vsf->RowData(row).toInt())];
 }
 
 void ChallanList::fill(std::vector<ChallanRecord> challans)
@@ -130,25 +145,35 @@ void ChallanList::addRow(const ChallanRecord &challan)
     for (const double amount : {challan.ITAmt, challan.SCAmt, challan.ECAmt, challan.ECAmt1, challan.IntAmt,
                                 challan.PenAmt, challan.OthAmt, challan.TotAmt})
         cells << NumberText(amount);
-    cells << (challan.bank == 0 ? QString() : QString::number(challan.bank)) << challan.payMode << challan.chequeNo
-          << challan.chequeDate << challan.bankName << keyOf(challan.date) << keyOf(challan.chequeDate);
+    cells << bankCell(challan) << challan.payMode << challan.chequeNo << challan.chequeDate << challan.bankName
+          << keyOf(challan.date) << keyOf(challan.chequeDate);
     m_vsf->AddItem(cells);
 }
 
 const ChallanRecord *ChallanList::current() const
 {
-    if (!m_vsf->hasDataRow())
-        return nullptr;
-    return &m_challans[static_cast<std::size_t>(m_vsf->RowData(m_vsf->Row()).toInt())];
+    return m_vsf->hasDataRow() ? &challanOf(m_vsf->Row()) : nullptr;
 }
 
-/// An equal number can stand in several quarters, so the search goes on until the quarter fits as well.
-void ChallanList::select(int quarter, int srNo)
+/// The first such row, -1 when there is none.
+int ChallanList::rowWhere(const std::function<bool(const ChallanRecord &)> &fits) const
+{
+    for (int row = m_vsf->FixedRows(); row < m_vsf->Rows(); ++row) {
+        if (fits(challanOf(row)))
+            return row;
+    }
+    return -1;
+}
+
+/// An equal number can stand in several quarters, and twice in one.
+void ChallanList::select(const ChallanRecord &challan)
 {
     m_filling = true;
-    int row = m_vsf->FindRow(QString::number(srNo), m_vsf->FixedRows(), numberColumn);
-    while (row >= 0 && Val(m_vsf->TextMatrix(row, quarterColumn)) != quarter)
-        row = m_vsf->FindRow(QString::number(srNo), row + 1, numberColumn);
+    int row = rowWhere([&](const ChallanRecord &listed) { return listed == challan; });
+    if (row < 0)
+        row = rowWhere([&](const ChallanRecord &listed) {
+            return listed.quarter == challan.quarter && listed.srNo == challan.srNo;
+        });
     m_vsf->setRow(row >= 0 ? row : m_vsf->FixedRows());
     m_filling = false;
 }

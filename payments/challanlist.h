@@ -5,6 +5,8 @@
 
 #include <QObject>
 
+#include <functional>
+#include <set>
 #include <vector>
 
 class Grid;
@@ -18,7 +20,7 @@ public:
     /// @param secondCess whether the secondary and higher education cess has a column (from A.Y. 2008-09 on)
     ChallanList(Grid *vsf, bool secondCess);
 
-    /// The names of the banks, as the column of BSR codes shows them.
+    /// The names of the banks, as the column of BSR codes shows them; one that is not among them shows empty.
     void setBanks(const std::vector<Bank> &banks);
 
     /// Shows the challans in the order of their dates, the first of them current. A date that is none is a logged fault;
@@ -28,8 +30,8 @@ public:
     /// The challan of the current row, null when there is none. Valid until the next `fill`.
     [[nodiscard]] const ChallanRecord *current() const;
 
-    /// Makes that challan current, or the first one when it is not there.
-    void select(int quarter, int srNo);
+    /// Makes that challan current: the very one, else one of its quarter and number, else the first.
+    void select(const ChallanRecord &challan);
 
 signals:
     /// Another challan became current, by the user's hand.
@@ -38,9 +40,13 @@ signals:
 private:
     void setUpColumns(bool secondCess);
     void addRow(const ChallanRecord &challan);
+    [[nodiscard]] const ChallanRecord &challanOf(int row) const;
+    [[nodiscard]] QString bankCell(const ChallanRecord &challan) const;
+    [[nodiscard]] int rowWhere(const std::function<bool(const ChallanRecord &)> &fits) const;
     void VSF_AFTERSORT(int col, Qt::SortOrder order);
 
     Grid *m_vsf;
     std::vector<ChallanRecord> m_challans; // by the data of the rows
+    std::set<int> m_banks;                 // that the list of banks has
     bool m_filling = false;
 };

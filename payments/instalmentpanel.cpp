@@ -2,6 +2,7 @@
 #include "ui_instalmentpanel.h"
 
 #include "calc/instalmentdates.h"
+#include "calc/interest.h"
 #include "calc/modfbtcalc.h"
 #include "context/errortail.h"
 #include "context/modbase.h"
@@ -16,8 +17,6 @@ constexpr int totalColumn = 13;
 constexpr int columns = 16;
 
 const QString screenName = QStringLiteral("Challan");
-const QString payments = QStringLiteral("payments");
-const QString dueDates = QStringLiteral("due dates");
 
 QStringList groupCaptions()
 {
@@ -47,8 +46,14 @@ InstalmentPanel::InstalmentPanel(QWidget *parent)
     setUpGrid();
     connect(ui->optadv_0, &QRadioButton::toggled, this, [this](bool on) { OPTADV_CLICK(on ? 0 : 1); });
     connect(ui->txtadvamt_1, &QLineEdit::editingFinished, this, &InstalmentPanel::TXTADVAMT_LOSTFOCUS);
-    connect(ui->cmdtrans, &QPushButton::clicked, this, &InstalmentPanel::transferAsked);
-    connect(ui->cmdintcalc, &QPushButton::clicked, this, &InstalmentPanel::statementAsked);
+    connect(ui->cmdtrans, &QPushButton::clicked, this, [this] {
+        takeTyped();
+        emit transferAsked();
+    });
+    connect(ui->cmdintcalc, &QPushButton::clicked, this, [this] {
+        takeTyped();
+        emit statementAsked();
+    });
 }
 
 InstalmentPanel::~InstalmentPanel() = default;
@@ -97,7 +102,7 @@ void InstalmentPanel::LOADADVGRID()
     ErrorTail tail(screenName);
     const Reading<InstalmentDates> dates = InstalmentDatesOfYear(Base->TYear);
     m_datesKnown = !dates.failed();
-    emit reading(dueDates, m_datesKnown);
+    emit reading(InterestSource::dueDates, m_datesKnown);
     clearBody();
     const bool four = PaysFourInstalments(Base->status);
     ui->vsfa->setRowHidden(ui->vsfa->FixedRows(), !four);
@@ -127,7 +132,7 @@ void InstalmentPanel::OPTADV_CLICK(int index)
         m_taxKnown = CALCFBT();
         m_tax = FBTTax + FBTSurcharge + FBTEduCess + FBTSHECess;
         ui->txtadvamt_0->setText(m_taxKnown ? NumberText(FBTTaxableValue) : QString());
-        emit reading(QStringLiteral("expenses"), m_taxKnown);
+        emit reading(figuresOfTax, m_taxKnown);
     }
     ui->txtadvamt_0->setEnabled(index == 0);
     ui->txtadvamt_1->setEnabled(index == 1);
@@ -144,6 +149,13 @@ void InstalmentPanel::TXTADVAMT_LOSTFOCUS()
         CALCADVTAX();
 }
 
+/// A button pressed by its key does not leave the field first.
+void InstalmentPanel::takeTyped()
+{
+    if (ui->txtadvamt_1->isModified())
+        TXTADVAMT_LOSTFOCUS();
+}
+
 double InstalmentPanel::annualTax() const
 {
     if (ui->optadv_0->isChecked())
@@ -155,6 +167,7 @@ void InstalmentPanel::CALCADVTAX()
 {
     ErrorTail tail(screenName);
     clearBody();
+    ui->txtadvamt_1->setModified(false);
     bool good = m_taxKnown || !ui->optadv_0->isChecked();
     for (const Instalment &instalment : InstalmentsOf(Base->status))
         good = good && m_datesKnown && calculate(instalment);
@@ -168,7 +181,7 @@ bool InstalmentPanel::calculate(const Instalment &instalment)
 {
     ErrorTail tail(screenName, QStringLiteral("CALCADVTAX"));
     const Reading<HeadAmounts> paid = GETDEPAMT(dateOf(instalment));
-    emit reading(payments, !paid.failed());
+    emit reading(InterestSource::payments, !paid.failed());
     if (paid.failed())
         return false;
     const InstalmentFigures figures = FiguresOfInstalment(annualTax(), instalment.share, FBTRate, *paid, tail);

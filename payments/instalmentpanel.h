@@ -18,6 +18,9 @@ namespace Ui {
 class InstalmentPanel;
 }
 
+/// What the computation of the tax could not be made from, as screens name it.
+inline const QString figuresOfTax = QStringLiteral("figures of the tax");
+
 /// The panel `famcalcadv` of the challans: the year's tax spread over the instalments of advance tax, with what was paid by
 /// each due date.
 class InstalmentPanel : public QGroupBox
@@ -43,7 +46,7 @@ public:
     std::optional<std::vector<InstalmentInterest>> shortfalls(const QDate &incorporated, const QDate &upTo) const;
 
 signals:
-    /// A table was read, or could not be: "payments", "due dates".
+    /// Something was read, or could not be: "payments", "due dates", `figuresOfTax`.
     void reading(const QString &what, bool good);
     void transferAsked();
     void statementAsked();
@@ -53,6 +56,7 @@ private:
     void OPTADV_CLICK(int index);
     void TXTADVAMT_LOSTFOCUS();
     void CALCADVTAX();
+    void takeTyped();
     [[nodiscard]] double annualTax() const;
     bool calculate(const Instalment &instalment);
     void showFigures(int row, const InstalmentFigures &figures);

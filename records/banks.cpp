@@ -21,11 +21,9 @@ QString updateText(const Bank &bank)
 
 RowsRead<Bank> Banks(Connection *cnn)
 {
-    return ReadRows(cnn, QStringLiteral("Select * from bank_master order by bank_name,branch"),
-                    [](const Recordset &row) {
-                        return Bank{row.Fields(u"bank_code_no").whole(), row.Fields(u"bank_name").text(),
-                                    row.Fields(u"branch").text(), row.Fields(u"branch_code").text()};
-                    });
+    return ReadRows(cnn, QStringLiteral("bank_master"), [](const Recordset &row) {
+        return Bank{row.Fields(0).whole(), row.Fields(1).text(), row.Fields(2).text(), row.Fields(3).text()};
+    });
 }
 
 std::optional<int> SaveBank(Connection *cnn, const Bank &bank, bool adding)

@@ -18,7 +18,7 @@ struct Bank
     QString branchCode; ///< the BSR code that forms print
 };
 
-/// In the order of name and branch.
+/// As the table has them, its columns taken by their places.
 FBT_OFFERED RowsRead<Bank> Banks(Connection *cnn);
 
 /// Stores a bank: a new one (`adding`) under the next number, its own is not looked at; another one in the row with its

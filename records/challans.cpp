@@ -2,6 +2,9 @@
 
 #include "records/change.h"
 #include "records/readrows.h"
+#include "records/rowkey.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -85,12 +88,51 @@ SqlText newValues(const ChallanRecord &challan)
                "',BSRCode=", challan.bank);
 }
 
-SqlText update(const ClientYear &client, const ChallanRecord &before, const ChallanRecord &challan, int srNo)
+/// `Null` reads as 0.
+SqlText numbered(const char *column, int number)
 {
-    const SqlText place =
+    return number == 0 ? Sql(" and (", column, "=0 or ", column, " is Null)") : Sql(" and ", column, "=", number);
+}
+
+struct KeyedChallan
+{
+    ChallanRecord challan;
+    qint64 key;
+};
+
+/// Of several challans with one number the one that is as told; none when it is not among them.
+std::optional<SqlText> amongEquals(Change &change, const SqlText &equals, const ChallanRecord &challan)
+{
+    const auto rows =
+        ReadRows(change.connection(), Sql("Select *,", rowKey, " from FBT_Challan", equals), [](const Recordset &rs) {
+            return KeyedChallan{recordOf(rs), rs.Fields(QString::fromLatin1(rowKey)).text().toLongLong()};
+        });
+    const auto found =
+        std::find_if((*rows).begin(), (*rows).end(), [&](const KeyedChallan &row) { return row.challan == challan; });
+    if (found != (*rows).end())
+        return Sql(equals, " and ", rowKey, "=", found->key);
+    if (!rows.failed())
+        change.giveUp(RowGoneFault(Doing::Save));
+    return std::nullopt;
+}
+
+/// The condition that finds a challan and no other. A number is given once, but two programs without locks can have given
+/// it twice.
+std::optional<SqlText> placeOf(Change &change, const ClientYear &client, const ChallanRecord &challan)
+{
+    const SqlText named = Sql(ofClient(client), numbered("quarter", challan.quarter), numbered("srno", challan.srNo));
+    const Reading<double> count =
+        ReadFirst(change.connection(), Sql("Select Count(*) from FBT_Challan", named), firstNumber);
+    if (count.failed())
+        return std::nullopt;
+    return *count > 1 ? amongEquals(change, named, challan) : named;
+}
+
+SqlText update(const SqlText &place, const ChallanRecord &before, const ChallanRecord &challan, int srNo)
+{
+    const SqlText moved =
         challan.quarter == before.quarter ? SqlText() : Sql(",quarter=", challan.quarter, ",srno=", srNo);
-    return Sql("Update FBT_Challan set ", newValues(challan), place, ofClient(client), " and quarter=", before.quarter,
-               " and srno=", before.srNo);
+    return Sql("Update FBT_Challan set ", newValues(challan), moved, place);
 }
 
 } // namespace
@@ -164,17 +206,24 @@ bool InsertChallan(Change &change, const ClientYear &client, const ChallanRecord
 std::optional<int> ChangeChallan(Connection *cnn, const ClientYear &client, const ChallanRecord &before,
                                  const ChallanRecord &challan)
 {
-    std::optional<int> number = before.srNo;
+    std::optional<int> number;
     const bool stored = ChangeTogether(cnn, [&](Change &change) {
+        number = before.srNo;
         if (challan.quarter != before.quarter)
             number = nextNumber(change, client, challan.quarter);
-        return number && change.rewrite(update(client, before, challan, *number));
+        const auto place = number ? placeOf(change, client, before) : std::nullopt;
+        return place && change.rewrite(update(*place, before, challan, *number));
     });
     return stored ? number : std::nullopt;
 }
 
-bool DeleteChallan(Connection *cnn, const ClientYear &client, int quarter, int srNo)
+bool DeleteChallan(Connection *cnn, const ClientYear &client, const ChallanRecord &challan)
 {
-    return WriteOne(cnn,
-                    Sql("Delete from FBT_Challan", ofClient(client), " and quarter=", quarter, " and srno=", srNo));
+    return ChangeTogether(
+        cnn,
+        [&](Change &change) {
+            const auto place = placeOf(change, client, challan);
+            return place && change.remove(Sql("Delete from FBT_Challan", *place));
+        },
+        Doing::Delete);
 }

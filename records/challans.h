@@ -43,6 +43,8 @@ struct ChallanRecord
     QString bankName;
     QString challanNo;
     int bank = 0; ///< `bank_code_no` of the bank that took the payment, 0 for none
+
+    bool operator==(const ChallanRecord &) const = default;
 };
 
 enum class PaymentKind { Any, Advance, Other };
@@ -84,10 +86,11 @@ FBT_OFFERED std::optional<int> AddChallan(Connection *cnn, const ClientYear &cli
 /// Writes a challan under the number that it has.
 FBT_OFFERED bool InsertChallan(Change &change, const ClientYear &client, const ChallanRecord &challan);
 
-/// Rewrites the challan that `before` names by quarter and number; in another quarter it gets the next number there.
+/// Rewrites the challan that `before` names by quarter and number; in another quarter it gets the next number there. Where
+/// two challans have the same number, only that one is rewritten which is as `before` tells.
 /// Returns its number; none when the database did not take it or the challan is there no more.
 FBT_OFFERED std::optional<int> ChangeChallan(Connection *cnn, const ClientYear &client, const ChallanRecord &before,
                                              const ChallanRecord &challan);
 
-/// Removes a challan. False when the database did not.
-FBT_OFFERED bool DeleteChallan(Connection *cnn, const ClientYear &client, int quarter, int srNo);
+/// Removes a challan, of two with the same number the one that is as told. False when the database did not.
+FBT_OFFERED bool DeleteChallan(Connection *cnn, const ClientYear &client, const ChallanRecord &challan);

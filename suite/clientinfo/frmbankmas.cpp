@@ -3,9 +3,23 @@
 #include "host/baseobject.h"
 #include "ui_frmbankmas.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr int escapeKey = 27;
+
+/// In the order of name and branch.
+std::optional<std::vector<Bank>> banksByName(Connection *cnn)
+{
+    std::optional<std::vector<Bank>> banks = Banks(cnn).ifRead();
+    if (banks)
+        std::ranges::sort(*banks, [](const Bank &a, const Bank &b) {
+            const int names = a.name.compare(b.name, Qt::CaseInsensitive);
+            return names != 0 ? names < 0 : a.branch.compare(b.branch, Qt::CaseInsensitive) < 0;
+        });
+    return banks;
+}
 
 } // namespace
 
@@ -31,7 +45,7 @@ frmbankmas::frmbankmas(BaseObject &base, QWidget *parent)
          {.caption = tr("Branch"), .text = [](const Bank &b) { return b.branch; }},
          {.caption = tr("BSR Code"), .text = [](const Bank &b) { return b.branchCode; }}},
         {.what = tr("banks"),
-         .read = [this] { return Banks(m_base.CnnObj).ifRead(); },
+         .read = [this] { return banksByName(m_base.CnnObj); },
          .key = [](const Bank &bank) { return bank.number; },
          .CLEARDATA = [this] { CLEARDATA(); },
          .LOADDATA = [this](const Bank &bank) { LOADDATA(bank); },

@@ -125,6 +125,8 @@ private slots:
         // The month from 15 October counts for the first 10,000; from the 20th on only 5,000 more bear interest for it.
         Case("the second quarter was extended to a day within a month", "20/10/2006", "A 01/10/2006 4000", "01/11/2006",
              september + "\r\n15/10/2006|10000|4000|6000|6000|60\r\n20/10/2006|15000|4000|11000|11000|50");
+        Case("the second quarter has no due date: its tax is due with the third's, on 15 January", "none",
+             "A 01/10/2006 10000", "16/01/2007", september + "\r\n15/01/2007|15000|10000|5000|5000|50");
         // All is paid by the 18th: what was held is more than what is short, so the new quarter bears nothing.
         Case("paid before the extended day", "20/10/2006", "A 18/10/2006 14950", "01/11/2006",
              september + "\r\n15/10/2006|10000|0|10000|10000|100");
@@ -138,9 +140,13 @@ private slots:
         client(2007, company, 0, payments);
         FBTRate = {0, 100, 0, 0, 0};
         FBTQtrValue = {0, 10000, 5000, 0, 0};
-        execute(QString("Update ChallanDt_Master Set RevChDt='%1' Where AssYear=2007 and Quarter=2").arg(extended));
+        const QString second = "Update ChallanDt_Master Set ChDt='%1',RevChDt='%2' Where AssYear=2007 and Quarter=2";
+        const bool missing = extended == "none";
+        execute(second.arg(missing ? "" : "15/10/2006", missing ? "" : extended));
         QCOMPARE(INT_115WJ_3(DateFromText(upTo)).detail, detail);
-        QVERIFY(m_module->logLines().isEmpty());
+        QCOMPARE(m_module->logLines().size(), missing ? 1 : 0);
+        QVERIFY(!missing || m_module->logLines().constFirst().contains("quarter 2"));
+        execute(second.arg("15/10/2006", ""));
     }
 
     void defaultInAdvanceTax_data()
@@ -265,18 +271,31 @@ private slots:
         QVERIFY(m_module->logLines().constFirst().endsWith("MODFBTCALC\tGETCHAMT"));
     }
 
-    /// Without its payments a year would seem to be unpaid.
-    void unreadablePaymentsBearNoInterest()
+    void unreadableTables_data()
     {
-        client(2008, company, 100000, "A 15/06/2007 15000");
-        execute("Rename Table FBT_Challan to Away");
+        Columns<int, QString, QString, QString>({"year", "table", "unread", "logged"});
+        Case("without its payments a year would seem to be unpaid", 2008, "FBT_Challan", "payments", "GETCHAMT");
+        Case("instalment dates", 2008, "AdvTaxDueDt", "due dates", "INT_115WJ_34");
+        Case("quarter dates", 2007, "ChallanDt_Master", "due dates", "INT_115WJ_3");
+        Case("employer", 2008, "FBT_Info", "client data", "INT_115WJ_34");
+        Case("chosen dates", 2008, "FBT_AddInfo", "interest dates", "CALCINTEREST");
+    }
+    /// What cannot be read is told by its name, and what would have come from it is no further fault.
+    void unreadableTables()
+    {
+        QFETCH(const int, year);
+        QFETCH(const QString, table);
+        QFETCH(const QString, logged);
+        client(year, company, 100000, "");
+        SetToday({2008, 12, 2});
+        execute("Rename Table " + table + " to Away");
         const InterestOfYear found = CALCINTEREST();
-        execute("Rename Table Away to FBT_Challan");
-        QVERIFY(!found.known);
-        QCOMPARE(found.total(), 0.0);
-        QVERIFY(found.Det115WJ.isEmpty() && found.Det115WJ5.isEmpty() && found.Det115WK.isEmpty());
-        QVERIFY(m_module->logLines().constFirst().endsWith("MODFBTCALC\tINT_115WJ_34"));
-        QVERIFY(CALCINTEREST().known);
+        execute("Rename Table Away to " + table);
+        QTEST(found.unread.join(','), "unread");
+        const QStringList lines = m_module->logLines();
+        QVERIFY(!lines.isEmpty() && lines.constFirst().endsWith("MODFBTCALC\t" + logged));
+        QVERIFY(lines.filter("No d").isEmpty()); // date, due date
+        QVERIFY(CALCINTEREST().known());
     }
 };
 

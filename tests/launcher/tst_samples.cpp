@@ -1,4 +1,6 @@
+#include "context/modbase.h"
 #include "launcher/samplereader.h"
+#include "launcher/samplereport.h"
 #include "launcher/samplerun.h"
 #include "platform/clock.h"
 #include "tests/support/testmodule.h"
@@ -104,6 +106,14 @@ private slots:
         SetToday({2008, 6, 20});
         QCOMPARE(run(*employer), expected);
         SetToday({});
+    }
+
+    void interestIsNotKnownWithoutThePayments()
+    {
+        const TestModule module(m_server); // its database has no tables
+        Base->TYear = 2008;
+        const QString report = SampleReport({}, {});
+        QCOMPARE(report.count(u"not known"), 4); // three kinds of interest, and the balance
     }
 
     void whatTheMastersDoNotHaveIsRefused()

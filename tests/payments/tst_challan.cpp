@@ -7,6 +7,7 @@
 #include "tests/support/screenuser.h"
 #include "tests/support/testmodule.h"
 
+#include <QLabel>
 #include <QRadioButton>
 #include <QThread>
 
@@ -157,7 +158,7 @@ private slots:
         stage.back("FBT_Challan");
     }
 
-    /// A challan keeps the bank that it has when the list of banks is not there to show it.
+    /// A challan keeps the bank that it has when the list of banks is not there to show it, or comes only later.
     void banksUnreadable()
     {
         Stage stage(*m_module);
@@ -166,8 +167,45 @@ private slots:
         stage.open<Challan>();
         stage.click("cmdmodify");
         stage.click("cmdupdate");
-        stage.back("bank_master");
         QCOMPARE(stage.stored(), QStringList("1\t1\t1000\t4"));
+        stage.click("cmdmodify");
+        stage.back("bank_master");
+        stage.click("cmdbankm");
+        QCOMPARE(stage.find<QComboBox>("cbobsrcode")->currentText(), "0004 - BANK, TOWN");
+        QVERIFY(stage.shown("vsf").constFirst().contains("0004"));
+        stage.click("cmdupdate");
+        QCOMPARE(stage.stored(), QStringList("1\t1\t1000\t4"));
+    }
+
+    /// What cannot be read is named, and the fields stay as they are.
+    void unreadableWhileImporting_data()
+    {
+        QTest::addColumn<QString>("table");
+        QTest::addColumn<QString>("named");
+        QTest::newRow("expenses") << "FBT_Detail"
+                                  << "figures of the tax";
+        QTest::newRow("due dates") << "AdvTaxDueDt"
+                                   << "due dates";
+        QTest::newRow("employer and natures") << "FBT_Info"
+                                              << "figures of the tax, client data";
+    }
+    void unreadableWhileImporting()
+    {
+        QFETCH(const QString, table);
+        Stage stage(*m_module);
+        stage.open<Challan>();
+        stage.click("cmdadd");
+        stage.choose("Combo1", 1);
+        stage.away(table);
+        stage.click("cmdimp");
+        stage.back(table);
+        QFETCH(const QString, named);
+        QVERIFY2(stage.find<QLabel>("unreadStrip")->text().contains(": " + named + '.'),
+                 qPrintable(stage.find<QLabel>("unreadStrip")->text()));
+        QCOMPARE(stage.text("txtfields_4"), QString());
+        stage.click("cmdimp");
+        QCOMPARE(stage.text("txtfields_4"), "30000");
+        QCOMPARE(stage.caption(), "Challan");
     }
 
     /// Shares of nothing are a fault that leaves their cells empty; what was paid shows all the same.
@@ -216,6 +254,75 @@ private slots:
         QCOMPARE(stage.caption(), "Challan - could not be saved");
         QCOMPARE(stage.text("txtfields_2"), "7");
         QVERIFY(stage.stored().isEmpty());
+        stage.key(Qt::Key_Escape);
+        QVERIFY(stage.shown("vsf").isEmpty() && !stage.enabled("cmdmodify"));
+    }
+
+    /// An amount is stored to the rupee or not at all; what was typed stays.
+    void longAmounts()
+    {
+        Stage stage(*m_module);
+        stage.open<Challan>();
+        stage.add();
+        for (const char *amount : {"1234567890123456", "1E20"}) {
+            stage.type("txtfields_5", amount);
+            stage.click("cmdupdate");
+            QCOMPARE(stage.caption(), "Challan - could not be saved");
+            QCOMPARE(stage.focus(), "txtfields_5");
+            QCOMPARE(stage.text("txtfields_5"), amount);
+        }
+        stage.type("txtfields_5", "500000000000000");
+        stage.type("txtfields_6", "500000000000000"); // the total has 16 digits
+        stage.click("cmdupdate");
+        QCOMPARE(stage.focus(), "txtfields_4");
+        stage.type("txtfields_6", "499999999999999");
+        stage.click("cmdupdate");
+        QCOMPARE(stage.stored(), QStringList("1\t1\t999999999999999\t0"));
+    }
+
+    /// Rows that an older program, or two at once, left behind: each is changed and deleted by itself, and keeps what it has.
+    void unusualRows()
+    {
+        Stage stage(*m_module);
+        stage.challan(1, 1, "10/06/2007", 1000);
+        stage.challan(1, 1, "11/06/2007", 2000);
+        stage.challan(0, 1, "12/05/2008", 3000);
+        stage.sql(
+            "Update FBT_Challan Set srno=Null,paytype='self assessment tax (300)',paymode='cheque' Where quarter=0");
+        stage.open<Challan>();
+        stage.grid("vsf")->setRow(3);
+        stage.click("cmdmodify");
+        stage.type("txtfields_4", "3001");
+        stage.click("cmdupdate");
+        QCOMPARE(m_module->rows("Select paytype,paymode,ITAmt from FBT_Challan Where quarter=0"),
+                 QStringList("Self Assessment Tax (300)\tCheque\t3001"));
+        stage.grid("vsf")->setRow(2);
+        stage.click("cmdmodify");
+        stage.type("txtfields_4", "2002");
+        stage.click("cmdupdate");
+        QCOMPARE(stage.grid("vsf")->Row(), 2);
+        for (const int row : {1, 2}) {
+            stage.grid("vsf")->setRow(row);
+            stage.answers({Reply::Yes});
+            stage.click("cmddelete");
+        }
+        QCOMPARE(stage.said().size(), 2);
+        QCOMPARE(stage.stored(), QStringList("1\t1\t2002\t4"));
+    }
+
+    /// A button pressed by its key takes the amount that is still being typed.
+    void proposedAmountByKey()
+    {
+        Stage stage(*m_module);
+        stage.open<Challan>();
+        stage.add();
+        stage.click("cmdcalcadv");
+        stage.grid("vsfa")->setRow(2);
+        stage.find<QRadioButton>("optadv_1")->click();
+        stage.find<QLineEdit>("txtadvamt_1")->setFocus();
+        stage.keys("200000");
+        stage.key(Qt::Key_T, Qt::AltModifier);
+        QTRY_COMPARE(stage.text("txtfields_11"), "10197"); // 15 % of 67,980
     }
 
     /// Each number of a quarter is given once, and no challan is lost.
