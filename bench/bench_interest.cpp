@@ -1,25 +1,17 @@
-#include "bench/bareclient.h"
-#include "bench/measure.h"
+#include "bench/amongclients.h"
 #include "calc/interest.h"
 #include "calc/modfbtcalc.h"
-#include "db/updater.h"
+#include "context/modbase.h"
 #include "platform/clock.h"
 #include "platform/dates.h"
+#include "platform/recordset.h"
 #include "tests/support/employer.h"
-#include "tests/support/testmodule.h"
-
-#include <benchmark/benchmark.h>
-
-#include <map>
-#include <memory>
 
 namespace {
 
-constexpr int year = 2008;
+constexpr int year = measuredYear;
 constexpr int challansOfClient = 200;
 constexpr int challansOfOthers = 20;
-constexpr int fewClients = 10;
-constexpr int manyClients = 10000;
 
 /// A company with 200 challans over two years, two thirds of them advance tax, that pay a fifth of its tax.
 void addMeasuredClient(Connection &connection)
@@ -49,72 +41,20 @@ void addOtherClients(Connection &connection, int count)
             count, " Where Code_No='A1'"));
 }
 
-/// A database with that many clients.
-struct Database
+void fill(Connection &connection, int clients)
 {
-    Database(TestServer &server, int clients)
-        : module(server)
-        , bare(module.connection.address())
-    {
-        UpdateDatabase(&module.connection);
-        addMeasuredClient(module.connection);
-        addOtherClients(module.connection, clients);
-        Settle(module.connection);
-        module.base.code = QStringLiteral("A1");
-        module.base.TYear = year;
-        module.base.status = 16;
-    }
-    /// The time of the interest alone; the computation that it follows is run beforehand.
-    double seconds()
-    {
-        Cnn = &module.connection;
-        Base = &module.base;
-        FBTRate = RatesFor(year, 16, QString());
-        CALCFBT();
-        return SecondsOf([] { benchmark::DoNotOptimize(CALCINTEREST()); });
-    }
-
-    TestModule module;
-    BareClient bare;
-};
-
-Database &databaseOf(int clients)
-{
-    static TestServer server;
-    static std::map<int, std::unique_ptr<Database>> databases;
-    std::unique_ptr<Database> &database = databases[clients];
-    if (!database)
-        database = std::make_unique<Database>(server, clients);
-    return *database;
+    addMeasuredClient(connection);
+    addOtherClients(connection, clients);
 }
 
-/// Time of the interest of one client among many. Beside it, in turns so that all see the same load of the machine, the
-/// same queries through the C client, and the same interest among few clients.
+/// The interest of a client with 200 challans, without the computation that it follows.
 void interest(benchmark::State &state)
 {
-    SetToday({2008, 12, 15});
-    Database &few = databaseOf(fewClients);
-    Database &database = databaseOf(static_cast<int>(state.range(0)));
-    database.seconds();
-    const std::vector<QByteArray> queries = StatementsOf(database.module.connection, CALCINTEREST);
-    double seconds = 0;
-    double secondsBare = 0;
-    double secondsFew = 0;
-    for ([[maybe_unused]] auto _ : state) {
-        secondsBare += SecondsOf([&] {
-            for (const QByteArray &query : queries)
-                database.bare.readAll(query);
-        });
-        secondsFew += few.seconds();
-        const double run = database.seconds();
-        state.SetIterationTime(run);
-        seconds += run;
-    }
+    SetToday({year, 12, 15});
+    MeasureAmongClients(
+        state, {.fill = fill, .prepare = [] { CALCFBT(); }, .work = [] { benchmark::DoNotOptimize(CALCINTEREST()); }});
     state.counters["challans"] = FirstField(Cnn, QStringLiteral("Select Count(*) from FBT_Challan")).num();
-    state.counters["queries"] = static_cast<double>(queries.size());
     state.counters["interest"] = CALCINTEREST().total();
-    state.counters["ratio_to_bare"] = seconds / secondsBare;
-    state.counters["ratio_to_few_clients"] = seconds / secondsFew;
 }
 
 } // namespace
