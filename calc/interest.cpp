@@ -258,7 +258,7 @@ InterestPart INT_115WJ_34(const QDate &IntDate)
 InterestPart INT_115WJ_5(const QDate &IntDate, double Int115WJ)
 {
     InterestReader reader(QStringLiteral("INT_115WJ_5"));
-    const double advance = reader.take(AdvanceTaxPaid(Cnn, clientInHand()), InterestSource::payments);
+    const double advance = reader.take(TaxPaid(Cnn, clientInHand(), PaymentKind::Advance), InterestSource::payments);
     const QDate yearEnd = YearEnd(Base->TYear);
     if (yearEnd >= IntDate || !InDefault(taxOfYear(), advance))
         return partOf({}, reader);

@@ -1,6 +1,6 @@
 #include "calc/modfbtcalc.h"
 
-#include "calc/sharing.h"
+#include "calc/consolidated.h"
 #include "calc/source.h"
 #include "context/errortail.h"
 #include "context/modbase.h"
@@ -44,30 +44,13 @@ bool addExpensesOfNatures(ComputationSource &rows)
     return !expenses.failed();
 }
 
-Salaries salariesOf(const RowsRead<Salary> &read, const std::vector<int> &natures, ErrorTail &tail)
-{
-    Salaries salaries(natures);
-    for (const Salary &salary : *read)
-        tail([&] { salaries.set(salary.natId, salary.quarter, salary.amount); });
-    return salaries;
-}
-
-/// A quarter without a place among the salaries is a fault; the amount then falls on the last nature.
-std::vector<double> sharesOf(const Expense &expense, const Salaries &salaries, ErrorTail &tail)
-{
-    std::vector<double> shares;
-    if (!tail([&] { shares = salaries.shares(expense.amount, expense.quarter); }))
-        shares = salaries.sharesWithoutSalary(expense.amount);
-    return shares;
-}
-
 /// Each nature visits all consolidated expenses, with the rates that hold for it, and takes its own share.
 bool addConsolidatedExpenses(ComputationSource &rows, const std::vector<int> &natures, std::size_t v,
                              const Salaries &salaries, ErrorTail &tail)
 {
     const RowsRead<Expense> expenses = rows.consolidatedExpenses(natures[v]);
     for (const Expense &expense : *expenses) {
-        const double share = sharesOf(expense, salaries, tail)[v];
+        const double share = SharesOfExpense(expense, salaries, tail)[v];
         if (share != 0)
             SETFBTVARS(expense.headId, share, BENEFITVALUE(expense.rate, share), expense.quarter, natures[v]);
     }
@@ -113,7 +96,7 @@ bool CALCFBT(ComputationSource &rows)
         return whole && !natures.failed();
     const RowsRead<Salary> read = rows.salaries();
     whole = whole && !read.failed();
-    const Salaries salaries = salariesOf(read, *natures, tail);
+    const Salaries salaries = SalariesOf(read, *natures, tail);
     for (std::size_t v = 0; v < natures->size(); ++v)
         whole = addConsolidatedExpenses(rows, *natures, v, salaries, tail) && whole;
     FBTTotalValue = std::accumulate(FBTQtrValue.begin() + 1, FBTQtrValue.end(), 0.0);

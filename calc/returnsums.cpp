@@ -30,8 +30,8 @@ ReturnFiguresOfYear FiguresOfYear()
     year.computed = CALCFBT();
     year.tax = {FBTTax, FBTSurcharge, FBTEduCess, FBTSHECess};
     year.interest = CALCINTEREST();
-    const Reading<double> advance = AdvanceTaxPaid(Cnn, client);
-    const Reading<double> other = OtherTaxPaid(Cnn, client);
+    const Reading<double> advance = TaxPaid(Cnn, client, PaymentKind::Advance);
+    const Reading<double> other = TaxPaid(Cnn, client, PaymentKind::Other);
     year.paidKnown = !advance.failed() && !other.failed();
     year.paid = {*advance, *other};
     year.sums = SumsOfReturn(year.tax, year.interest, year.paid);

@@ -20,12 +20,6 @@ std::unique_ptr<SuiteObject> CreateObject(const QString &className)
     return SuiteObjects == nullptr ? nullptr : SuiteObjects->create(className);
 }
 
-void MULTISPCJS1(const ReportRow &row)
-{
-    if (Reporter != nullptr)
-        Reporter->WriteToReport(row);
-}
-
 void ResetModule()
 {
     MainObj = nullptr;

@@ -33,8 +33,5 @@ FBT_OFFERED extern const ObjectTable *SuiteObjects; ///< where CreateObject look
 /// A new object of the suite by class name, or null when that class is not registered.
 FBT_OFFERED std::unique_ptr<SuiteObject> CreateObject(const QString &className);
 
-/// One table row to the report: hands its arguments unchanged to the reporter.
-FBT_OFFERED void MULTISPCJS1(const ReportRow &row);
-
 /// Empties the module's state, as before the first `LoadFBT`.
 FBT_OFFERED void ResetModule();

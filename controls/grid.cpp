@@ -414,11 +414,16 @@ void Grid::fitColumns()
     constexpr int rowsLookedAt = 100;
     constexpr int margin = 16;
     constexpr int widest = 360;
+    QFont bold = font();
+    bold.setBold(true);
+    const QFontMetrics inBold(bold);
     const int last = std::min(Rows(), FixedRows() + rowsLookedAt);
     for (int col = 0; col < Cols(); ++col) {
         int width = 0;
-        for (int row = 0; row < last; ++row)
-            width = std::max(width, fontMetrics().horizontalAdvance(shownText(row, col)));
+        for (int row = 0; row < last; ++row) {
+            const QFontMetrics &metrics = m_model->rowResult(row) ? inBold : fontMetrics();
+            width = std::max(width, metrics.horizontalAdvance(shownText(row, col)));
+        }
         if (!isColumnHidden(col))
             setColumnWidth(col, std::min(width + margin, widest));
     }
@@ -432,6 +437,11 @@ void Grid::setRowData(int row, const QVariant &value)
 QVariant Grid::RowData(int row) const
 {
     return m_model->rowData(row);
+}
+
+void Grid::setRowResult(int row, bool result)
+{
+    m_model->setRowResult(row, result);
 }
 
 void Grid::setRowColor(int row, const QColor &color)

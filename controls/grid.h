@@ -88,6 +88,7 @@ public:
     void setRowData(int row, const QVariant &value); ///< what the row stands for; it stays with the row
     [[nodiscard]] QVariant RowData(int row) const;
     void setRowColor(int row, const QColor &color); ///< of the text; made lighter on a dark background
+    void setRowResult(int row, bool result);        ///< a sum or balance: in bold and under a rule
     void setMergeHeaders(bool merge);
 
     // --- editing ---

@@ -13,6 +13,14 @@ TranslationList::TranslationList(const QString &list)
     }
 }
 
+QString TranslationList::listOf(const std::vector<Entry> &entries)
+{
+    QStringList parts;
+    for (const Entry &entry : entries)
+        parts << u'#' + entry.id + u';' + entry.text;
+    return parts.join(u'|');
+}
+
 int TranslationList::position(QStringView id) const
 {
     return m_positions.value(id.toString(), -1);

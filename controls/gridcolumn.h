@@ -20,6 +20,9 @@ public:
         QString text;
     };
 
+    /// The text of a list.
+    static QString listOf(const std::vector<Entry> &entries);
+
     TranslationList() = default;
     explicit TranslationList(const QString &list);
 

@@ -77,6 +77,10 @@ void GridDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelInd
 void GridDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
     QStyledItemDelegate::paint(painter, option, index);
+    if (modelOf(index).rowResult(modelOf(index).gridRow(index.row()))) {
+        painter->setPen(option.palette.color(QPalette::Text));
+        painter->drawLine(option.rect.topLeft(), option.rect.topRight());
+    }
     if (!modelOf(index).column(index.column()).check)
         return;
     const QStyle *style = m_grid->style();

@@ -2,10 +2,23 @@
 
 #include "platform/text.h"
 
+#include <QFont>
+
 #include <algorithm>
 #include <utility>
 
 using Slot = CellTexts::Slot;
+
+namespace {
+
+QFont boldFont()
+{
+    QFont font;
+    font.setBold(true);
+    return font;
+}
+
+} // namespace
 
 GridModel::GridModel(QObject *parent)
     : QAbstractTableModel(parent)
@@ -63,6 +76,7 @@ void GridModel::truncateRows(int count)
 void GridModel::forget(Slot slot)
 {
     m_colors.remove(slot);
+    m_results.remove(slot);
     m_rowData.remove(slot);
     m_hidden[slot] = false;
     m_texts.freeSlot(slot);
@@ -324,6 +338,22 @@ void GridModel::setRowColor(int row, const QColor &color)
     rowChanged(row);
 }
 
+bool GridModel::rowResult(int row) const
+{
+    return holds(row, 0) && m_results.contains(key(row));
+}
+
+void GridModel::setRowResult(int row, bool result)
+{
+    if (!holds(row, 0))
+        return;
+    if (result)
+        m_results.insert(key(row));
+    else
+        m_results.remove(key(row));
+    rowChanged(row);
+}
+
 void GridModel::changeColumn(int col, const std::function<void(GridColumn &)> &change)
 {
     if (col < 0 || col >= cols())
@@ -387,6 +417,8 @@ QVariant GridModel::data(const QModelIndex &index, int role) const
         return QVariant::fromValue(column(col).alignment);
     case Qt::CheckStateRole:
         return column(col).check ? checkState(row, col) : QVariant();
+    case Qt::FontRole:
+        return rowResult(row) ? QVariant(boldFont()) : QVariant();
     case Qt::ForegroundRole:
         return rowColor(row).isValid() ? rowColor(row) : QVariant();
     default:

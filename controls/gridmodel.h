@@ -7,6 +7,7 @@
 #include <QAbstractTableModel>
 #include <QColor>
 #include <QHash>
+#include <QSet>
 
 #include <functional>
 #include <vector>
@@ -53,6 +54,9 @@ public:
 
     [[nodiscard]] const GridColumn &column(int col) const { return m_columns[static_cast<std::size_t>(col)]; }
     void changeColumn(int col, const std::function<void(GridColumn &)> &change);
+
+    [[nodiscard]] bool rowResult(int row) const;
+    void setRowResult(int row, bool result); ///< a sum or balance: in bold and under a rule
 
     void setEditable(std::function<bool(int row, int col)> editable);
     [[nodiscard]] bool isEditable(int row, int col) const;
@@ -109,6 +113,7 @@ private:
     std::vector<GridColumn> m_columns;
     QHash<CellTexts::Slot, QColor> m_colors;
     QHash<CellTexts::Slot, QVariant> m_rowData;
+    QSet<CellTexts::Slot> m_results;
     std::function<bool(int, int)> m_editable;
     int m_fixedRows = 0;
     int m_fixedCols = 0;

@@ -4,7 +4,6 @@
 #include "context/modbase.h"
 #include "controls/grid.h"
 #include "entry/readingnote.h"
-#include "platform/sqltext.h"
 #include "records/law.h"
 
 #include <algorithm>
@@ -42,10 +41,10 @@ RowsRead<ExpenseChoice> sortedChoices(const RowsRead<Row> &rows)
 
 QString displayList(const std::vector<ExpenseChoice> &list)
 {
-    QStringList entries;
+    std::vector<TranslationList::Entry> entries;
     for (const ExpenseChoice &choice : list)
-        entries << Joined("#", choice.id, ";", choice.text);
-    return entries.join(u'|');
+        entries.push_back({QString::number(choice.id), choice.text});
+    return TranslationList::listOf(entries);
 }
 
 } // namespace

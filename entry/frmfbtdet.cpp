@@ -18,6 +18,7 @@
 #include "payments/challan.h"
 #include "platform/text.h"
 #include "records/change.h"
+#include "reports/frmfbtrep.h"
 
 #include <QMainWindow>
 #include <QSignalBlocker>
@@ -112,9 +113,9 @@ void frmfbtdet::connectButtons()
     clicked(ui->cmdaddinfo, &frmfbtdet::CMDADDINFO_CLICK);
     clicked(ui->cmdconexp, &frmfbtdet::CMDCONEXP_CLICK);
     clicked(ui->cmdefl, &frmfbtdet::CMDEFL_CLICK);
-    opens(ui->Command2, QStringLiteral("frmfbtrep"));
     opens(ui->cmdret, QStringLiteral("frmretfrm"));
     connect(ui->cmdchallan, &QAbstractButton::clicked, this, [] { (new Challan(MdiForm))->openChild(MdiForm); });
+    connect(ui->Command2, &QAbstractButton::clicked, this, [] { (new frmfbtrep(MdiForm))->openChild(MdiForm); });
     connect(ui->cboquarter, &QComboBox::currentIndexChanged, this, &frmfbtdet::CBOQUARTER_CLICK);
     connect(ui->cbonature, &QComboBox::currentIndexChanged, this, &frmfbtdet::CBONATURE_CLICK);
 }

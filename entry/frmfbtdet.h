@@ -35,7 +35,7 @@ public:
     bool FORM_KEYPRESS(int asciiKey) override;
 
 signals:
-    /// The user asks for a screen of payments, reports or returns, by its class name.
+    /// The user asks for a screen of returns, by its class name.
     void OpenLater(const QString &name);
 
 private:

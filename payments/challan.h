@@ -2,7 +2,7 @@
 
 #include "calc/clientyear.h"
 #include "controls/screen.h"
-#include "payments/payer.h"
+#include "records/payer.h"
 #include "records/challans.h"
 
 #include <map>

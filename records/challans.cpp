@@ -19,7 +19,7 @@ SqlText ofKind(PaymentKind kind)
     case PaymentKind::Advance:
         return Sql(" and PayType='", advanceTax, "'");
     case PaymentKind::Other:
-        return Sql(" and paytype<>'", advanceTax, "' Order by Quarter,SrNo");
+        return Sql(" and paytype<>'", advanceTax, "'");
     default:
         return {};
     }
@@ -27,7 +27,8 @@ SqlText ofKind(PaymentKind kind)
 
 SqlText select(const ClientYear &client, PaymentKind kind)
 {
-    return Sql("Select * from FBT_Challan", ofClient(client), ofKind(kind));
+    return Sql("Select * from FBT_Challan", ofClient(client), ofKind(kind),
+               kind == PaymentKind::Other ? Sql(" Order by Quarter,SrNo") : SqlText());
 }
 
 ChallanRecord recordOf(const Recordset &rs)
@@ -160,18 +161,26 @@ RowsRead<Payment> Payments(Connection *cnn, const ClientYear &client, PaymentKin
     });
 }
 
-Reading<double> AdvanceTaxPaid(Connection *cnn, const ClientYear &client)
+Reading<double> TaxPaid(Connection *cnn, const ClientYear &client, PaymentKind kind)
 {
-    return ReadFirst(
-        cnn, Sql("Select sum(TotAmt) as TotAmt from FBT_Challan", ofClient(client), ofKind(PaymentKind::Advance)),
-        firstNumber);
+    return ReadFirst(cnn, Sql("Select sum(TotAmt) as TotAmt from FBT_Challan", ofClient(client), ofKind(kind)),
+                     firstNumber);
 }
 
-Reading<double> OtherTaxPaid(Connection *cnn, const ClientYear &client)
+Reading<std::array<double, 5>> PaidByQuarter(Connection *cnn, const ClientYear &client)
 {
-    return ReadFirst(
-        cnn, Sql("Select sum(TotAmt) as TotAmt from FBT_Challan", ofClient(client), " and paytype<>'", advanceTax, "'"),
-        firstNumber);
+    Recordset sums;
+    if (!sums.Open(Sql("Select quarter, sum(TotAmt) as TotAmt from FBT_Challan", ofClient(client),
+                       " group by quarter order by quarter"),
+                   cnn))
+        return Reading<std::array<double, 5>>::failure();
+    std::array<double, 5> paid{};
+    for (; !sums.Eof(); sums.MoveNext()) {
+        const auto quarter = static_cast<std::size_t>(sums.Fields(0).whole());
+        if (!sums.Fields(0).isNull() && quarter < paid.size())
+            paid.at(quarter) = sums.Fields(1).num();
+    }
+    return paid;
 }
 
 Reading<HeadAmounts> PaidByHead(Connection *cnn, const ClientYear &client, int quarter)

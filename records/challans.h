@@ -70,11 +70,12 @@ FBT_OFFERED RowsRead<ChallanRecord> Challans(Connection *cnn, const ClientYear &
 /// Date and total of the challans; those of the kind `Other` by quarter and number.
 FBT_OFFERED RowsRead<Payment> Payments(Connection *cnn, const ClientYear &client, PaymentKind kind);
 
-/// The sum of the totals of advance tax, whatever the dates.
-FBT_OFFERED Reading<double> AdvanceTaxPaid(Connection *cnn, const ClientYear &client);
+/// The sum of the totals of the challans of a kind, whatever their dates.
+FBT_OFFERED Reading<double> TaxPaid(Connection *cnn, const ClientYear &client, PaymentKind kind = PaymentKind::Any);
 
-/// The sum of the totals of all challans of another type.
-FBT_OFFERED Reading<double> OtherTaxPaid(Connection *cnn, const ClientYear &client);
+/// The sums of the totals by quarter, 1 to 4; at 0 those of what was paid for the year as a whole. Challans without a
+/// quarter are left out.
+FBT_OFFERED Reading<std::array<double, 5>> PaidByQuarter(Connection *cnn, const ClientYear &client);
 
 /// What was paid by head in a quarter; with quarter 0 by all challans of the year, of whatever type.
 FBT_OFFERED Reading<HeadAmounts> PaidByHead(Connection *cnn, const ClientYear &client, int quarter);

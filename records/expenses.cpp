@@ -42,17 +42,10 @@ Text ofQuarter(const ClientYear &client, int quarter)
     return Sql("Code_No=", Quoted(client.code), " and tyear=", client.year, " and quarter=", quarter);
 }
 
-/// The rows of a query. A column that it has not, or that `wanted` leaves out, stays 0.
+/// The rows of a query. A column that it has not stays 0.
 class ExpenseRows
 {
 public:
-    enum Wanted { AllColumns, FiguresOnly };
-
-    explicit ExpenseRows(Wanted wanted)
-        : m_wanted(wanted)
-    {
-    }
-
     RowsRead<Expense> read(Connection *cnn, const Text &query)
     {
         if (!m_rows.Open(query, cnn))
@@ -72,8 +65,6 @@ private:
         m_headId = m_rows.FieldIndex(u"HeadId");
         m_rate = m_rows.FieldIndex(u"IntRt");
         m_amount = m_rows.FieldIndex(u"Amt");
-        if (m_wanted == FiguresOnly)
-            return;
         m_expId = m_rows.FieldIndex(u"ExpId");
         m_srNo = m_rows.FieldIndex(u"Srno");
     }
@@ -85,7 +76,6 @@ private:
                 num(m_rate),      num(m_amount),  whole(m_srNo)};
     }
 
-    Wanted m_wanted;
     Recordset m_rows;
     int m_quarter = -1;
     int m_natId = -1;
@@ -161,33 +151,28 @@ RowsRead<Expense> ExpensesOfNatures(Connection *cnn, const ClientYear &client)
 {
     const YearTables tables(client.year);
     const Text nature = Sql("FBT_Detail.Natid");
-    return ExpenseRows(ExpenseRows::FiguresOnly)
-        .read(cnn, Sql(joined(tables, figureColumns(tables, "FBT_Detail.NatId, "), &nature), ofClient(client),
-                       " and FBT_Detail.NatId<>-1"));
+    return ExpenseRows().read(cnn, Sql(joined(tables, figureColumns(tables, "FBT_Detail.NatId, "), &nature),
+                                       ofClient(client), " and FBT_Detail.NatId<>-1"));
 }
 
 RowsRead<Expense> ConsolidatedExpenses(Connection *cnn, const ClientYear &client, int rateOf)
 {
     const YearTables tables(client.year);
     const Text nature = Sql(rateOf);
-    return ExpenseRows(ExpenseRows::FiguresOnly)
-        .read(cnn,
-              Sql(joined(tables, figureColumns(tables, ""), &nature), ofClient(client), " and FBT_Detail.NatId=-1"));
+    return ExpenseRows().read(
+        cnn, Sql(joined(tables, figureColumns(tables, ""), &nature), ofClient(client), " and FBT_Detail.NatId=-1"));
 }
 
 RowsRead<Expense> ExpensesOfQuarter(Connection *cnn, const ClientYear &client, int quarter, int natId, int rateOf)
 {
     const Text which = Sql(" and FBT_Detail.Quarter=", quarter, " and FBT_Detail.NatId=", natId);
-    return withNature(ExpenseRows(ExpenseRows::AllColumns).read(cnn, listQuery(client, "", rateOf, which)), natId,
-                      quarter);
+    return withNature(ExpenseRows().read(cnn, listQuery(client, "", rateOf, which)), natId, quarter);
 }
 
 RowsRead<Expense> ExpensesOfYear(Connection *cnn, const ClientYear &client, int natId)
 {
     const Text which = Sql(" and FBT_Detail.NatId=", natId);
-    return withNature(
-        ExpenseRows(ExpenseRows::AllColumns).read(cnn, listQuery(client, "FBT_Detail.Quarter, ", natId, which)), natId,
-        0);
+    return withNature(ExpenseRows().read(cnn, listQuery(client, "FBT_Detail.Quarter, ", natId, which)), natId, 0);
 }
 
 Reading<double> RateOfItem(Connection *cnn, int year, int expId, int natId)
@@ -237,7 +222,7 @@ bool ImportLastQuarter(Connection *cnn, const ClientYear &client, int quarter)
         if (!next)
             return false;
         const Text query = Sql("Select * from FBT_Detail Where ", ofQuarter(client, quarter - 1), " order by srno");
-        const RowsRead<Expense> before = ExpenseRows(ExpenseRows::AllColumns).read(cnn, query);
+        const RowsRead<Expense> before = ExpenseRows().read(cnn, query);
         return !before.failed() && std::all_of(before->begin(), before->end(), [&](Expense expense) {
             expense.quarter = quarter;
             expense.srNo = ++*next;

@@ -24,11 +24,10 @@ struct FBT_OFFERED Expense
 /// The readers join expenses with the rates of a year. The rate for all natures and the rate of the expense's own nature
 /// have no precedence: a table that holds both gives two rows for the expense.
 
-/// The expenses of the year that belong to a nature each, with the rates of that nature. The computation, which reads
-/// them, wants neither item nor number: both stay 0.
+/// The expenses of the year that belong to a nature each, with the rates of that nature.
 FBT_OFFERED RowsRead<Expense> ExpensesOfNatures(Connection *cnn, const ClientYear &client);
 
-/// The consolidated expenses of the year with the rates of one nature; item and number stay 0 here too.
+/// The consolidated expenses of the year with the rates of one nature; their own nature stays 0.
 FBT_OFFERED RowsRead<Expense> ConsolidatedExpenses(Connection *cnn, const ClientYear &client, int rateOf);
 
 /// The expenses of one quarter and nature.

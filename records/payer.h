@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/offer.h"
 #include "records/clients.h"
 
 #include <QDate>
@@ -8,7 +9,7 @@
 #include <array>
 
 /// Who pays, as challans and statements print it.
-struct PayerDetails
+struct FBT_OFFERED PayerDetails
 {
     QString pan;
     QString name;
@@ -25,4 +26,4 @@ struct PayerDetails
 };
 
 /// A pin code of 0 counts as none.
-PayerDetails PayerFrom(const ClientRecord &client);
+FBT_OFFERED PayerDetails PayerFrom(const ClientRecord &client);

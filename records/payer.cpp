@@ -1,4 +1,4 @@
-#include "payments/payer.h"
+#include "records/payer.h"
 
 #include "platform/text.h"
 
