@@ -2,8 +2,8 @@
 
 #include "calc/clientyear.h"
 #include "controls/screen.h"
-#include "records/payer.h"
 #include "records/challans.h"
+#include "records/payer.h"
 
 #include <map>
 #include <memory>
