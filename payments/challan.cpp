@@ -84,6 +84,7 @@ void Challan::connectButtons()
     clicked(ui->cmdupdate, &Challan::CMDUPDATE_CLICK);
     clicked(ui->cmdcancel, &Challan::CMDCANCEL_CLICK);
     clicked(ui->cmdimp, &Challan::CMDIMP_CLICK);
+    clicked(ui->cmdprintwin, &Challan::CMDPRINTWIN);
     clicked(ui->cmdbankm, &Challan::CMDBANKM_CLICK);
     clicked(ui->cmdcalcadv, &Challan::CMDCALCADV);
     clicked(ui->cmdback_0, &Challan::back);
@@ -376,7 +377,7 @@ HeadAmounts Challan::ownHeads() const
 /// What comes into view comes first: the focus then never falls on a control elsewhere.
 void Challan::SETBUTTON(bool flag)
 {
-    const QList<QWidget *> browsing{ui->famact1, ui->vsf, ui->cmdback_0};
+    const QList<QWidget *> browsing{ui->famact1, ui->vsf, ui->cmdprintwin, ui->cmdback_0};
     ui->Frame2->setEnabled(flag);
     for (QWidget *widget : flag ? QList<QWidget *>{ui->famact2} : browsing)
         widget->show();
@@ -525,6 +526,42 @@ void Challan::CMDBANKM_CLICK()
     Base->ShowBankMas();
     LOADBANKS();
     ui->cbobsrcode->setCurrentIndex(std::max(0, ui->cbobsrcode->findData(chosen)));
+}
+
+// --- on paper ---
+
+ChallanForm Challan::form() const
+{
+    const auto text = [this](int index) { return txtfields.at(index)->text(); };
+    ChallanForm form;
+    form.year = m_inHand.client.year;
+    form.payer = m_payer;
+    form.typeIndex = ui->Combo1->currentIndex();
+    form.type = ui->Combo1->currentText();
+    form.date = text(dateField);
+    for (int index = firstAmountField; index <= totalField; ++index)
+        form.amounts.at(static_cast<std::size_t>(index - firstAmountField)) = text(index);
+    for (const auto &[index, option] : optmop) {
+        if (option->isChecked())
+            form.mode = index;
+    }
+    form.chequeNo = text(chequeNoField);
+    form.chequeDate = text(chequeDateField);
+    form.bankName = text(bankNameField);
+    return form;
+}
+
+void Challan::CMDPRINTWIN()
+{
+    ErrorTail tail(this);
+    if (!couldRead(clientData))
+        LOADPAYER();
+    if (!couldRead(clientData))
+        return;
+    tail([] { Reporter->newreportnew(Base->AppPath + QStringLiteral("/Data/FBTChallan.doc")); });
+    for (const auto &[mark, value] : ChallanMarks(form(), [](double rupees) { return Base->ConvertToWord(rupees); }))
+        tail([&] { Reporter->SetText(mark, value); });
+    Reporter->ShowReport();
 }
 
 // --- what is unpaid, and the instalments ---

@@ -2,6 +2,7 @@
 
 #include "calc/clientyear.h"
 #include "controls/screen.h"
+#include "payments/itns283.h"
 #include "records/challans.h"
 #include "records/payer.h"
 
@@ -48,6 +49,7 @@ private:
     void CMDDELETECLICK();
     void CMDUPDATE_CLICK();
     void CMDIMP_CLICK();
+    void CMDPRINTWIN();
     void CMDBANKM_CLICK();
     void CMDCALCADV();
     void CMDTRANS_CLICK();
@@ -70,6 +72,7 @@ private:
     bool checkAmounts();
     void noteInterest(const QStringList &unread);
     [[nodiscard]] ChallanRecord entry() const;
+    [[nodiscard]] ChallanForm form() const;
     [[nodiscard]] int bankNumber() const;
     [[nodiscard]] int quarter() const; ///< of the entry: 1 to 4 for advance tax, else 0
     [[nodiscard]] QString payMode() const;
