@@ -43,6 +43,7 @@ frmfbtrep::frmfbtrep(QWidget *parent)
     , ui(std::make_unique<Ui::frmfbtrep>())
 {
     ui->setupUi(this);
+    ui->gridSplitter->setStretchFactor(0, 1);
     connect(ui->Combo1, &QComboBox::currentIndexChanged, this, &frmfbtrep::COMBO1_CLICK);
     connect(ui->cmdprev, &QAbstractButton::clicked, this, &frmfbtrep::CMDPREVIEW);
     connect(ui->cmdintcalc, &QAbstractButton::clicked, this, &frmfbtrep::CMDINTCALREP_CLICK);
@@ -143,10 +144,10 @@ void frmfbtrep::setUpExpenses()
     for (int col = 0; col < columnCount; ++col) {
         vsf->setTextMatrix(0, col, upper[col]);
         vsf->setTextMatrix(1, col, lower[col]);
-        if (col >= rateColumn) {
+        if (col >= rateColumn)
             vsf->setColFormat(col, QStringLiteral("###0.00"));
+        if (col >= rateColumn || col == 0)
             vsf->setColAlignment(col, Qt::AlignRight);
-        }
     }
 }
 
