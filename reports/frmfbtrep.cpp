@@ -93,7 +93,7 @@ void frmfbtrep::takeInterest()
     ClearTax();
     const bool computed = CALCFBT();
     m_interest = CALCINTEREST();
-    noteReading(QStringLiteral("figures of interest"), computed && m_interest.known);
+    noteReading(QStringLiteral("figures of interest"), computed && m_interest.known());
 }
 
 void frmfbtrep::LOADNATURES()
