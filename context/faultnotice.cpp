@@ -67,3 +67,9 @@ void Notify(const Fault &fault)
     if (notice() && !line.isEmpty())
         notice()(line);
 }
+
+void NotifyDone()
+{
+    if (notice())
+        notice()({});
+}

@@ -5,7 +5,8 @@
 
 #include <functional>
 
-/// Shows one line to the user, without a box: what was not done with the rows, and why.
+/// Shows one line to the user, without a box: what was not done with the rows, and why. The empty line: a change was carried
+/// out since.
 using FaultNotice = std::function<void(const QString &)>;
 
 /// Who shows the notices of the module; a host without a place for them sets none.
@@ -16,3 +17,6 @@ FBT_OFFERED QString NoticeOf(const Fault &fault);
 
 /// Hands the line about a fault to whoever shows it.
 FBT_OFFERED void Notify(const Fault &fault);
+
+/// Says there that a change was carried out.
+FBT_OFFERED void NotifyDone();

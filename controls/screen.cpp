@@ -247,6 +247,28 @@ QList<Screen *> Screen::modalScreens()
     return open;
 }
 
+Screen *Screen::inFront()
+{
+    if (const QList<Screen *> modals = modalScreens(); !modals.isEmpty())
+        return modals.last();
+    Screen *front = nullptr;
+    for (Screen *screen : openChildren()) {
+        if (!screen->isVisible())
+            continue;
+        const bool nearer =
+            front == nullptr || screen->isActiveWindow() > front->isActiveWindow() ||
+            (screen->isActiveWindow() == front->isActiveWindow() && screen->m_openedAt > front->m_openedAt);
+        front = nearer ? screen : front;
+    }
+    return front;
+}
+
+void Screen::endSession()
+{
+    for (Screen *screen : modalScreens() + openChildren())
+        screen->FORM_SESSIONEND();
+}
+
 void Screen::setGeometryStore(QSettings *store)
 {
     storeInPlace() = store;

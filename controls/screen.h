@@ -11,6 +11,7 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <array>
 #include <functional>
 
 class QFocusEvent;
@@ -47,6 +48,8 @@ public:
     virtual void FORM_LOAD() {}
     virtual void FORM_ACTIVATE() {}             ///< at each showing, and when the screen in front of it goes away
     virtual bool FORM_UNLOAD() { return true; } ///< false keeps the screen open
+    /// The session ends, and nobody can be asked: saves what leaving the screen saves without a question.
+    virtual void FORM_SESSIONEND() {}
 
     /// Escape (27) or Enter (13) before the control sees it; true when it is dealt with. As it stands, Escape unloads.
     virtual bool FORM_KEYPRESS(int asciiKey);
@@ -79,6 +82,11 @@ public:
     [[nodiscard]] bool couldRead() const { return m_unread.isEmpty(); } ///< nothing that failed is outstanding
     [[nodiscard]] bool couldRead(const QString &what) const { return !m_unread.contains(what); }
 
+    /// What a screen tells in the strip at its top, beside what could not be read.
+    enum class Told { Figures, Notice };
+    /// Tells a sentence there until another one, or the empty text, takes its place.
+    void tell(Told about, const QString &sentence);
+
     /// Asks "Do you want to exit ?"; true for Yes. For use in FORM_UNLOAD.
     bool askExit(Icon icon = Icon::None);
 
@@ -97,6 +105,12 @@ public:
 
     /// The modal screens that wait for the user now, the outermost first; one that is still being opened does not.
     static QList<Screen *> modalScreens();
+
+    /// The screen that the user has before him; nullptr when none is open.
+    static Screen *inFront();
+
+    /// Tells every open screen that the session ends, the modal ones first.
+    static void endSession();
 
     /// Where the sizes of windows are kept by screen name. Not owned; nullptr: they are not kept.
     static void setGeometryStore(QSettings *store);
@@ -146,7 +160,7 @@ private:
     void keepFocus(QWidget *field, Qt::FocusReason reason);
     void openFrame(QWidget *owner, Qt::WindowModality modality);
     void leaveView();
-    void showUnread();
+    void showStrip();
     void captionUnread();
     [[nodiscard]] bool mayTakeFocus(const QWidget &field) const;
     [[nodiscard]] bool hasFocusInside() const;
@@ -162,9 +176,10 @@ private:
     QPointer<QEventLoop> m_modalLoop;
     QPointer<ScreenStack> m_stack;
     QPointer<ScreenFrame> m_frame;
-    QPointer<QLabel> m_unreadStrip;
-    QStringList m_unread; // what could not be read
-    int m_openedAt = 0;   // screens are counted as they are opened
+    QPointer<QLabel> m_strip;
+    QStringList m_unread;            // what could not be read
+    std::array<QString, 2> m_told{}; // by what it is about
+    int m_openedAt = 0;              // screens are counted as they are opened
     bool m_loaded = false;
     bool m_unloading = false;
     bool m_escaping = false;

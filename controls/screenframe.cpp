@@ -20,6 +20,8 @@ ScreenFrame::ScreenFrame(Screen *screen, QWidget *owner, Qt::WindowModality moda
     setWindowTitle(screen->windowTitle());
     connect(screen, &QWidget::windowTitleChanged, this, &QWidget::setWindowTitle);
     connect(screen, &QObject::destroyed, this, &QObject::deleteLater);
+    if (owner != nullptr)
+        owner->window()->installEventFilter(this);
     m_area->setFrameShape(QFrame::NoFrame);
     m_area->setWidgetResizable(true);
     m_area->setFocusPolicy(Qt::NoFocus);
@@ -55,6 +57,15 @@ void ScreenFrame::closeEvent(QCloseEvent *event)
     Screen *page = m_screen;
     // Unloading takes the screen out, and with it this window away.
     event->setAccepted(page == nullptr || page->Unload());
+}
+
+bool ScreenFrame::eventFilter(QObject *watched, QEvent *event)
+{
+    const QPointer<Screen> page = m_screen;
+    if (event->type() != QEvent::Close || page == nullptr || page->Unload())
+        return QWidget::eventFilter(watched, event);
+    event->ignore();
+    return true;
 }
 
 void ScreenFrame::restoreSize(const Screen &page)

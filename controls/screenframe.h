@@ -9,7 +9,8 @@ class QScrollArea;
 class Screen;
 
 /// The window of a screen that does not lie in a stack. What does not fit the display can be scrolled. Its size is
-/// kept by the screen's name. The screen goes back to its former parent when it is taken out.
+/// kept by the screen's name. A host window that is closed unloads it first, the window opened last before the others, and
+/// stays when the screen does. The screen goes back to its former parent when it is taken out.
 class FBT_OFFERED ScreenFrame : public QWidget
 {
     Q_OBJECT
@@ -23,6 +24,7 @@ public:
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void restoreSize(const Screen &page);

@@ -29,7 +29,7 @@ void Screen::readingFailed(const QString &what)
 {
     if (!m_unread.contains(what))
         m_unread << what;
-    showUnread();
+    showStrip();
 }
 
 void Screen::readingWell(const QString &what)
@@ -40,23 +40,36 @@ void Screen::readingWell(const QString &what)
         m_unread.clear();
     else
         m_unread.removeAll(what);
-    showUnread();
+    showStrip();
 }
 
-void Screen::showUnread()
+void Screen::tell(Told about, const QString &sentence)
+{
+    m_told.at(static_cast<std::size_t>(about)) = sentence;
+    showStrip();
+}
+
+void Screen::showStrip()
 {
     captionUnread();
-    if (!couldRead() && !m_unreadStrip) {
-        m_unreadStrip = newStrip(this);
-        if (layout() != nullptr)
-            layout()->setMenuBar(m_unreadStrip); // above all else, whatever the layout
+    QStringList lines;
+    if (!couldRead())
+        lines << tr("Could not be read: %1. What is stored there is left as it is.")
+                     .arg(m_unread.join(QStringLiteral(", ")));
+    for (const QString &sentence : m_told) {
+        if (!sentence.isEmpty())
+            lines << sentence;
     }
-    if (!m_unreadStrip)
+    if (!lines.isEmpty() && !m_strip) {
+        m_strip = newStrip(this);
+        if (layout() != nullptr)
+            layout()->setMenuBar(m_strip); // above all else, whatever the layout
+    }
+    if (!m_strip)
         return;
-    m_unreadStrip->setText(
-        tr("Could not be read: %1. What is stored there is left as it is.").arg(m_unread.join(QStringLiteral(", "))));
-    m_unreadStrip->setHidden(couldRead());
-    m_unreadStrip->adjustSize();
+    m_strip->setText(lines.join(u'\n'));
+    m_strip->setHidden(lines.isEmpty());
+    m_strip->adjustSize();
 }
 
 /// The tail of the caption; a caption set later gets it too.

@@ -134,7 +134,8 @@ QuarterSalary ConsolidatedPanel::salary() const
 bool ConsolidatedPanel::acceptSalary(QString &text)
 {
     if (!IsAmount(text)) {
-        MsgBox(this, QStringLiteral("Please Enter Numeric Value."), Buttons::Ok, Icon::Exclamation);
+        if (!m_silent)
+            MsgBox(this, QStringLiteral("Please Enter Numeric Value."), Buttons::Ok, Icon::Exclamation);
         return false;
     }
     text = Money(Val(text));
@@ -147,7 +148,7 @@ void ConsolidatedPanel::VSFS_AFTEREDIT(int col)
     const int totalCol = static_cast<int>(m_natures.size()) + 1;
     const QuarterSalary now = salary();
     if (now.totalTooSmall()) {
-        if (col == totalCol)
+        if (col == totalCol && !m_silent)
             tellTotalTooSmall();
         ui->vsfs->setTextMatrix(salaryRow, totalCol, Money(now.sum()));
     }
@@ -228,4 +229,14 @@ bool ConsolidatedPanel::SAVESALDATA()
         return false;
     }
     return SaveSalaries(Cnn, m_client, m_quarter, SalaryRows(now, m_quarter, m_natures));
+}
+
+void ConsolidatedPanel::keepSalaries()
+{
+    ErrorTail tail(formName);
+    m_silent = true;
+    ui->vsfs->finishEdit();
+    if (const QuarterSalary now = salary(); m_salaryRead && !now.totalTooSmall())
+        SaveSalaries(Cnn, m_client, m_quarter, SalaryRows(now, m_quarter, m_natures));
+    m_silent = false;
 }

@@ -45,6 +45,9 @@ public:
     /// as they are.
     bool SAVESALDATA();
 
+    /// The same at the end of the session, when nobody can be asked: a cell that holds no number keeps its former one.
+    void keepSalaries();
+
 private:
     void setUpGrid(Grid *grid, const QStringList &rowCaptions);
     void VSFS_AFTEREDIT(int col);
@@ -62,4 +65,5 @@ private:
     ClientYear m_client;
     int m_quarter = 0;
     bool m_salaryRead = false;
+    bool m_silent = false; // nobody can be asked
 };

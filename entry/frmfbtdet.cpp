@@ -526,3 +526,9 @@ bool frmfbtdet::FORM_UNLOAD()
         return false;
     return askExit(Icon::Exclamation);
 }
+
+void frmfbtdet::FORM_SESSIONEND()
+{
+    if (ui->famcon->isVisibleTo(this))
+        ui->famcon->keepSalaries();
+}

@@ -32,6 +32,7 @@ public:
     void FORM_LOAD() override;
     void FORM_ACTIVATE() override;
     bool FORM_UNLOAD() override;
+    void FORM_SESSIONEND() override;
     bool FORM_KEYPRESS(int asciiKey) override;
 
 signals:

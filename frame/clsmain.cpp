@@ -1,9 +1,11 @@
 #include "frame/clsmain.h"
 
 #include "context/errortail.h"
+#include "context/faultnotice.h"
 #include "controls/msgbox.h"
 #include "controls/screen.h"
 #include "frame/frmmain.h"
+#include "frame/noticeline.h"
 #include "platform/connection.h"
 
 #include <QApplication>
@@ -25,12 +27,14 @@ T *present(T *object, const char *name)
     return object;
 }
 
-/// Who receives the faults of the module's connections.
-void receiveFaults(const FaultHandler &handler)
+/// Who receives the faults of the module's connections, and hears of changes that were carried out.
+void receiveFaults(const FaultHandler &handler, const std::function<void()> &doneHandler)
 {
     for (Connection *connection : {Cnn, MainObj == nullptr ? nullptr : MainObj->SuiteCnn}) {
-        if (connection != nullptr)
-            connection->setFaultHandler(handler);
+        if (connection == nullptr)
+            continue;
+        connection->setFaultHandler(handler);
+        connection->setDoneHandler(doneHandler);
     }
 }
 
@@ -59,7 +63,8 @@ ClsMain::ClsMain(const ObjectTable *objects)
 ClsMain::~ClsMain()
 {
     dropScreens();
-    receiveFaults({});
+    receiveFaults({}, {});
+    m_notices.reset();
     ResetModule();
 }
 
@@ -129,7 +134,8 @@ bool ClsMain::makeReporter(ErrorTail &tail)
 void ClsMain::takeConnection()
 {
     Cnn = present(MainObj->Cnn, "Cnn");
-    receiveFaults(ErrorTail::dispatch);
+    receiveFaults(ErrorTail::dispatch, NotifyDone);
+    m_notices = std::make_unique<NoticeLine>(MdiForm);
     present(Base, "Base")->CnnObj = Cnn;
     Base->vTmpPath = MainObj->TmpPath;
     Base->GetScreenReso();

@@ -8,6 +8,7 @@
 
 #include <memory>
 
+class NoticeLine;
 class frmmain;
 
 /// The module's public class. A host hands over its objects by the `Set` calls as far as it has them, then calls
@@ -51,5 +52,6 @@ private:
     std::unique_ptr<SuiteObject> m_base;
     std::unique_ptr<SuiteObject> m_reporter;
     std::unique_ptr<SuiteObject> m_ownMainObject;
+    std::unique_ptr<NoticeLine> m_notices;
     QPointer<frmmain> m_main;
 };

@@ -2,6 +2,7 @@
 
 #include "context/errortail.h"
 #include "context/modbase.h"
+#include "controls/screen.h"
 
 #include <QSocketNotifier>
 
@@ -57,7 +58,11 @@ void QuitOnSignals()
         return; // the signals then end the program at once, as they would anyway
     auto *notifier = new QSocketNotifier(signalPipe[0], QSocketNotifier::Read, qApp);
     // Not quit(), which would first ask the user whether the windows may close.
-    QObject::connect(notifier, &QSocketNotifier::activated, qApp, [] { QCoreApplication::exit(0); });
+    QObject::connect(notifier, &QSocketNotifier::activated, qApp, [notifier] {
+        notifier->setEnabled(false);
+        Screen::endSession();
+        QCoreApplication::exit(0);
+    });
     for (const int number : {SIGINT, SIGTERM, SIGHUP})
         std::signal(number, noteSignal);
 }

@@ -3,6 +3,7 @@
 #include "context/errortail.h"
 #include "context/modbase.h"
 #include "controls/grid.h"
+#include "controls/screen.h"
 #include "masters/clientstatus.h"
 #include "platform/sqltext.h"
 #include "records/clientlist.h"
@@ -16,6 +17,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -182,11 +184,13 @@ int ClGrd::Row() const
 void ClGrd::DispClGrid()
 {
     ErrorTail tail(controlName());
-    emptyBoxes();
     bool opened = false;
     tail([&] { opened = loadClients(); });
+    if (Screen *screen = Screen::of(this))
+        screen->noteReading(QStringLiteral("clients"), opened);
     if (!opened)
         return;
+    emptyBoxes();
     showCount(vsf->Rows() - vsf->FixedRows());
     if (!Arranged) {
         Arranged = true;
@@ -200,14 +204,20 @@ void ClGrd::DispClGrid()
 bool ClGrd::loadClients()
 {
     const RedrawOff still(vsf);
-    vsf->clearBody();
+    bool cleared = false;
+    const auto clearOnce = [&] {
+        if (!std::exchange(cleared, true))
+            vsf->clearBody();
+    };
     GridModel *rows = vsf->gridModel(); // nobody looks at it while nothing is drawn
-    const bool read = ReadClientList(Cnn, [rows](const ListedClient &client) {
+    const bool read = ReadClientList(Cnn, [&](const ListedClient &client) {
+        clearOnce();
         rows->insertGridRow({client.code, client.name, client.status ? StatusText(*client.status) : QString(),
                              client.pan, client.address});
     });
     if (!read)
         return false;
+    clearOnce();
     vsf->Sort(Code);
     return true;
 }

@@ -31,7 +31,8 @@ public:
     /// Whether the current row is one that the search hides.
     [[nodiscard]] bool currentHidden() const;
 
-    /// Reads all clients of the module's connection anew, in the order of their codes. The search boxes are emptied.
+    /// Reads all clients of the module's connection anew, in the order of their codes. The search boxes are emptied. When
+    /// they could not be read, the list stays as it is, and its screen says so.
     void DispClGrid();
     /// Moves to the client whose code the base object remembers, if it is in the list and not hidden.
     void SelectLastClient();

@@ -194,6 +194,12 @@ void Connection::abandonGroup()
     m_grouped = false;
 }
 
+void Connection::reportDone() const
+{
+    if (m_doneHandler)
+        m_doneHandler();
+}
+
 void Connection::report(const Fault &fault) const
 {
     if (m_handler)

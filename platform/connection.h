@@ -83,6 +83,10 @@ public:
     [[nodiscard]] const FaultHandler &faultHandler() const { return m_handler; }
     void report(const Fault &fault) const;
 
+    /// Who is told that a change of the user's rows was carried out.
+    void setDoneHandler(std::function<void()> handler) { m_doneHandler = std::move(handler); }
+    void reportDone() const;
+
     /// Sees the text of every statement before it is sent.
     void setObserver(std::function<void(const QString &)> observer) { m_observer = std::move(observer); }
 
@@ -107,6 +111,7 @@ private:
     bool m_commitUnknown = false;
     qint64 m_affected = 0;
     FaultHandler m_handler;
+    std::function<void()> m_doneHandler;
     std::function<bool()> m_reviver;
     std::function<void(const QString &)> m_observer;
 };

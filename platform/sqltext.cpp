@@ -74,13 +74,14 @@ bool isWhole(QStringView piece)
 }
 
 /// Why a value may not stand between two of these quotes; empty when it leaves both where they are and arrives as it was
-/// typed. The server reads a backslash as the beginning of an escape and stores another text: the user's would be lost.
+/// typed. The server reads a backslash as the beginning of an escape, and two quotes as one: it would store another text
+/// than the user's.
 QString refusalBetween(QChar quote, QStringView value)
 {
     for (qsizetype i = 0; i < value.size(); ++i) {
         if (value[i] == u'\\' && quote != u'`')
             return sentence(Backslash);
-        if (value[i] == quote && (++i >= value.size() || value[i] != quote))
+        if (value[i] == quote)
             return sentence(Apostrophe);
     }
     return refusalIn(value);

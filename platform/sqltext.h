@@ -12,8 +12,8 @@
 /// The text of a statement that knows its values from the program's own words.
 ///
 /// A value stands between the quotes that the words around it open and close, and stays there: one that would end them (a
-/// lone quote), or that the server would store as another text (a backslash), makes the statement a fault, which is
-/// reported and never sent. Two quotes go out as they are.
+/// quote), or that the server would store as another text (a backslash, two quotes), makes the statement a fault, which is
+/// reported and never sent.
 class FBT_OFFERED SqlText
 {
 public:

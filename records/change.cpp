@@ -131,8 +131,10 @@ public:
         m_again = m_again || (!m_last && m_connection->groupLost());
         if (!m_done)
             m_connection->abandonGroup();
-        if (m_done && change.m_written)
+        if (m_done && change.m_written) {
             flush(m_connection);
+            m_connection->reportDone();
+        }
         return m_done;
     }
     [[nodiscard]] bool again() const { return m_again; }
@@ -180,5 +182,7 @@ bool WriteOne(Connection *connection, const SqlText &statement)
 {
     const bool done = connection->Execute(statement);
     flush(connection);
+    if (done)
+        connection->reportDone();
     return done;
 }

@@ -406,6 +406,24 @@ private slots:
         QTRY_VERIFY(!window);
     }
 
+    /// A host that knows nothing of the screens over it is closed: they are asked first, the newest before the others.
+    void hostThatIsClosedAsksFirst()
+    {
+        QVERIFY(m_form->Unload());
+        QMainWindow plain;
+        plain.show();
+        const QPointer<Form> below = new Form("frmbelow", &plain);
+        const QPointer<Screen> above = new Screen("frmabove", &plain);
+        below->openChild(&plain);
+        above->openChild(&plain);
+        below->askOnUnload = true;
+        m_script.answer(Reply::No);
+        QVERIFY(!plain.close() && plain.isVisible() && below->isVisible() && !above->isLoaded());
+        m_script.answer(Reply::Yes);
+        QVERIFY(plain.close() && !plain.isVisible());
+        QTRY_VERIFY(!below && !above);
+    }
+
     void isMadeOnce()
     {
         QMainWindow plain; // without a stack each screen has a window

@@ -47,6 +47,24 @@ private slots:
         QCOMPARE(desk.salaries(), QStringList({"1\t1\t40", "1\t3\t60", "1\t-1\t360"}));
     }
 
+    /// The end of the session asks nobody: what was typed is kept, the cell being edited too when it holds a number.
+    void sessionEndKeepsTheSalaries()
+    {
+        for (const auto &[typed, kept] : {QPair{"40", "1\t1\t40"}, QPair{"4x", "1\t1\t300"}}) {
+            EntryDesk desk(database->module, 2008, {1, 3});
+            desk.client.salary(2008, 1, 1, 300).salary(2008, 1, -1, 300);
+            desk.open<frmfbtdet>();
+            openPanel(desk);
+            desk.typeCell("vsfs", 1, 2, "60");
+            desk.grid("vsfs")->setCell(1, 1);
+            QVERIFY(desk.grid("vsfs")->EditCell());
+            desk.key(Qt::Key_A, Qt::ControlModifier);
+            desk.keys(typed);
+            Screen::endSession();
+            QCOMPARE(desk.salaries(), QStringList({kept, "1\t3\t60", "1\t-1\t360"}));
+        }
+    }
+
     /// Salaries that could not be read are neither shown as nothing nor written so.
     void unreadSalariesStay()
     {

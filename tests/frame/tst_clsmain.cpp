@@ -4,11 +4,13 @@
 #include "controls/msgbox.h"
 #include "controls/screen.h"
 #include "frame/moduleentry.h"
+#include "records/change.h"
 #include "tests/frame/notingmain.h"
 #include "tests/support/testmodule.h"
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QLabel>
 #include <QMainWindow>
 #include <QStatusBar>
 #include <QTest>
@@ -100,6 +102,12 @@ private slots:
         const ErrorTail tail("frm", "TEST");
         Cnn->Execute("Delete from Nowhere");
         QCOMPARE(ErrText, QString("frm\tTEST")); // faults reach the tail in force
+        QVERIFY(window.statusBar()->currentMessage().startsWith("Not deleted: "));
+        WriteOne(Cnn, "Create Table T (N Int)"); // of the same action
+        QVERIFY(!window.statusBar()->currentMessage().isEmpty());
+        QCoreApplication::processEvents();
+        WriteOne(Cnn, "Insert into T Values (1)");
+        QCOMPARE(window.statusBar()->currentMessage(), QString());
         DestroyFbtModule(module);
         QVERIFY(Cnn == nullptr && Base == nullptr);
     }
@@ -123,6 +131,11 @@ private slots:
             }
         }
         QVERIFY(screens().size() >= 3);
+        // A host without a status bar: the screen in front tells what was not saved.
+        const ErrorTail tail("frm", "TEST");
+        Cnn->Execute("Insert into Nowhere Values (1)");
+        const auto *strip = Screen::inFront()->findChild<QLabel *>("unreadStrip");
+        QVERIFY(strip != nullptr && strip->text().startsWith("Not saved: "));
         module.reset();
         QCOMPARE(screens(), QList<Screen *>());
     }

@@ -1,4 +1,5 @@
 #include "context/faultnotice.h"
+#include "masters/clgrd.h"
 #include "masters/frmclinfo.h"
 #include "tests/masters/clientfixture.h"
 #include "tests/support/caserow.h"
@@ -199,6 +200,21 @@ private slots:
         QCOMPARE(codes() + m_module->rows("Select Code_No from FBT_Detail").join(u'|'), QString("A1A1"));
         QCOMPARE(Base->code, QString("A1"));
         QCOMPARE(m_user->said().size(), 2);
+    }
+
+    /// A list that cannot be read anew stays as it was, and says so.
+    void unreadListStays()
+    {
+        employer(m_module->connection, "A1");
+        auto *screen = m_user->open<frmclinfo>();
+        auto *list = m_user->find<ClGrd>("ClGrd1");
+        m_module->execute("Rename Table FBT_Info to Elsewhere");
+        list->DispClGrid();
+        QVERIFY(!screen->couldRead("clients"));
+        QCOMPARE(list->TextMatrix(1, 0), QString("A1"));
+        m_module->execute("Rename Table Elsewhere to FBT_Info");
+        list->DispClGrid();
+        QVERIFY(screen->couldRead());
     }
 
     void hiddenClientIsLeftAlone()
