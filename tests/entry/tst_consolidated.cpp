@@ -14,6 +14,17 @@ void openPanel(EntryDesk &desk)
     QVERIFY(desk.visible("famcon"));
 }
 
+/// Leaves the cell of the first nature in edit.
+void typeSalaries(EntryDesk &desk, const QString &typed)
+{
+    openPanel(desk);
+    desk.typeCell("vsfs", 1, 2, "60");
+    desk.grid("vsfs")->setCell(1, 1);
+    QVERIFY(desk.grid("vsfs")->EditCell());
+    desk.key(Qt::Key_A, Qt::ControlModifier);
+    desk.keys(typed);
+}
+
 } // namespace
 
 /// Expenses that serve several natures of business: shared by salary, shown as rows that are no one's to change.
@@ -34,12 +45,7 @@ private slots:
         EntryDesk desk(2008, {1, 3});
         desk.client.salary(2008, 1, 1, 300).salary(2008, 1, -1, 300);
         auto *screen = desk.open<frmfbtdet>();
-        openPanel(desk);
-        desk.typeCell("vsfs", 1, 2, "60");
-        desk.grid("vsfs")->setCell(1, 1);
-        QVERIFY(desk.grid("vsfs")->EditCell());
-        desk.key(Qt::Key_A, Qt::ControlModifier);
-        desk.keys("40");
+        typeSalaries(desk, "40");
         desk.answers({Reply::Yes});
         screen->window()->close();
         QVERIFY(!screen->isLoaded());
@@ -51,15 +57,10 @@ private slots:
     void sessionEndKeepsTheSalaries()
     {
         for (const auto &[typed, kept] : {QPair{"40", "1\t1\t40"}, QPair{"4x", "1\t1\t300"}}) {
-            EntryDesk desk(database->module, 2008, {1, 3});
+            EntryDesk desk(2008, {1, 3});
             desk.client.salary(2008, 1, 1, 300).salary(2008, 1, -1, 300);
             desk.open<frmfbtdet>();
-            openPanel(desk);
-            desk.typeCell("vsfs", 1, 2, "60");
-            desk.grid("vsfs")->setCell(1, 1);
-            QVERIFY(desk.grid("vsfs")->EditCell());
-            desk.key(Qt::Key_A, Qt::ControlModifier);
-            desk.keys(typed);
+            typeSalaries(desk, typed);
             Screen::endSession();
             QCOMPARE(desk.salaries(), QStringList({kept, "1\t3\t60", "1\t-1\t360"}));
         }
