@@ -121,6 +121,11 @@ void ConsolidatedPanel::begin()
     ui->vsfs->setFocus(Qt::OtherFocusReason);
 }
 
+QString ConsolidatedPanel::percentages()
+{
+    return QStringLiteral("percentages of the consolidated expenses");
+}
+
 QuarterSalary ConsolidatedPanel::salary() const
 {
     QuarterSalary salary;
@@ -181,7 +186,7 @@ void ConsolidatedPanel::LOADALLEXPDET()
 {
     ErrorTail tail(formName);
     m_all = ShareAll(m_expenses, m_client.year, m_natures, salary(), EmployeesInHand(), FBTRate);
-    NoteReading(Screen::of(this), QStringLiteral("percentages of the consolidated expenses"), m_all.failed());
+    NoteReading(Screen::of(this), percentages(), m_all.failed());
     showFigures(ui->vsfr, m_all);
 }
 

@@ -35,6 +35,9 @@ public:
     /// Lists the expenses anew and goes to the first one.
     void begin();
 
+    /// What `all` is made of, as the screen names it when it could not be read.
+    [[nodiscard]] static QString percentages();
+
     [[nodiscard]] bool salaryRead() const { return m_salaryRead; }
     [[nodiscard]] QuarterSalary salary() const;
     /// Of all expenses and natures; failed when a percentage could not be read.

@@ -34,7 +34,12 @@ constexpr int amountColumn = 4;
 constexpr int valueColumn = 5;
 constexpr int srNoColumn = 6;
 
+// What the figures are made of.
 const QString additionalInformation = QStringLiteral("additional information");
+const QString businessNatures = QStringLiteral("natures of business");
+const QString ownExpenses = QStringLiteral("expenses");
+const QString consolidatedExpenses = QStringLiteral("consolidated expenses");
+const QString salaries = QStringLiteral("salaries");
 
 double valueOf(const Expense &row)
 {
@@ -166,7 +171,7 @@ void frmfbtdet::LOADNATURES()
 {
     ErrorTail tail(this);
     const RowsRead<Nature> natures = ClientNatures(Cnn, client().code);
-    NoteReading(this, QStringLiteral("natures of business"), natures.failed());
+    NoteReading(this, businessNatures, natures.failed());
     m_natures = *natures;
     // The list follows once a quarter is selected.
     const QSignalBlocker blocker(ui->cbonature);
@@ -177,7 +182,7 @@ void frmfbtdet::LOADNATURES()
 
 void frmfbtdet::LOADSALDET()
 {
-    NoteReading(this, QStringLiteral("salaries"), !ui->famcon->LOADSALDET(m_quarter));
+    NoteReading(this, salaries, !ui->famcon->LOADSALDET(m_quarter));
 }
 
 bool frmfbtdet::sharesExpenses() const
@@ -229,13 +234,24 @@ void frmfbtdet::LOADGRIDDED()
     for (const int col : {rateColumn, valueColumn})
         ui->vsf2->setColHidden(col, m_nature == consolidatedNature);
     m_list->LOADGRID();
-    tail([this] { showFigures(); });
+    markFigures(tail([this] { showFigures(); }));
+}
+
+/// Says so where the figures lack what could not be read.
+/// @param computed false when the computation itself faulted
+void frmfbtdet::markFigures(bool computed)
+{
+    const QString sources[] = {additionalInformation, businessNatures, ownExpenses,
+                               consolidatedExpenses,  salaries,        ConsolidatedPanel::percentages()};
+    const bool whole =
+        computed && std::ranges::all_of(sources, [this](const QString &what) { return couldRead(what); });
+    tell(Told::Figures, whole ? QString() : tr("The figures are incomplete."));
 }
 
 void frmfbtdet::fillRows()
 {
     const RowsRead<Expense> expenses = ExpensesOfQuarter(Cnn, client(), m_quarter, m_nature, m_nature);
-    NoteReading(this, QStringLiteral("expenses"), expenses.failed());
+    NoteReading(this, ownExpenses, expenses.failed());
     m_rows = *expenses;
     if (sharesExpenses() && m_nature != consolidatedNature)
         GETCONSITEMS();
@@ -247,7 +263,7 @@ void frmfbtdet::GETCONSITEMS()
 {
     ErrorTail tail(this);
     const RowsRead<Expense> expenses = ExpensesOfQuarter(Cnn, client(), m_quarter, consolidatedNature, m_nature);
-    NoteReading(this, QStringLiteral("consolidated expenses"), expenses.failed());
+    NoteReading(this, consolidatedExpenses, expenses.failed());
     const auto shares = SharesOf(*expenses, positionOf(m_nature, m_natures), ui->famcon->salary());
     m_rows.insert(m_rows.end(), shares.begin(), shares.end());
 }
@@ -495,6 +511,7 @@ void frmfbtdet::closeConsolidated()
     if (!ui->famcon->SAVESALDATA())
         return;
     GETCONSFIGS();
+    markFigures(true);
     ui->Frame3->show();
     ui->cmdconexp->setFocus(Qt::OtherFocusReason);
     ui->famcon->hide();

@@ -70,6 +70,7 @@ private:
     void clearFigures();
     void showTax(const Figures &figures);
     void clearTax();
+    void markFigures(bool computed);
     void showProportion(const QString &text);
     void closeConsolidated();
     bool saveRow();

@@ -89,8 +89,10 @@ bool frmsettings::savePassword()
     const QString fault = PasswordFault(ui->Text2->text());
     if (!fault.isEmpty())
         return refusePassword(ui->Text2, fault);
-    return StorePassword(ui->Text2->text()) ||
-           refusePassword(ui->Text2, QStringLiteral("The password could not be saved."));
+    const bool stored = StorePassword(ui->Text2->text());
+    if (!stored)
+        ui->Text2->setFocus(); // with what was typed
+    return stored;
 }
 
 void frmsettings::saveSettings()

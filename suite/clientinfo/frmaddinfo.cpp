@@ -88,10 +88,8 @@ void frmaddinfo::CMDSAVE_CLICK()
 {
     if (!couldRead() || !m_panel->allRight() || !employeesRight())
         return;
-    if (!SaveRow(m_base.CnnObj, addInfoTable, m_client, m_panel->values(), AddInfoDefaults())) {
-        MsgBox(this, QStringLiteral("The additional information could not be saved."), Buttons::Ok, Icon::Exclamation);
-        return;
-    }
+    if (!SaveRow(m_base.CnnObj, addInfoTable, m_client, m_panel->values(), AddInfoDefaults()))
+        return; // what was typed stays
     m_panel->keep();
     Unload();
 }

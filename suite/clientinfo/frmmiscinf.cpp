@@ -111,11 +111,8 @@ bool frmmiscinf::CMDSAVE_CLICK()
 {
     if (!cmdsave->isEnabled() || !m_panel->allRight())
         return false;
-    if (!SaveRow(m_base.CnnObj, miscInfTable, m_client, m_panel->values(), {})) {
-        MsgBox(this, QStringLiteral("The miscellaneous information could not be saved."), Buttons::Ok,
-               Icon::Exclamation);
-        return false;
-    }
+    if (!SaveRow(m_base.CnnObj, miscInfTable, m_client, m_panel->values(), {}))
+        return false; // what was typed stays
     m_panel->keep();
     return true;
 }

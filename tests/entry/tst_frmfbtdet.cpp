@@ -141,6 +141,8 @@ private slots:
             EntryDesk desk(2008, {1});
             const WithoutTable without(table);
             QVERIFY2(!desk.open<frmfbtdet>()->couldRead(what), table);
+            const bool descriptions = what == "descriptions of heads and items";
+            QVERIFY2(desk.find<QLabel>("unreadStrip")->text().contains("figures") != descriptions, table);
             desk.click("cmdaddinfo");
             // Nothing is entered over rows of the year before that did not come.
             QVERIFY2(desk.module.base.calls.isEmpty() == (what == "additional information"), table);
