@@ -122,7 +122,7 @@ void WriteInstalments(ReportObject &report, const std::vector<QStringList> &rows
     for (QStringList &row : named)
         row.first() = ordinal(row.first());
     writeTable(report,
-               {{"Installment", 10, centre},
+               {{"Installment", 13, centre},
                 {"Upto Date", 10, centre},
                 {"FBT Payable", 12, right},
                 {"FBT Deposited", 12, right},

@@ -296,10 +296,12 @@ bool RtfBorders::take(const RtfToken &token, RichEdges &paragraph, RichEdges &ce
 
 bool RtfRowForm::take(const RtfToken &token)
 {
-    static constexpr std::array<const char *, 4> paddings = {"trpaddt", "trpaddl", "trpaddb", "trpaddr"};
-    for (size_t side = 0; side < paddings.size(); ++side) {
-        if (token.is(paddings[side])) {
-            m_padding[side] = std::max(0.0, lengthOf(token));
+    // Word processors exchange the top and the left of a cell, and read them so.
+    static constexpr std::array<const char *, 4> ofRow = {"trpaddt", "trpaddl", "trpaddb", "trpaddr"};
+    static constexpr std::array<const char *, 4> ofCell = {"clpadl", "clpadt", "clpadb", "clpadr"};
+    for (size_t side = 0; side < ofRow.size(); ++side) {
+        if (token.is(ofRow[side]) || token.is(ofCell[side])) {
+            (token.is(ofRow[side]) ? m_padding : m_next.padding)[side] = std::max(0.0, lengthOf(token));
             return true;
         }
     }
@@ -350,7 +352,10 @@ bool RtfRowForm::takeCell(const RtfToken &token)
 RichCell RtfRowForm::finished(const CellForm &form, const RtfColors &colors) const
 {
     RichCell cell = form;
-    const auto padding = [this](RichSide side, double usual) { return m_padding[side] >= 0 ? m_padding[side] : usual; };
+    const auto padding = [&](RichSide side, double usual) {
+        const double own = form.padding[side] >= 0 ? form.padding[side] : m_padding[side];
+        return own >= 0 ? own : usual;
+    };
     cell.paddingTop = padding(TopSide, 0);
     cell.paddingLeft = padding(LeftSide, m_gap);
     cell.paddingBottom = padding(BottomSide, 0);

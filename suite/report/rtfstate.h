@@ -104,6 +104,7 @@ private:
         int shadeIndex = 0;
         double shadePercent = 0; // of grey
         bool joinsLeft = false;
+        double padding[4] = {-1, -1, -1, -1}; // by RichSide; below 0: that of the row
     };
 
     bool takeCell(const RtfToken &token);
