@@ -69,7 +69,7 @@ def taxpayer():
             [126, 64],
             [
                 Row([Cell(boxed("Full Name", "##6##"), span=2)], height=9),
-                Row([Cell(boxed("Complete Address with City & State", "##7##"), span=2, edges="tlr")], height=9),
+                Row([Cell(boxed("Complete Address with City & State", "##7##"), span=2, edges="tlr")]),
                 Row([Cell("##8##", bold=True, span=2, edges="lrb")], height=5),
                 Row(
                     [
@@ -117,7 +117,7 @@ def amounts():
         P("Debit to A/c / Cheque credited on", before=8, align="c"),
         P("____  ____  ____", before=14, align="c"),
         P("DD      MM      YY", align="c", size=7.5),
-        P("SPACE FOR BANK SEAL", before=44, align="c"),
+        P("SPACE FOR BANK SEAL", before=36, align="c"),
     ]
     rows = [
         Row(
@@ -136,7 +136,7 @@ def amounts():
                     Cell(mark, bold=True, align="r", valign="c"),
                     Cell("", down="more"),
                 ],
-                height=7.5,
+                height=6.5,
             )
         )
     rows.append(
@@ -146,7 +146,7 @@ def amounts():
                 Cell("##20##", bold=True, align="r", valign="c"),
                 Cell("", down="more"),
             ],
-            height=7.5,
+            height=6.5,
         )
     )
     return [Gap(3), Table([80, 44, 66], rows)]
@@ -204,7 +204,7 @@ def payment():
                         Cell([P(["Date :  ", R("##30##", bold=True)])], valign="b"),
                         Cell("Signature of person making payment", span=2, align="r", valign="b", size=8),
                     ],
-                    height=17,
+                    height=14,
                 ),
             ],
         ),
@@ -212,7 +212,7 @@ def payment():
 
 
 def counterfoil():
-    seal = [P("SPACE FOR BANK SEAL", align="c", before=60)]
+    seal = [P("SPACE FOR BANK SEAL", align="c", before=50)]
 
     def line(label, mark, after=""):
         return Cell([P([label, R(mark, bold=True), after])], valign="c")
@@ -230,7 +230,7 @@ def counterfoil():
     rows = []
     for i, cell in enumerate(lines):
         last = Cell(seal, down="first") if i == 0 else Cell("", down="more")
-        rows.append(Row([cell, last], height=8.5))
+        rows.append(Row([cell, last], height=7.2))
     return [
         P("- " * 96, size=8, align="c", before=10),
         P("Taxpayers Counterfoil (To be filled up by tax payer)", bold=True, align="c", before=2, after=3),
