@@ -6,7 +6,7 @@
 
 #include <functional>
 
-/// Entry of a date as dd/mm/yyyy. What is still missing of the mask shows greyed behind the text; the slashes come by
+/// Entry of a date as dd/mm/yyyy. What is still missing of the mask shows greyed after the text; the slashes come by
 /// themselves while digits are typed. Only digits, `/`, `-`, `.` and blanks can be entered, ten characters at most.
 /// `text()` is what was typed and empty when nothing was. Typed short forms ("1-4-07") are brought into shape by the
 /// converter when the field is left.

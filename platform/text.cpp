@@ -78,7 +78,7 @@ private:
     qsizetype m_at = 0;
 };
 
-/// The digits of |value| with `places` behind the point, from its 15 significant digits, half away from zero.
+/// The digits of |value| with `places` after the point, from its 15 significant digits, half away from zero.
 QString fixedDigits(double value, int places)
 {
     const QString scientific = QString::number(std::fabs(value), 'e', 14);

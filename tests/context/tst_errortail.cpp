@@ -15,37 +15,37 @@ private slots:
     void logsUnderTheInnermostTail()
     {
         TestModule module(*server);
-        ErrorTail outer(QStringLiteral("frmouter"), QStringLiteral("OUTER_CLICK"));
+        ErrorTail outer("frmouter", "OUTER_CLICK");
         {
-            ErrorTail inner(QStringLiteral("MODFBTCALC"), QStringLiteral("INNER"));
-            Cnn->Execute(QStringLiteral("Delete from Nowhere"));
-            QCOMPARE(ErrText, QStringLiteral("MODFBTCALC\tINNER"));
+            ErrorTail inner("MODFBTCALC", "INNER");
+            Cnn->Execute("Delete from Nowhere");
+            QCOMPARE(ErrText, "MODFBTCALC\tINNER");
         }
-        outer([] { throw FaultError(FaultNumber::DivisionByZero, QStringLiteral("Division\nby zero")); });
+        outer([] { throw FaultError(FaultNumber::DivisionByZero, "Division\nby zero"); });
         const QStringList lines = module.logLines();
         QCOMPARE(lines.size(), 2);
         QVERIFY2(lines[0].startsWith(u"1146\t") && lines[0].endsWith(u"\tMariaDB\tMODFBTCALC\tINNER"),
                  qPrintable(lines[0]));
-        QCOMPARE(lines[1], QStringLiteral("11\tDivision by zero\tFBT\tfrmouter\tOUTER_CLICK"));
+        QCOMPARE(lines[1], "11\tDivision by zero\tFBT\tfrmouter\tOUTER_CLICK");
     }
 
     void theProcedureIsTheFunctionOfTheTail()
     {
         TestModule module(*server);
-        setObjectName(QStringLiteral("frmthing"));
+        setObjectName("frmthing");
         const ErrorTail tail(this);
-        Cnn->Execute(QStringLiteral("Delete from Nowhere"));
-        QCOMPARE(ErrText, QStringLiteral("frmthing\tTHEPROCEDUREISTHEFUNCTIONOFTHETAIL"));
+        Cnn->Execute("Delete from Nowhere");
+        QCOMPARE(ErrText, "frmthing\tTHEPROCEDUREISTHEFUNCTIONOFTHETAIL");
     }
 
     void withoutTailNothingIsLogged()
     {
         TestModule module(*server);
-        Cnn->Execute(QStringLiteral("Delete from Nowhere"));
-        const ErrorTail outer(QStringLiteral("frmouter"), QStringLiteral("OUTER_CLICK"));
+        Cnn->Execute("Delete from Nowhere");
+        const ErrorTail outer("frmouter", "OUTER_CLICK");
         {
             NoTail none;
-            Cnn->Execute(QStringLiteral("Delete from Nowhere"));
+            Cnn->Execute("Delete from Nowhere");
             QVERIFY(!none([] { throw std::runtime_error("lost"); }));
         }
         QCOMPARE(module.logLines(), QStringList());
@@ -55,14 +55,14 @@ private slots:
     void theLogIsTheUsersAloneAndPutAsideWhenItIsFull()
     {
         TestModule module(*server);
-        ErrorTail tail(QStringLiteral("frmouter"), QStringLiteral("OUTER_CLICK"));
-        const QString path = Base->AppPath + QStringLiteral("/FBTLogger.log");
+        ErrorTail tail("frmouter", "OUTER_CLICK");
+        const QString path = Base->AppPath + "/FBTLogger.log";
         for (int round = 0; round < 7; ++round) {
             QFile log(path);
             QVERIFY(log.open(QIODevice::Append) && log.resize(2 * 1024 * 1024));
             Cnn->Execute("Delete from Nowhere");
         }
-        QVERIFY(QFileInfo(path).size() < 1000 && QFile::exists(path + QStringLiteral(".4")));
+        QVERIFY(QFileInfo(path).size() < 1000 && QFile::exists(path + ".4"));
         QCOMPARE(QDir(Base->AppPath).entryList(QDir::Files).size(), 5);
         QCOMPARE(QFileInfo(path).permissions() & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
     }
@@ -102,11 +102,11 @@ private slots:
     void unwritableLogIsIgnored()
     {
         TestModule module(*server);
-        QVERIFY(QDir(Base->AppPath).mkdir(QStringLiteral("FBTLogger.log"))); // a folder of that name cannot be written
-        ErrorTail tail(QStringLiteral("frmouter"), QStringLiteral("OUTER_CLICK"));
-        Cnn->Execute(QStringLiteral("Delete from Nowhere"));
-        QCOMPARE(ErrText, QStringLiteral("frmouter\tOUTER_CLICK"));
-        QVERIFY(Cnn->Execute(QStringLiteral("Create Table T (N Int(11))")));
+        QVERIFY(QDir(Base->AppPath).mkdir("FBTLogger.log")); // a folder of that name cannot be written
+        ErrorTail tail("frmouter", "OUTER_CLICK");
+        Cnn->Execute("Delete from Nowhere");
+        QCOMPARE(ErrText, "frmouter\tOUTER_CLICK");
+        QVERIFY(Cnn->Execute("Create Table T (N Int(11))"));
     }
 };
 

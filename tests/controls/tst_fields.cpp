@@ -16,14 +16,10 @@ struct Page
 {
     Page()
     {
-        auto *column = new QVBoxLayout(&page);
-        column->addWidget(&field);
-        column->addStretch();
+        (new QVBoxLayout(&page))->addWidget(&field, 0, Qt::AlignTop);
         page.resize(500, 400);
         page.show();
-        const bool active = QTest::qWaitForWindowActive(&page);
-        Q_ASSERT(active);
-        Q_UNUSED(active)
+        [&] { QVERIFY(QTest::qWaitForWindowActive(&page)); }();
         field.setFocus();
     }
 
@@ -41,21 +37,16 @@ class TestFields : public QObject
 private slots:
     void typedDate()
     {
-        using Row = std::tuple<const char *, QString, QString>;
-        const std::vector<Row> rows{{"digits alone", "01042007", "01/04/2007"},
-                                    {"two-digit year", "010407", "01/04/07"},
-                                    {"slashes typed", "01/04/2007", "01/04/2007"},
-                                    {"one digit each", "1/4/2007", "1/4/2007"},
-                                    {"dashes", "1-4-07", "1-4-07"},
-                                    {"letters are dropped", "0a1x", "01"},
-                                    {"not longer than a date", "010420071", "01/04/2007"}};
-        for (const auto &[name, keys, text] : rows) {
+        const QPair<const char *, QString> rows[] = {
+            {"01042007", "01/04/2007"}, {"010407", "01/04/07"}, {"01/04/2007", "01/04/2007"}, {"1/4/2007", "1/4/2007"},
+            {"1-4-07", "1-4-07"},       {"0a1x", "01"},         {"010420071", "01/04/2007"}};
+        for (const auto &[keys, text] : rows) {
             MaskedDate date;
             QTest::keyClicks(&date, keys);
-            QVERIFY2(date.text() == text, name);
+            QVERIFY2(date.text() == text, keys);
             for (int i = 0; i < 10; ++i)
                 QTest::keyClick(&date, Qt::Key_Backspace);
-            QVERIFY2(date.text().isEmpty() && date.date().isEmpty(), name);
+            QVERIFY2(date.text().isEmpty() && date.date().isEmpty(), keys);
         }
     }
 
@@ -115,19 +106,6 @@ private slots:
             QTest::keyClick(&page.field, Qt::Key_PageDown);
         QCOMPARE(list.currentId(), QString("50"));
         QVERIFY(list.isRowInView(list.Row()) && page.field.hasFocus());
-    }
-
-    void matchListStaysOnThePage()
-    {
-        Page page;
-        MatchList list(&page.page);
-        list.setItems(std::vector<MatchList::Item>(30, {"1", "Item"}));
-        QLineEdit low(&page.page);
-        low.setGeometry(20, 370, 100, 24);
-        low.show();
-        list.showUnder(&low);
-        QVERIFY(page.page.rect().contains(list.geometry()));
-        QVERIFY(!list.geometry().intersects(low.geometry()));
     }
 
     void matchListFilters()

@@ -35,12 +35,10 @@ public:
         : Screen(name, parent)
     {
         auto *column = new QVBoxLayout(this);
-        const std::initializer_list<std::pair<QWidget *, const char *>> controls{
-            {first, "first"},   {second, "second"}, {combo, "combo"}, {check, "check"},
-            {button, "button"}, {grid, "grid"},     {memo, "memo"},   {last, "last"}};
-        for (const auto &[control, called] : controls) {
+        const QStringList names{"first", "second", "combo", "check", "button", "grid", "memo", "last"};
+        for (QWidget *control : QWidgetList{first, second, combo, check, button, grid, memo, last}) {
+            control->setObjectName(names[column->count()]);
             column->addWidget(control);
-            control->setObjectName(called);
         }
         combo->setEditable(true);
         combo->addItems({"One", "Two"});
@@ -335,17 +333,6 @@ private slots:
         QCOMPARE(m_form->taken(), QStringList({"out first", "in first", "out first", "in second"}));
     }
 
-    void unloadingIsAsked()
-    {
-        m_form->askOnUnload = true;
-        m_script.answer(Reply::No);
-        QVERIFY(!m_form->Unload() && m_form->isVisible());
-        m_script.answer(Reply::No);
-        QVERIFY(!m_stack->closeAll());
-        m_script.answer(Reply::Yes);
-        QVERIFY(m_stack->closeAll() && m_stack->screens().isEmpty());
-    }
-
     /// A key that clicks a button a moment later can close a screen that has opened another one meanwhile.
     void staysWhileAModalScreenIsUp()
     {
@@ -428,10 +415,10 @@ private slots:
     {
         QMainWindow plain; // without a stack each screen has a window
         for (QWidget *host : {m_host.get(), &plain}) {
-            if (host == &plain)
+            if (host == &plain) {
                 QVERIFY(m_form->Unload());
-            if (host == &plain)
                 (new Form("frmone", host))->openChild(host);
+            }
             const QPointer<Form> form = Screen::opened<Form>();
             (new Screen("frmother", host))->openChild(host);
             Screen::openOnce<Form>(host);

@@ -2,10 +2,10 @@
 #include "db/frmupdatedb.h"
 #include "db/updater.h"
 #include "records/updatemark.h"
+#include "tests/support/caserow.h"
 #include "tests/support/testmodule.h"
 
 #include <QLabel>
-#include <QTest>
 #include <QTimer>
 
 namespace {
@@ -48,9 +48,9 @@ private slots:
 
     void waitsForAnotherProgram_data()
     {
-        QTest::addColumn<QString>("end");
+        Columns<QString>({"end"});
         for (const char *end : {"is done", "dies half way", "is left waiting by the user"})
-            QTest::newRow(end) << end;
+            Case(end, end);
     }
     void waitsForAnotherProgram()
     {

@@ -7,8 +7,7 @@
 #include "masters/frmclinfo.h"
 #include "masters/frmfbtmas.h"
 #include "tests/db/dump.h"
-
-#include <QTest>
+#include "tests/support/caserow.h"
 
 namespace {
 
@@ -74,17 +73,13 @@ class TestIndexes : public QObject
 private slots:
     void sameRowsInTheSameOrder_data()
     {
-        QTest::addColumn<int>("clients");
-        QTest::addColumn<int>("rowsEach");
-        QTest::addColumn<bool>("analysed"); // whether the server has counted the keys
-        QTest::newRow("one large client") << 3 << 2000 << true;
-        QTest::newRow("many clients") << 300 << 40 << false;
+        Columns<int, int, bool>({"clients", "rowsEach", "analysed"}); // whether the server has counted the keys
+        Case("one large client", 3, 2000, true);
+        Case("many clients", 300, 40, false);
     }
     void sameRowsInTheSameOrder()
     {
-        QFETCH(int, clients);
-        QFETCH(int, rowsEach);
-        QFETCH(bool, analysed);
+        const auto [clients, rowsEach, analysed] = Row<int, int, bool>();
         TestModule module(m_server);
         UpdateDatabase(&module.connection);
         const QStringList tables = module.rows("Select distinct TABLE_NAME from information_schema.STATISTICS "

@@ -1,8 +1,7 @@
 #include "db/updater.h"
 #include "records/updatemark.h"
 #include "tests/db/dump.h"
-
-#include <QTest>
+#include "tests/support/caserow.h"
 
 #include <map>
 
@@ -70,32 +69,25 @@ private slots:
 
     void olderShapeGrows_data()
     {
-        QTest::addColumn<QString>("table");
-        QTest::addColumn<QString>("late"); // what later versions added
-        QTest::addColumn<QString>(
-            "added"); // and what it holds in an old row; null: nobody knows what was done to the table
+        // The table, what later versions added, and what it holds in an old row; null: nobody knows what was done to it.
+        Columns<QString, QString, QString>({"table", "late", "added"});
         const QString interest = "Calc115WJ Amt115WJ Calc115WK Amt115WK ";
         const QString deferred = "Calc115WJ5 Amt115WJ5 IntDt";
-        const auto row = [](const char *name, const char *table, const QString &late, const char *added) {
-            QTest::newRow(name) << table << late << added;
-        };
-        row("clients before dates", "FBT_Info", "Doi Email ResSt SexM FName SurApp", "||0|0||00000");
-        row("clients before surcharge", "FBT_Info", "SurApp", "00000");
-        row("payments before numbers", "FBT_Challan", "ChallanNo BSRCode ECAmt1", "|0|0");
-        row("payments before second cess", "FBT_Challan", "ECAmt1", "0");
-        row("payments of a shape of their own", "FBT_Challan", "BSRCode ECAmt1", nullptr);
-        row("additional before officer", "FBT_AddInfo", "areacd aotyp aorng aono " + interest + deferred,
-            "||||1|0|1|0|1|0|");
-        row("additional before interest", "FBT_AddInfo", interest + deferred, "1|0|1|0|1|0|");
-        row("additional before deferment", "FBT_AddInfo", deferred, "1|0|");
-        row("additional before interest date", "FBT_AddInfo", "IntDt", "");
-        row("rates before second cess", "SRate", "ECess1", "0");
+        Case("clients before dates", "FBT_Info", "Doi Email ResSt SexM FName SurApp", "||0|0||00000");
+        Case("clients before surcharge", "FBT_Info", "SurApp", "00000");
+        Case("payments before numbers", "FBT_Challan", "ChallanNo BSRCode ECAmt1", "|0|0");
+        Case("payments before second cess", "FBT_Challan", "ECAmt1", "0");
+        Case("payments of a shape of their own", "FBT_Challan", "BSRCode ECAmt1", QString());
+        Case("additional before officer", "FBT_AddInfo", "areacd aotyp aorng aono " + interest + deferred,
+             "||||1|0|1|0|1|0|");
+        Case("additional before interest", "FBT_AddInfo", interest + deferred, "1|0|1|0|1|0|");
+        Case("additional before deferment", "FBT_AddInfo", deferred, "1|0|");
+        Case("additional before interest date", "FBT_AddInfo", "IntDt", "");
+        Case("rates before second cess", "SRate", "ECess1", "0");
     }
     void olderShapeGrows()
     {
-        QFETCH(QString, table);
-        QFETCH(QString, late);
-        QFETCH(QString, added);
+        const auto [table, late, added] = Row<QString, QString, QString>();
         TestModule module(m_server);
         UpdateDatabase(&module.connection);
         const QStringList fresh = StructureOf(module);
@@ -110,16 +102,14 @@ private slots:
         QVERIFY(UpdateDatabase(&module.connection));
         QCOMPARE(Difference(StructureOf(module), added.isNull() ? older : fresh), QString());
         if (!added.isNull())
-            QCOMPARE(module.rows("Select Concat_ws('|'," + late.replace(u' ', u',') + ") from " + table),
+            QCOMPARE(module.rows("Select Concat_ws('|'," + QString(late).replace(u' ', u',') + ") from " + table),
                      QStringList{added});
         QCOMPARE(module.logLines(), QStringList());
     }
 
     void convertsRows_data()
     {
-        QTest::addColumn<QStringList>("before");
-        QTest::addColumn<QString>("query");
-        QTest::addColumn<QString>("after");
+        Columns<QStringList, QString, QString>({"before", "query", "after"});
         QString name;
         QString query;
         QStringList before;
@@ -138,13 +128,12 @@ private slots:
     }
     void convertsRows()
     {
-        QFETCH(QStringList, before);
-        QFETCH(QString, query);
+        const auto [before, query, after] = Row<QStringList, QString, QString>();
         TestModule module(m_server);
         UpdateDatabase(&module.connection);
         Carry(module, before);
         QVERIFY(UpdateDatabase(&module.connection));
-        QTEST(module.rows(query).join(u' '), "after");
+        QCOMPARE(module.rows(query).join(u' '), after);
         const QStringList once = StructureOf(module) + ContentOf(module.connection);
         QVERIFY(UpdateDatabase(&module.connection));
         QCOMPARE(Difference(StructureOf(module) + ContentOf(module.connection), once), QString());

@@ -1,8 +1,7 @@
 #include "db/updater.h"
 #include "records/updatemark.h"
 #include "tests/db/dump.h"
-
-#include <QTest>
+#include "tests/support/caserow.h"
 
 namespace {
 
@@ -68,27 +67,21 @@ private slots:
 
     void cutAnywhere_data()
     {
-        QTest::addColumn<bool>("old");
-        QTest::addColumn<int>("lost"); // statements, until the connection is there again
-        QTest::addColumn<bool>("killed");
-        QTest::addColumn<int>("first"); // the rows share the places among them
-        QTest::addColumn<int>("every");
+        Columns<bool, int, bool, int, int>(
+            {"old", "lost", "killed", "first",
+             "every"}); // statements, until the connection is there again // the rows share the places among them
         constexpr int all = 1'000'000;
-        QTest::newRow("empty database, two statements") << false << 2 << false << 0 << 12;
-        QTest::newRow("older database, one statement") << true << 1 << false << 1 << 16;
-        QTest::newRow("empty database, for good") << false << all << false << 1 << 30;
-        QTest::newRow("older database, for good") << true << all << false << 3 << 30;
-        QTest::newRow("empty database, server killed") << false << all << true << 4 << 60;
-        QTest::newRow("older database, server killed") << true << all << true << 5 << 50;
-        QTest::newRow("older database, server killed and back") << true << 1 << true << 6 << 50;
+        Case("empty database, two statements", false, 2, false, 0, 12);
+        Case("older database, one statement", true, 1, false, 1, 16);
+        Case("empty database, for good", false, all, false, 1, 30);
+        Case("older database, for good", true, all, false, 3, 30);
+        Case("empty database, server killed", false, all, true, 4, 60);
+        Case("older database, server killed", true, all, true, 5, 50);
+        Case("older database, server killed and back", true, 1, true, 6, 50);
     }
     void cutAnywhere()
     {
-        QFETCH(bool, old);
-        QFETCH(int, lost);
-        QFETCH(bool, killed);
-        QFETCH(int, first);
-        QFETCH(int, every);
+        const auto [old, lost, killed, first, every] = Row<bool, int, bool, int, int>();
         const QList<qsizetype> all = places(m_statements[old]);
         QVERIFY(all.size() > 100);
         for (qsizetype i = first; i < all.size(); i += every)
@@ -99,9 +92,9 @@ private slots:
     // run goes on without it. The next start completes it.
     void rowsLockedByAnother_data()
     {
-        QTest::addColumn<int>("refusals");
-        QTest::newRow("for a moment") << 1;
-        QTest::newRow("at each try") << 5;
+        Columns<int>({"refusals"});
+        Case("for a moment", 1);
+        Case("at each try", 5);
     }
     void rowsLockedByAnother()
     {

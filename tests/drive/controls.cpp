@@ -12,7 +12,6 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QHeaderView>
-#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QRegularExpression>
@@ -50,32 +49,25 @@ Screen *findScreen(const QString &name)
         if ((*it)->objectName() == name)
             return *it;
     }
-    refuse(QStringLiteral("no screen %1 is open").arg(name));
+    refuse(QString("no screen %1 is open").arg(name));
 }
 
 QString stateWord(bool on)
 {
-    return on ? QStringLiteral("on") : QStringLiteral("off");
+    return on ? "on" : "off";
 }
 
 QString textOf(const QObject *control)
 {
-    if (const auto *edit = qobject_cast<const QLineEdit *>(control))
-        return edit->text();
-    if (const auto *combo = qobject_cast<const QComboBox *>(control))
-        return combo->currentText();
-    if (const auto *label = qobject_cast<const QLabel *>(control))
-        return label->text();
-    if (const auto *button = qobject_cast<const QAbstractButton *>(control))
-        return button->text();
-    if (const auto *action = qobject_cast<const QAction *>(control))
-        return action->text();
     if (const auto *list = qobject_cast<const QListWidget *>(control))
         return list->currentItem() == nullptr ? QString() : list->currentItem()->text();
     if (const auto *grid = qobject_cast<const Grid *>(control))
         return QString::number(grid->Row());
-    const auto *widget = qobject_cast<const QWidget *>(control);
-    return widget == nullptr ? QString() : widget->windowTitle();
+    for (const char *text : {"currentText", "text", "windowTitle"}) { // of combo boxes; of fields, labels and buttons
+        if (const QVariant found = control->property(text); found.isValid())
+            return found.toString();
+    }
+    return {};
 }
 
 /// What a user sees in a cell; a check box is on or off.
@@ -89,7 +81,7 @@ int positionOf(const QString &text, const QStringList &entries, const QString &c
 {
     const qsizetype position = entries.indexOf(text);
     if (position < 0)
-        refuse(QStringLiteral("%1 has no entry '%2'").arg(control, text));
+        refuse(QString("%1 has no entry '%2'").arg(control, text));
     return static_cast<int>(position);
 }
 
@@ -114,7 +106,7 @@ Qt::Key keyOf(const QString &name)
         {"Down", Qt::Key_Down},         {"Left", Qt::Key_Left},  {"Right", Qt::Key_Right}, {"PageUp", Qt::Key_PageUp},
         {"PageDown", Qt::Key_PageDown}, {"F7", Qt::Key_F7},      {"F8", Qt::Key_F8}};
     if (!keys.contains(name))
-        refuse(QStringLiteral("there is no key '%1'").arg(name));
+        refuse(QString("there is no key '%1'").arg(name));
     return keys.value(name);
 }
 
@@ -127,7 +119,7 @@ QObject *controls::find(const QString &name)
     for (const QString &part : parts) {
         QObject *child = found->findChild<QObject *>(objectNameOf(part));
         if (child == nullptr)
-            refuse(QStringLiteral("there is no control %1").arg(name));
+            refuse(QString("there is no control %1").arg(name));
         found = child;
     }
     return found;
@@ -137,11 +129,11 @@ QWidget *controls::findUsable(const QString &name)
 {
     auto *widget = qobject_cast<QWidget *>(find(name));
     if (widget == nullptr)
-        refuse(QStringLiteral("%1 cannot be entered").arg(name));
+        refuse(QString("%1 cannot be entered").arg(name));
     if (!widget->isVisible())
-        refuse(QStringLiteral("%1 is hidden").arg(name));
+        refuse(QString("%1 is hidden").arg(name));
     if (!widget->isEnabled())
-        refuse(QStringLiteral("%1 is disabled").arg(name));
+        refuse(QString("%1 is disabled").arg(name));
     return widget;
 }
 
@@ -149,7 +141,7 @@ Grid *controls::findGrid(const QString &name)
 {
     auto *grid = qobject_cast<Grid *>(find(name));
     if (grid == nullptr)
-        refuse(QStringLiteral("%1 is no grid").arg(name));
+        refuse(QString("%1 is no grid").arg(name));
     return grid;
 }
 
@@ -163,7 +155,7 @@ QString controls::nameOf(const QWidget *control)
     for (const QWidget *widget = control; widget != screen; widget = widget->parentWidget()) {
         const bool named = !widget->objectName().isEmpty() && !widget->objectName().startsWith(u"qt_");
         if (parts.isEmpty() ? named : widget->inherits("ClGrd"))
-            parts.prepend(widget->objectName().replace(indexed, QStringLiteral("\\1(\\2)")));
+            parts.prepend(widget->objectName().replace(indexed, "\\1(\\2)"));
     }
     parts.prepend(screen->objectName());
     return parts.join(u'.');
@@ -225,7 +217,7 @@ void controls::choose(QWidget *control, const QString &text)
         list->setCurrentRow(positionOf(text, entries, nameOf(control)));
         QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->currentItem()).center());
     } else {
-        refuse(QStringLiteral("%1 has no entries").arg(nameOf(control)));
+        refuse(QString("%1 has no entries").arg(nameOf(control)));
     }
 }
 
@@ -233,7 +225,7 @@ void controls::check(QWidget *control, bool on)
 {
     auto *button = qobject_cast<QAbstractButton *>(control);
     if (button == nullptr || !button->isCheckable())
-        refuse(QStringLiteral("%1 is no check box").arg(nameOf(control)));
+        refuse(QString("%1 is no check box").arg(nameOf(control)));
     if (button->isChecked() != on)
         QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(8, button->height() / 2));
 }
@@ -242,7 +234,7 @@ void controls::click(QObject *control)
 {
     if (auto *action = qobject_cast<QAction *>(control)) {
         if (!action->isEnabled())
-            refuse(QStringLiteral("the entry is disabled"));
+            refuse("the entry is disabled");
         action->trigger();
         return;
     }
@@ -269,7 +261,7 @@ void controls::editCell(Grid *grid, int row, int col, const QString &text)
     }
     grid->setCell(row, col);
     if (!grid->isEditing() && !grid->EditCell())
-        refuse(QStringLiteral("the cell cannot be edited"));
+        refuse("the cell cannot be edited");
     QWidget *editor = keyTarget(grid);
     if (auto *combo = qobject_cast<QComboBox *>(editor))
         combo->setCurrentText(text);
@@ -281,7 +273,7 @@ void controls::editCell(Grid *grid, int row, int col, const QString &text)
 void controls::doubleClick(Grid *grid)
 {
     if (!grid->hasDataRow())
-        refuse(QStringLiteral("the grid has no current row"));
+        refuse("the grid has no current row");
     const QModelIndex index = grid->currentIndex();
     if (!index.isValid())
         return; // the current row is hidden by a search: there is nothing to click on
@@ -294,7 +286,7 @@ void controls::doubleClick(Grid *grid)
 void controls::clickHeader(Grid *grid, int col)
 {
     if (col < 0 || col >= grid->Cols() || grid->ColHidden(col))
-        refuse(QStringLiteral("there is no column %1").arg(col));
+        refuse(QString("there is no column %1").arg(col));
     QHeaderView *header = grid->horizontalHeader();
     const QPoint at(header->sectionViewportPosition(col) + header->sectionSize(col) / 2, header->height() / 2);
     QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, at);
@@ -306,8 +298,7 @@ QString controls::describe(const QObject *control)
     const auto *action = qobject_cast<const QAction *>(control);
     const bool enabled = widget != nullptr ? widget->isEnabled() : action != nullptr && action->isEnabled();
     const bool visible = widget != nullptr ? widget->isVisible() : action != nullptr && action->isVisible();
-    QStringList fields{textOf(control), enabled ? QStringLiteral("enabled") : QStringLiteral("disabled"),
-                       visible ? QStringLiteral("visible") : QStringLiteral("hidden")};
+    QStringList fields{textOf(control), enabled ? "enabled" : "disabled", visible ? "visible" : "hidden"};
     if (const auto *button = qobject_cast<const QAbstractButton *>(control); button != nullptr && button->isCheckable())
         fields << stateWord(button->isChecked());
     return fields.join(u'\t');

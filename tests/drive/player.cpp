@@ -8,9 +8,10 @@
 #include "controls/screen.h"
 #include "platform/clock.h"
 #include "platform/dates.h"
-#include "platform/recordset.h"
+#include "suite/report/repview.h"
+#include "tests/support/dump.h"
 
-#include <QApplication>
+#include <QFile>
 #include <QTimer>
 
 #include <iterator>
@@ -22,7 +23,7 @@ constexpr int tickMs = 1;
 const QString &word(const Command &command, int index)
 {
     if (index >= command.words.size())
-        throw ScriptError(QStringLiteral("%1 needs more words").arg(command.name));
+        throw ScriptError(QString("%1 needs more words").arg(command.name));
     return command.words[index];
 }
 
@@ -31,14 +32,14 @@ int number(const Command &command, int index)
     bool good = false;
     const int value = word(command, index).toInt(&good);
     if (!good)
-        throw ScriptError(QStringLiteral("'%1' is no number").arg(word(command, index)));
+        throw ScriptError(QString("'%1' is no number").arg(word(command, index)));
     return value;
 }
 
 bool onOff(const QString &text)
 {
     if (text != u"on" && text != u"off")
-        throw ScriptError(QStringLiteral("'%1' is neither on nor off").arg(text));
+        throw ScriptError(QString("'%1' is neither on nor off").arg(text));
     return text == u"on";
 }
 
@@ -48,14 +49,14 @@ Reply replyOf(const QString &text)
         if (ReplyWord(reply) == text)
             return reply;
     }
-    throw ScriptError(QStringLiteral("'%1' is no reply").arg(text));
+    throw ScriptError(QString("'%1' is no reply").arg(text));
 }
 
 void setToday(const QString &text)
 {
     const QDate date = DateFromText(text);
     if (!date.isValid())
-        throw ScriptError(QStringLiteral("'%1' is no date").arg(text));
+        throw ScriptError(QString("'%1' is no date").arg(text));
     SetToday(date);
 }
 
@@ -65,15 +66,28 @@ std::vector<Command> withStart(std::vector<Command> commands)
     if (!commands.empty() && commands.front().name == u"start")
         return commands;
     std::vector<Command> all(1);
-    all.front().name = QStringLiteral("start");
+    all.front().name = "start";
     std::move(commands.begin(), commands.end(), std::back_inserter(all));
     return all;
+}
+
+/// Writes the report shown last; false when there is none or the file cannot be written.
+bool writeReport(const QString &path)
+{
+    const auto *viewer = dynamic_cast<RepView *>(Reporter);
+    if (viewer == nullptr || viewer->asText().isEmpty())
+        return false;
+    if (path.endsWith(u".pdf"))
+        return viewer->writePdf(path);
+    QFile file(path);
+    const QByteArray text = (path.endsWith(u".html") ? viewer->asHtml() : viewer->asText()).toUtf8();
+    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size();
 }
 
 void makeCurrent(Grid *grid, int row)
 {
     if (row < grid->FixedRows() || row >= grid->Rows())
-        throw ScriptError(QStringLiteral("the grid has no row %1").arg(row));
+        throw ScriptError(QString("the grid has no row %1").arg(row));
     grid->setFocus();
     grid->setRow(row);
 }
@@ -86,7 +100,7 @@ void PrintingAnswerer::recorded(const Record &record)
     m_out.flush();
 }
 
-Player::Player(std::vector<Command> commands, DrivenProgram &program, QTextStream &out, QTextStream &err)
+Player::Player(std::vector<Command> commands, Program &program, QTextStream &out, QTextStream &err)
     : m_commands(withStart(std::move(commands)))
     , m_program(program)
     , m_out(out)
@@ -134,7 +148,7 @@ void Player::run(const Command &command)
     try {
         const auto handler = m_handlers.find(command.name);
         if (handler == m_handlers.end())
-            throw ScriptError(QStringLiteral("unknown command '%1'").arg(command.name));
+            throw ScriptError(QString("unknown command '%1'").arg(command.name));
         handler->second(command);
     } catch (const ScriptError &error) {
         fail(command, QString::fromUtf8(error.what()));
@@ -147,22 +161,20 @@ void Player::run(const Command &command)
 void Player::fail(const Command &command, const QString &why)
 {
     m_out.flush();
-    m_err << "line " << command.line << ": " << why << '\n';
-    m_err.flush();
+    m_err << "line " << command.line << ": " << why << Qt::endl;
     m_exitCode = 1;
     end();
 }
 
 void Player::end()
 {
-    if (std::exchange(m_ended, true))
-        return;
-    emit finished();
+    if (!std::exchange(m_ended, true))
+        emit finished();
 }
 
 void Player::addStateCommands()
 {
-    m_handlers["start"] = [this](const Command &) { m_program.showMain(); };
+    m_handlers["start"] = [this](const Command &) { m_program.show(); };
     m_handlers["today"] = [](const Command &c) { setToday(word(c, 0)); };
     m_handlers["answer"] = [this](const Command &c) {
         for (const QString &text : c.words)
@@ -176,7 +188,7 @@ void Player::addStateCommands()
         printValues();
     };
     m_handlers["report"] = [this](const Command &c) {
-        if (!m_program.writeReport(c.rest.trimmed()))
+        if (!writeReport(c.rest.trimmed()))
             throw ScriptError("no report could be written to " + c.rest.trimmed());
     };
 }
@@ -235,56 +247,47 @@ void Player::addPrintingCommands()
     m_handlers["values"] = [this](const Command &) { printValues(); };
 }
 
+void Player::print(const char *name, double value)
+{
+    m_out << name << '=' << NumberText(value) << '\n';
+}
+
 void Player::printValues()
 {
-    const auto print = [this](const char *name, const QString &value) { m_out << name << '=' << value << '\n'; };
     const auto printAll = [this](const char *name, const auto &values) {
         for (std::size_t i = 1; i < values.size(); ++i)
-            m_out << name << '(' << i << ")=" << NumberText(values[i]) << '\n';
+            print(qPrintable(Joined(name, '(', i, ')')), values[i]);
     };
     printAll("FBTExpAmt", FBTExpAmt);
     printAll("FBTValue", FBTValue);
     printAll("FBTQtrValue", FBTQtrValue);
-    const std::initializer_list<std::pair<const char *, double>> totals{
-        {"FBTTotalValue", FBTTotalValue}, {"FBTTaxableValue", FBTTaxableValue}, {"FBTTax", FBTTax},
-        {"FBTSurcharge", FBTSurcharge},   {"FBTEduCess", FBTEduCess},           {"FBTSHECess", FBTSHECess}};
-    for (const auto &[name, value] : totals)
-        print(name, NumberText(value));
+    print("FBTTotalValue", FBTTotalValue);
+    print("FBTTaxableValue", FBTTaxableValue);
+    print("FBTTax", FBTTax);
+    print("FBTSurcharge", FBTSurcharge);
+    print("FBTEduCess", FBTEduCess);
+    print("FBTSHECess", FBTSHECess);
     printAll("FBTRate", FBTRate);
-    print("EmpBoth", EmpBoth ? QStringLiteral("True") : QStringLiteral("False"));
-    print("SepBooks", SepBooks ? QStringLiteral("True") : QStringLiteral("False"));
-    print("IndiaEmp", NumberText(IndiaEmp));
-    print("TotalEmp", NumberText(TotalEmp));
-    printInterest();
-}
-
-void Player::printInterest()
-{
-    const auto print = [this](const char *name, const QString &value) { m_out << name << '=' << value << '\n'; };
-    print("Int115WJ", NumberText(m_interest.Int115WJ));
-    print("Int115WJ5", NumberText(m_interest.Int115WJ5));
-    print("Int115WK", NumberText(m_interest.Int115WK));
-    const auto printDetail = [&print](const char *name, QString detail) {
-        print(name, detail.replace(QStringLiteral("\r\n"), QStringLiteral("\\n")));
-    };
-    printDetail("Det115WJ", m_interest.Det115WJ);
-    printDetail("Det115WJ5", m_interest.Det115WJ5);
-    printDetail("Det115WK", m_interest.Det115WK);
+    m_out << "EmpBoth=" << (EmpBoth ? "True" : "False") << "\nSepBooks=" << (SepBooks ? "True" : "False") << '\n';
+    print("IndiaEmp", IndiaEmp);
+    print("TotalEmp", TotalEmp);
+    print("Int115WJ", m_interest.Int115WJ);
+    print("Int115WJ5", m_interest.Int115WJ5);
+    print("Int115WK", m_interest.Int115WK);
+    for (const auto &[name, detail] : {std::pair("Det115WJ=", m_interest.Det115WJ),
+                                       {"Det115WJ5=", m_interest.Det115WJ5},
+                                       {"Det115WK=", m_interest.Det115WK}})
+        m_out << name << QString(detail).replace("\r\n", "\\n") << '\n';
 }
 
 void Player::runSql(const QString &statement)
 {
     Fault fault;
     Cnn->setFaultHandler([&fault](const Fault &f) { fault = f; });
-    Recordset rows;
-    rows.Open(statement.trimmed() + u' ', Cnn);
+    const QStringList rows = RowsOf(*Cnn, statement.trimmed() + u' ');
     Cnn->setFaultHandler(ErrorTail::dispatch);
     if (fault.number != 0)
         throw ScriptError(fault.description);
-    for (; !rows.Eof(); rows.MoveNext()) {
-        QStringList fields;
-        for (int i = 0; i < rows.FieldCount(); ++i)
-            fields << (rows.Fields(i).isNull() ? QStringLiteral("NULL") : rows.Fields(i).text());
-        m_out << fields.join(u'\t') << '\n';
-    }
+    for (const QString &row : rows)
+        m_out << row << '\n';
 }

@@ -4,26 +4,13 @@
 
 #include "calc/interest.h"
 #include "controls/msgbox.h"
+#include "launcher/program.h"
 
 #include <QObject>
 #include <QTextStream>
 
 #include <functional>
 #include <map>
-
-/// What the player needs of the running program.
-class DrivenProgram
-{
-public:
-    DrivenProgram() = default;
-    virtual ~DrivenProgram() = default;
-    DrivenProgram(const DrivenProgram &) = delete;
-    DrivenProgram &operator=(const DrivenProgram &) = delete;
-
-    virtual void showMain() = 0; ///< shows `frmmain`; its first activation may open modal screens
-    /// Writes the last shown report; false when there is none or the file cannot be written.
-    virtual bool writeReport(const QString &path) = 0;
-};
 
 /// Answers message boxes with the replies that the script queued, and prints each box as it comes.
 class PrintingAnswerer : public ScriptedAnswerer
@@ -48,7 +35,7 @@ class Player : public QObject
     Q_OBJECT
 
 public:
-    Player(std::vector<Command> commands, DrivenProgram &program, QTextStream &out, QTextStream &err);
+    Player(std::vector<Command> commands, Program &program, QTextStream &out, QTextStream &err);
     ~Player() override;
 
     /// Begins to play; `finished` follows.
@@ -70,12 +57,12 @@ private:
     void addControlCommands();
     void addGridCommands();
     void addPrintingCommands();
+    void print(const char *name, double value);
     void printValues();
-    void printInterest();
     void runSql(const QString &statement);
 
     std::vector<Command> m_commands;
-    DrivenProgram &m_program;
+    Program &m_program;
     QTextStream &m_out;
     QTextStream &m_err;
     PrintingAnswerer m_answerer;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "server/privateserver.h"
+#include "tests/support/dump.h"
 
 #include <QProcess>
 #include <QRandomGenerator>
@@ -19,8 +20,7 @@ struct Outcome
     void expect(bool right, const QString &otherwise)
     {
         wrong += right ? 0 : 1;
-        if (!right)
-            happened += (happened.isEmpty() ? QString() : QStringLiteral("; ")) + otherwise.left(300);
+        happened += right ? QString() : otherwise.left(300) + "; ";
     }
     void expectEnd(Played &program, const QString &how = {}); ///< in order
 };
@@ -31,14 +31,7 @@ struct Dice
     int rounds;
     QRandomGenerator random;
 
-    int upTo(int count) { return random.bounded(count); }
-};
-
-struct Case
-{
-    const char *name;
-    const char *done; ///< what is done to the program
-    Outcome (*play)(Dice &);
+    int upTo(qsizetype count) { return random.bounded(static_cast<int>(count)); }
 };
 
 /// A folder with the program's private server and the application folders of the programs that use it. The server is
@@ -48,8 +41,6 @@ class Bench
 public:
     /// @param folder of the data; empty: a scratch folder
     explicit Bench(const QString &folder = {});
-    Bench(const Bench &) = delete;
-    Bench &operator=(const Bench &) = delete;
 
     /// One that was brought up to date, with an empty set of clients; shared by the cases.
     static Bench &upToDate();
@@ -57,17 +48,20 @@ public:
     bool hold(); ///< starts or joins the server and opens the connection; makes the schema
     void killServer() { m_server.kill(); }
     [[nodiscard]] QString data() const { return m_data; }
-    [[nodiscard]] QString app(int program = 0) const { return m_home.filePath(QStringLiteral("app%1").arg(program)); }
+    [[nodiscard]] QString app(int program = 0) const { return m_home.filePath(QString("app%1").arg(program)); }
     [[nodiscard]] QString file(const QString &name) const { return m_home.filePath(name); }
     [[nodiscard]] Connection &connection() { return m_connection; }
 
-    void clearClients();
+    /// Leaves one client with rows in each table, or with the master's row alone.
+    void onlyClient(bool withRows = true);
+    void addClient(const QString &code);
     void carry(const QStringList &statements); ///< which must not be refused
-    [[nodiscard]] QString first(const QString &query);
-    [[nodiscard]] QStringList rows(const QString &query);
-    /// Every row of every table behind its table's name, sorted; without tables that are only passed through.
+    [[nodiscard]] int count(const QString &query) { return RowsOf(m_connection, query).value(0).toInt(); }
+    /// Every row of every table, sorted; without tables that are only passed through.
     [[nodiscard]] QStringList content();
     [[nodiscard]] QStringList asUpdated() const { return m_asUpdated; } ///< what the update alone made
+    /// How many lines of a program's log tell of a fault.
+    [[nodiscard]] qsizetype faults(int program = 0) const;
 
 private:
     QTemporaryDir m_home;
@@ -77,26 +71,18 @@ private:
     QStringList m_asUpdated;
 };
 
-/// Rows of all tables behind a connection, as `Bench::content`.
-QStringList ContentOf(Connection &connection);
-/// Where two contents differ; empty when they do not.
-QString Difference(const QStringList &found, const QStringList &expected);
-QStringList RowsOf(Connection &connection, const QString &query);
-
 /// The real program, playing a script of what a user does.
 class Played
 {
 public:
-    /// @param server an office server's, as a URL; empty: the private one
-    Played(const Bench &bench, const QStringList &script, int program = 0, const QString &server = {});
+    Played(const Bench &bench, const QStringList &script, int program = 0);
     ~Played() { kill(); }
     Played(const Played &) = delete;
     Played &operator=(const Played &) = delete;
 
     bool waitFor(const QString &printed); ///< false when the program ended before
     void kill();                          ///< as SIGKILL does
-    void signal(int number);
-    int ended(); ///< waits for the end; the exit code
+    int ended();                          ///< waits for the end; the exit code
     [[nodiscard]] QString printed() const { return QString::fromUtf8(m_printed); }
 
 private:
@@ -104,30 +90,13 @@ private:
     QByteArray m_printed;
 };
 
-/// The lines of a program's log that tell of a fault.
-QStringList LogOf(const Bench &bench, int program = 0);
+enum class Kills { Nothing, Program, Server };
 
-/// The clients and steps of the scripts.
-QStringList ClientRows(const QString &code);
-QStringList AtEntry(int clientRow = 1);
-QStringList AddExpense();
-QStringList Repeated(const QStringList &once, int times);
-
-Outcome StartTogether(Dice &dice);
-Outcome StartTogetherAtOffice(Dice &dice);
-Outcome StartAfterKill(Dice &dice);
-Outcome HostileTexts(Dice &dice);
-Outcome HostileCode(Dice &dice);
-Outcome Apostrophes(Dice &dice);
-Outcome KillProgram(Dice &dice);
-Outcome KillServer(Dice &dice);
-Outcome TwoWriters(Dice &dice);
-Outcome SixInOneQuarter(Dice &dice);
-Outcome SixClients(Dice &dice);
-Outcome FullDiskSaving(Dice &dice);
-Outcome FullDiskUpdate(Dice &dice);
-Outcome ServerGone(Dice &dice);
-Outcome OfficeRestarted(Dice &dice);
-Outcome DamagedBackups(Dice &dice);
-Outcome ForgedBackups(Dice &dice);
-Outcome DamagedSettings(Dice &dice);
+void StartTogether(Outcome &outcome, Dice &dice, bool killFirst);
+void CutWhileSaving(Outcome &outcome, Dice &dice, Kills kills);
+void ServerGone(Outcome &outcome, Dice &dice);
+void SixPrograms(Outcome &outcome, Dice &dice, bool oneClient);
+void FullDiskSaving(Outcome &outcome, Dice &dice);
+void FullDiskUpdate(Outcome &outcome, Dice &dice);
+void DamagedBackups(Outcome &outcome, Dice &dice);
+void ForgedBackups(Outcome &outcome, Dice &dice);

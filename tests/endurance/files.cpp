@@ -1,27 +1,20 @@
 #include "bench.h"
 
-#include "launcher/settings.h"
 #include "suite/datacare/backup.h"
 
 #include <QBuffer>
 #include <QCryptographicHash>
 #include <QDataStream>
-#include <QFile>
 #include <QtEndian>
-
-#include <array>
 
 // Files from outside that are not as the program wrote them.
 
 namespace {
 
-constexpr qsizetype markBytes = 17;
-constexpr qsizetype checksumBytes = 32;
 const Progress silent = [](qint64, qint64) {};
 
 QByteArray backup(Bench &bench)
 {
-    bench.carry(ClientRows(QStringLiteral("T1")));
     QBuffer file;
     file.open(QIODevice::WriteOnly);
     BackupSummary summary;
@@ -31,16 +24,18 @@ QByteArray backup(Bench &bench)
     return file.data();
 }
 
-bool restore(Bench &bench, QByteArray bytes, QString *why)
+bool restores(Bench &bench, QByteArray bytes)
 {
     QBuffer file(&bytes);
-    file.open(QIODevice::ReadOnly);
-    return RestoreBackup(&bench.connection(), file, silent, why);
+    QString why;
+    return file.open(QIODevice::ReadOnly) && RestoreBackup(&bench.connection(), file, silent, &why);
 }
 
-/// A backup with the definition of a table, and its name, put in another's place; the checksum is right.
-QByteArray forged(const QByteArray &good, const QString &table, const std::function<void(QString &, QString &)> &change)
+/// A backup with the name and the definition of the challans' table as `change` makes them; the checksum is right.
+QByteArray forged(const QByteArray &good, const std::function<void(QString &, QString &)> &change)
 {
+    constexpr qsizetype markBytes = 17;
+    constexpr qsizetype checksumBytes = 32;
     QByteArray made = good.left(markBytes);
     QCryptographicHash hash(QCryptographicHash::Sha256);
     for (qsizetype at = markBytes; at < good.size() - checksumBytes;) {
@@ -55,7 +50,7 @@ QByteArray forged(const QByteArray &good, const QString &table, const std::funct
         in >> kind;
         if (kind == 1)
             in >> name >> definition >> columns;
-        if (name.compare(table, Qt::CaseInsensitive) == 0) {
+        if (name.compare(u"FBT_Challan", Qt::CaseInsensitive) == 0) {
             change(name, definition);
             payload.clear();
             QDataStream(&payload, QIODevice::WriteOnly) << kind << name << definition << columns;
@@ -69,9 +64,9 @@ QByteArray forged(const QByteArray &good, const QString &table, const std::funct
     return made + hash.result();
 }
 
-QByteArray damaged(QByteArray bytes, Dice &dice, qsizetype from = 0)
+QByteArray damaged(QByteArray bytes, Dice &dice)
 {
-    const auto at = from + dice.upTo(static_cast<int>(bytes.size() - from));
+    const auto at = dice.upTo(bytes.size());
     switch (dice.upTo(4)) {
     case 0:
         bytes[at] = static_cast<char>(bytes[at] ^ (1 << dice.upTo(8)));
@@ -87,65 +82,56 @@ QByteArray damaged(QByteArray bytes, Dice &dice, qsizetype from = 0)
 
 struct Forgery
 {
-    const char *what;
-    const char *from;
-    const char *to;
+    QString what;
+    QString from; ///< in the definition of the challans; empty: its name
+    QString to;
 };
 
-/// Each in the definition of the challans; a pipe stands for the end of a definition's first column.
-constexpr std::array<Forgery, 12> forgeries{{
+const QString column = "`srno` int(11) DEFAULT NULL";
+const QString charset = " DEFAULT CHARSET";
+const std::vector<Forgery> forgeries{
     {"a second statement", ") ENGINE", "); Delete from FBT_Info; -- ) ENGINE"},
-    {"rows of a query", " DEFAULT CHARSET", " SELECT 1 DEFAULT CHARSET"},
-    {"a file of the server", " DEFAULT CHARSET", " DATA DIRECTORY='/tmp' DEFAULT CHARSET"},
-    {"another server", " DEFAULT CHARSET", " CONNECTION='mysql://a@b/c' DEFAULT CHARSET"},
-    {"a computed column", "`srno` int(11) DEFAULT NULL", "`srno` int(11) GENERATED ALWAYS AS (sleep(9))"},
-    {"a default that is run", "`srno` int(11) DEFAULT NULL", "`srno` int(11) DEFAULT (sleep(9))"},
-    {"a check that is run", "`srno` int(11) DEFAULT NULL", "`srno` int(11) DEFAULT NULL CHECK (sleep(9))"},
+    {"rows of a query", charset, " SELECT 1" + charset},
+    {"a file of the server", charset, " DATA DIRECTORY='/tmp'" + charset},
+    {"another server", charset, " CONNECTION='mysql://a@b/c'" + charset},
+    {"a computed column", column, "`srno` int(11) GENERATED ALWAYS AS (sleep(9))"},
+    {"a default that is run", column, "`srno` int(11) DEFAULT (sleep(9))"},
+    {"a check that is run", column, column + " CHECK (sleep(9))"},
     {"an unknown type", "`srno` int(11)", "`srno` geometry"},
     {"an unknown column", "`srno`", "`other`"},
     {"a name that ends its quotes", "`srno`", "`srno`` int, x`"},
     {"a comment that the server reads", "`srno` int(11)", "`srno` int(11) /*! NOT NULL */"},
-    {"a column less", "`srno` int(11) DEFAULT NULL,\n", ""},
-}};
+    {"a column less", column + ",\n", ""},
+    {"an unknown table", "", "Strange"},
+    {"a name of another schema", "", "mysql`.`user"},
+    {"another's rows", "", "FBT_Info"},
+};
 
 } // namespace
 
-Outcome ForgedBackups(Dice & /*dice*/)
+void ForgedBackups(Outcome &outcome, Dice & /*dice*/)
 {
-    Outcome outcome;
     Bench &bench = Bench::upToDate();
     const QByteArray good = backup(bench);
     const QStringList before = bench.content();
-    const auto attempt = [&](const QString &what, const std::function<void(QString &, QString &)> &change) {
-        const QByteArray bytes = forged(good, QStringLiteral("FBT_Challan"), change);
-        QString why;
-        const bool taken = restore(bench, bytes, &why);
-        outcome.expect(bytes != good && !taken && bench.content() == before, what + QStringLiteral(": taken"));
-        ++outcome.rounds;
-    };
     for (const Forgery &forgery : forgeries) {
-        attempt(QLatin1String(forgery.what), [&](QString &, QString &definition) {
-            if (!definition.contains(QLatin1String(forgery.from)))
-                qFatal("No place for %s in %s", forgery.what, qPrintable(definition));
-            definition.replace(QLatin1String(forgery.from), QLatin1String(forgery.to));
+        const QByteArray bytes = forged(good, [&](QString &name, QString &definition) {
+            if (forgery.from.isEmpty())
+                name = forgery.to;
+            else
+                definition.replace(forgery.from, forgery.to);
         });
+        outcome.expect(bytes != good && !restores(bench, bytes) && bench.content() == before, forgery.what + ": taken");
+        ++outcome.rounds;
     }
-    attempt(QStringLiteral("an unknown table"), [](QString &name, QString &) { name = QStringLiteral("Strange"); });
-    attempt(QStringLiteral("a name of another schema"),
-            [](QString &name, QString &) { name = QStringLiteral("mysql`.`user"); });
-    attempt(QStringLiteral("another's rows"), [](QString &name, QString &) { name = QStringLiteral("FBT_Info"); });
     // The same hand, with nothing changed, makes a backup that is taken.
-    QString why;
-    outcome.expect(restore(bench, forged(good, QStringLiteral("FBT_Challan"), [](QString &, QString &) {}), &why) &&
-                       bench.content() == before,
-                   QStringLiteral("an unchanged one: ") + why);
-    return outcome;
+    const QByteArray same = forged(good, [](QString &, QString &) {});
+    outcome.expect(restores(bench, same) && bench.content() == before, "an unchanged one is refused");
 }
 
-Outcome DamagedBackups(Dice &dice)
+void DamagedBackups(Outcome &outcome, Dice &dice)
 {
     constexpr int each = 10;
-    Outcome outcome;
     Bench &bench = Bench::upToDate();
     const QByteArray good = backup(bench);
     const QStringList before = bench.content();
@@ -155,36 +141,8 @@ Outcome DamagedBackups(Dice &dice)
         file.open(QIODevice::ReadOnly);
         BackupSummary summary;
         QString why;
-        outcome.expect(bytes == good || !VerifyBackup(file, summary, silent, &why), QStringLiteral("taken as whole"));
+        outcome.expect(bytes == good || !VerifyBackup(file, summary, silent, &why), "taken as whole");
         if (outcome.rounds % each == 0) // even unchecked it changes nothing
-            outcome.expect(bytes == good || (!restore(bench, bytes, &why) && bench.content() == before),
-                           QStringLiteral("restored: ") + why);
+            outcome.expect(bytes == good || (!restores(bench, bytes) && bench.content() == before), "restored");
     }
-    return outcome;
-}
-
-// A file that names an office server never opens the private database, and a complaint never shows the password.
-Outcome DamagedSettings(Dice &dice)
-{
-    constexpr int each = 50;
-    const QByteArray good = "[Server]\nhost=office\nport=3307\nuser=fbt\npassword=s3cr3t\ntls=off\nschema=fbt2\n"
-                            "[Suite]\nschema=suite\n";
-    constexpr qsizetype opening = 9; // a file that is cut before the section is over names no server
-    Outcome outcome;
-    const QTemporaryDir folder;
-    int refused = 0;
-    for (; outcome.rounds < dice.rounds * each; ++outcome.rounds) {
-        const QByteArray bytes = damaged(good, dice, opening);
-        QFile file(folder.filePath(QStringLiteral("pelkfbt.ini")));
-        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-            qFatal("%s", qPrintable(file.errorString()));
-        file.close();
-        QString why;
-        const auto settings = ReadLauncherSettings(file.fileName(), &why);
-        refused += settings ? 0 : 1;
-        outcome.expect(settings ? settings->server.has_value() : !why.isEmpty() && !why.contains(u"s3cr3t"),
-                       (settings ? QStringLiteral("private: ") : why) + QString::fromLatin1(bytes.toPercentEncoding()));
-    }
-    outcome.happened += Joined(refused, " refused, the others name their server");
-    return outcome;
 }

@@ -114,17 +114,6 @@ private slots:
         QVERIFY(host.user.enabled("cmdquit"));
     }
 
-    void quitsAfterABackup()
-    {
-        Host host;
-        host.user.open<frmmain>(&host.window);
-        host.user.answers({Reply::Yes, Reply::Yes});
-        host.user.click("cmdquit");
-        QCOMPARE(host.user.said().size(), 2);
-        QCOMPARE(host.module.base.calls, QStringList({"ShowWexaNews", "BackUp", "TerminateObj"}));
-        QVERIFY(!host.window.isVisible());
-    }
-
     void insideTheSuiteEscapeLeavesAndLittleIsShown()
     {
         Host host;

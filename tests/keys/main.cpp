@@ -1,25 +1,354 @@
-#include "keyplayer.h"
-
+#include "controls/grid.h"
+#include "controls/msgbox.h"
+#include "controls/screen.h"
+#include "controls/screenstack.h"
 #include "launcher/application.h"
 #include "launcher/modulelibrary.h"
 #include "launcher/options.h"
 #include "launcher/program.h"
 #include "tests/support/employer.h"
 
+#include <QAbstractButton>
+#include <QAction>
+#include <QClipboard>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QRandomGenerator>
+#include <QRegularExpression>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTimer>
 
 namespace {
 
-/// Employers enough for lists to scroll, some with expenses and more than one nature of business.
+/// Whether a typed text stands in a statement as it was typed, or a word ends the statement early. The text may have been
+/// cut to the length of its field. Read here by the server's own rule.
+bool isUnsafe(const QString &statement)
+{
+    static const QRegularExpression values(R"('(?:[^'\\]|\\.|'')*'|"(?:[^"\\]|\\.|"")*")",
+                                           QRegularExpression::DotMatchesEverythingOption);
+    static const QRegularExpression typed(R"(1' #|x';d|x' or 'a|a\\')", QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression ends("['#;]|-- ");
+    return statement.contains(typed) || QString(statement).remove(values).contains(ends);
+}
+
+/// The name by which a field is counted: its screen's and its own.
+QString nameOf(const QWidget *field)
+{
+    QString name;
+    const Screen *screen = Screen::of(field);
+    for (const QWidget *at = field; at != nullptr && at != screen; at = at->parentWidget()) {
+        if (name.isEmpty() && !at->objectName().startsWith(u"qt_"))
+            name = at->objectName();
+    }
+    return Joined(screen == nullptr ? QString() : screen->objectName(), '.', name);
+}
+
+/// A target can go with the first half of a click.
+void clickAt(QWidget *target, const QPoint &at)
+{
+    const QPointer<QWidget> alive(target);
+    QTest::mousePress(target, Qt::LeftButton, {}, at);
+    if (alive)
+        QTest::mouseRelease(target, Qt::LeftButton, {}, at);
+}
+
+QWidget *keyTarget(QWidget *window)
+{
+    QWidget *focus = QApplication::focusWidget();
+    return focus != nullptr ? focus : window;
+}
+
+/// Plays rounds of random keys and clicks on whatever the program shows, as a user in a hurry would, and then ends the
+/// event loop. Screens are found by the buttons and menus that open them, so that a new one takes part without being
+/// named. Into the fields and cells, those first that had the fewest, go texts that would end the quotes they stand in;
+/// each statement that is sent is looked at. The same seed plays the same.
+///
+/// Each step is due whether or not the one before has returned: it may have opened a modal screen.
+class KeyPlayer : public QObject, private Answerer
+{
+public:
+    KeyPlayer(Program &program, int rounds, quint32 firstSeed)
+        : m_program(program)
+        , m_rounds(rounds)
+        , m_seed(firstSeed)
+        , m_before(SetAnswerer(this))
+    {
+        program.connection().setObserver([this](const QString &statement) {
+            if (isUnsafe(statement))
+                m_unsafe << statement;
+        });
+    }
+    ~KeyPlayer() override
+    {
+        m_program.connection().setObserver({});
+        SetAnswerer(m_before);
+    }
+
+    void beginRound();
+    [[nodiscard]] QStringList unsafe() const { return m_unsafe; } ///< statements that should not have been sent
+    [[nodiscard]] QStringList neverTyped() const { return m_typed.keys(0); }
+
+private:
+    Reply message(const MessageBox &box) override;
+    QString file(const FileRequest & /*request*/) override { return {}; }
+
+    int upTo(qsizetype count) { return m_random.bounded(static_cast<int>(count)); }
+    template<class T>
+    const T &anyIn(const QList<T> &list)
+    {
+        return list[upTo(list.size())];
+    }
+    /// One that a user could reach; null when there is none.
+    template<class W>
+    W *anyOf(const QWidget *place)
+    {
+        QList<W *> usable = place->findChildren<W *>();
+        usable.removeIf([](const W *widget) { return !widget->isVisible() || !widget->isEnabled(); });
+        return usable.isEmpty() ? nullptr : anyIn(usable);
+    }
+
+    void step();
+    void act(QWidget *window);
+    void closeAll();
+    [[nodiscard]] QWidget *windowInFront() const;
+
+    void click(QWidget *window);
+    void clickSomewhere(QWidget *window);
+    void pressMnemonic(QWidget *window);
+    void twoAtOnce(QWidget *window);
+    void triggerMenuEntry(QWidget *window);
+    void chooseEntry(QWidget *window);
+    void pressKey(QWidget *window);
+    void typeText(QWidget *window);
+    void pasteText(QWidget *window);
+    void fillField(QWidget *window);
+    void fillCell(QWidget *window);
+    void fill(QWidget *editor, const QString &field);
+
+    Program &m_program;
+    int m_rounds;
+    quint32 m_seed;
+    int m_stepsLeft = 0;
+    int m_closingTries = 0;
+    bool m_closing = false;
+    QRandomGenerator m_random;
+    QMap<QString, int> m_typed; // times, by field
+    QStringList m_unsafe;
+    Answerer *m_before;
+};
+
+void KeyPlayer::beginRound()
+{
+    constexpr int stepsOfARound = 80;
+    if (m_rounds-- == 0) {
+        QCoreApplication::exit(0); // quit() would ask the windows
+        return;
+    }
+    std::fprintf(stderr, "seed %u\n", m_seed); // the last one printed is the one that crashed
+    m_random.seed(m_seed++);
+    m_stepsLeft = stepsOfARound;
+    m_closing = false;
+    QTimer::singleShot(0, this, &KeyPlayer::step);
+}
+
+Reply KeyPlayer::message(const MessageBox &box)
+{
+    if (box.text == u"Do you really want to exit ?")
+        return Reply::No;
+    return m_closing ? box.replies().first() : anyIn(box.replies());
+}
+
+void KeyPlayer::step()
+{
+    if (m_stepsLeft-- == 0) {
+        m_closing = true;
+        m_closingTries = 0;
+        closeAll();
+        return;
+    }
+    QTimer::singleShot(anyIn(QList<int>{0, 0, 5, 50}), this, &KeyPlayer::step);
+    if (QWidget *window = windowInFront())
+        act(window);
+}
+
+void KeyPlayer::act(QWidget *window)
+{
+    // What a user does most stands more often.
+    static const QList<void (KeyPlayer::*)(QWidget *)> actions{
+        &KeyPlayer::click,           &KeyPlayer::click,         &KeyPlayer::click,          &KeyPlayer::click,
+        &KeyPlayer::click,           &KeyPlayer::pressMnemonic, &KeyPlayer::pressMnemonic,  &KeyPlayer::twoAtOnce,
+        &KeyPlayer::twoAtOnce,       &KeyPlayer::chooseEntry,   &KeyPlayer::clickSomewhere, &KeyPlayer::clickSomewhere,
+        &KeyPlayer::pressKey,        &KeyPlayer::pressKey,      &KeyPlayer::pressKey,       &KeyPlayer::typeText,
+        &KeyPlayer::pasteText,       &KeyPlayer::fillField,     &KeyPlayer::fillField,      &KeyPlayer::fillCell,
+        &KeyPlayer::triggerMenuEntry};
+    (this->*anyIn(actions))(window);
+}
+
+/// Closes what a round has opened, from the front, so that the next one begins on the main screen alone.
+void KeyPlayer::closeAll()
+{
+    constexpr int mostTries = 500;
+    if (++m_closingTries > mostTries)
+        qFatal("A screen cannot be closed.");
+    const ScreenStack *stack = ScreenStack::of(m_program.window());
+    if (QWidget *popup = QApplication::activePopupWidget()) {
+        popup->close();
+    } else if (const QList<Screen *> modal = Screen::modalScreens(); !modal.isEmpty()) {
+        modal.last()->Unload();
+    } else if (stack != nullptr && stack->screens().size() > 1) {
+        stack->top()->Unload();
+    } else if (QWidget *window = windowInFront(); window != m_program.window() && window != nullptr) {
+        window->close();
+    } else {
+        QTimer::singleShot(0, this, &KeyPlayer::beginRound);
+        return;
+    }
+    QTimer::singleShot(0, this, &KeyPlayer::closeAll);
+}
+
+QWidget *KeyPlayer::windowInFront() const
+{
+    if (QWidget *popup = QApplication::activePopupWidget())
+        return popup;
+    if (QWidget *modal = QApplication::activeModalWidget())
+        return modal;
+    for (QWidget *window : QApplication::topLevelWidgets()) {
+        if (window != m_program.window() && window->isVisible() && window->windowType() == Qt::Window)
+            return window;
+    }
+    return m_program.window();
+}
+
+void KeyPlayer::click(QWidget *window)
+{
+    if (auto *button = anyOf<QAbstractButton>(window))
+        clickAt(button, button->rect().center());
+}
+
+void KeyPlayer::clickSomewhere(QWidget *window)
+{
+    auto *widget = anyOf<QWidget>(window);
+    if (widget == nullptr || widget->size().isEmpty())
+        return;
+    const QPointer<QWidget> alive(widget);
+    const QPoint at(upTo(widget->width()), upTo(widget->height()));
+    clickAt(widget, at);
+    if (alive && upTo(3) == 0)
+        QTest::mouseDClick(widget, Qt::LeftButton, {}, at);
+}
+
+void KeyPlayer::pressMnemonic(QWidget *window)
+{
+    static const QRegularExpression mnemonic("&([A-Za-z0-9])");
+    const auto *button = anyOf<QAbstractButton>(window);
+    const QString letter = button == nullptr ? QString() : mnemonic.match(button->text()).captured(1);
+    if (!letter.isEmpty())
+        QTest::keyClick(keyTarget(window), letter.toLower()[0].toLatin1(), Qt::AltModifier);
+}
+
+/// A button that its key pressed clicks a tenth of a second later: meanwhile another one is clicked.
+void KeyPlayer::twoAtOnce(QWidget *window)
+{
+    const QPointer<QWidget> alive(window);
+    pressMnemonic(window);
+    if (alive)
+        click(window);
+}
+
+void KeyPlayer::triggerMenuEntry(QWidget *window)
+{
+    QList<QAction *> entries;
+    for (const Screen *screen : window->findChildren<Screen *>()) {
+        if (screen->isVisible())
+            entries << screen->findChildren<QAction *>(QString(), Qt::FindDirectChildrenOnly);
+    }
+    entries.isEmpty() ? click(window) : anyIn(entries)->trigger();
+}
+
+void KeyPlayer::chooseEntry(QWidget *window)
+{
+    auto *combo = anyOf<QComboBox>(window);
+    if (combo == nullptr || combo->count() == 0)
+        return;
+    combo->setFocus();
+    combo->setCurrentIndex(upTo(combo->count()));
+}
+
+void KeyPlayer::pressKey(QWidget *window)
+{
+    static const QList<Qt::Key> keys{
+        Qt::Key_Return, Qt::Key_Return, Qt::Key_Return, Qt::Key_Tab,  Qt::Key_Tab,  Qt::Key_Backtab,  Qt::Key_Escape,
+        Qt::Key_Escape, Qt::Key_Up,     Qt::Key_Down,   Qt::Key_Down, Qt::Key_Left, Qt::Key_Right,    Qt::Key_PageDown,
+        Qt::Key_Home,   Qt::Key_Space,  Qt::Key_Delete, Qt::Key_F7,   Qt::Key_F8,   Qt::Key_Backspace};
+    QTest::keyClick(keyTarget(window), anyIn(keys));
+}
+
+void KeyPlayer::typeText(QWidget *window)
+{
+    static const QStringList texts{"a",           "abc",        "1",  "12.50", "-3", "01/04/2007", "1-4-07",
+                                   "99999999999", "Acme & Co.", "K1", "0",     "  ", "31022008",   "AAACA1234A"};
+    for (const QChar c : anyIn(texts))
+        QTest::keyClick(keyTarget(window), c.toLatin1());
+}
+
+void KeyPlayer::pasteText(QWidget *window)
+{
+    static const QStringList texts{" 01/04/2007", "acme ltd", "é", "12,500.00", "x\ny", QString()};
+    QApplication::clipboard()->setText(anyIn(texts));
+    QTest::keySequence(keyTarget(window), upTo(3) == 0 ? QKeySequence::Undo : QKeySequence::Paste);
+}
+
+void KeyPlayer::fillField(QWidget *window)
+{
+    QLineEdit *least = nullptr;
+    for (QLineEdit *field : window->findChildren<QLineEdit *>()) {
+        const int times = m_typed[nameOf(field)];
+        if (field->isVisible() && field->isEnabled() && !field->isReadOnly() &&
+            (least == nullptr || times < m_typed.value(nameOf(least))))
+            least = field;
+    }
+    if (least == nullptr)
+        return click(window);
+    least->setFocus();
+    least->selectAll();
+    fill(least, nameOf(least));
+}
+
+void KeyPlayer::fillCell(QWidget *window)
+{
+    auto *grid = anyOf<Grid>(window);
+    if (grid == nullptr || !grid->hasDataRow())
+        return click(window);
+    const int col = upTo(grid->Cols());
+    grid->setFocus();
+    grid->setCell(grid->FixedRows() + upTo(grid->Rows() - grid->FixedRows()), col);
+    if (grid->isEditing() || grid->EditCell())
+        fill(QApplication::focusWidget(), Joined(nameOf(grid), '(', col, ')'));
+}
+
+void KeyPlayer::fill(QWidget *editor, const QString &field)
+{
+    static const QStringList hostile{"1' #2", "x';delete from fbt_detail; -- ", "X' or 'a'='a", "a\\"};
+    ++m_typed[field];
+    const QPointer<QWidget> alive(editor);
+    for (const QChar c : anyIn(hostile)) {
+        if (alive)
+            QTest::keyClick(alive, c.toLatin1());
+    }
+    if (alive && upTo(2) == 0)
+        QTest::keyClick(alive, Qt::Key_Return);
+}
+
+/// Employers enough for lists to scroll, each with expenses of two natures of business.
 void addEmployers(Connection &connection)
 {
     for (int i = 1; i <= 30; ++i)
-        employer(connection, QStringLiteral("K%1").arg(i, 2, 10, QChar(u'0'))).name(QStringLiteral("EMPLOYER"));
-    employer(connection, QStringLiteral("TWO"))
-        .natures({1, 7})
-        .expense(2007, 1, 1, 18, 1000)
-        .expense(2007, 2, 7, 65, 2300);
+        employer(connection, QString("K%1").arg(i, 2, 10, QChar(u'0')))
+            .natures({1, 7})
+            .expense(2007, 1, 1, 18, 1000)
+            .expense(2008, 2, 7, 65, 2300)
+            .salary(2008, 1, 1, 500);
 }
 
 /// Clicks that no control takes are part of the game; only what is worse than a warning is told.
@@ -32,29 +361,24 @@ void tellFaults(QtMsgType type, const QMessageLogContext &context, const QString
 int play(int rounds, quint32 firstSeed)
 {
     const QTemporaryDir scratch;
-    const QString settingsFile = scratch.filePath(QStringLiteral("pelkfbt.ini"));
-    Program program({scratch.filePath(QStringLiteral("app")), scratch.filePath(QStringLiteral("db")), settingsFile,
+    Program program({scratch.filePath("app"), scratch.filePath("db"), scratch.filePath("pelkfbt.ini"),
                      DeliveredFolder(), ModuleLibrary::usualPath()},
                     LauncherSettings());
     QString why;
-    if (!program.start(&why)) {
-        fprintf(stderr, "%s\n", qPrintable(why));
-        return 1;
-    }
-    int played = 1;
-    KeyPlayer player(program.window(), rounds, firstSeed);
-    QObject::connect(&player, &KeyPlayer::finished, qApp, [&played] {
-        played = 0;
-        QCoreApplication::exit(0); // quit() would ask the windows
-    });
+    if (!program.start(&why))
+        qFatal("%s", qPrintable(why));
+    KeyPlayer player(program, rounds, firstSeed);
     QTimer::singleShot(0, qApp, [&] {
         program.show();
         addEmployers(program.connection());
-        player.begin();
+        player.beginRound();
     });
     QApplication::exec();
     program.stop();
-    return played;
+    std::printf("Never typed in: %s\n", qPrintable(player.neverTyped().join(u' ')));
+    for (const QString &statement : player.unsafe())
+        std::printf("Sent: %s\n", qPrintable(statement));
+    return player.unsafe().isEmpty() ? 0 : 1;
 }
 
 } // namespace
@@ -66,7 +390,5 @@ int main(int argc, char **argv)
     Application application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     const QStringList arguments = QCoreApplication::arguments();
-    constexpr int fewRounds = 40;
-    const int rounds = arguments.size() > 1 ? arguments.at(1).toInt() : fewRounds;
-    return play(rounds, arguments.size() > 2 ? arguments.at(2).toUInt() : 1);
+    return play(arguments.value(1, "40").toInt(), arguments.value(2, "1").toUInt());
 }

@@ -6,7 +6,6 @@
 #include <QTextStream>
 #include <QTimer>
 
-#include <algorithm>
 #include <functional>
 
 namespace {
@@ -20,21 +19,6 @@ QWidget *shown(const QString &name)
             return widget;
     }
     return nullptr;
-}
-
-QAbstractButton *buttonIn(const QWidget &place, const QString &nameOrText)
-{
-    for (auto *button : place.findChildren<QAbstractButton *>()) {
-        if (button->isEnabled() && (button->objectName() == nameOrText || button->text() == nameOrText))
-            return button;
-    }
-    return nullptr;
-}
-
-bool hasRows(const QWidget &place, int rows)
-{
-    const auto grids = place.findChildren<QTableView *>();
-    return std::any_of(grids.begin(), grids.end(), [rows](auto *grid) { return grid->model()->rowCount() >= rows; });
 }
 
 } // namespace
@@ -72,6 +56,14 @@ private:
     /// What is to be done now; none as long as the widget is not ready for it.
     static std::function<void()> action(QWidget &widget, const QString &what)
     {
+        for (const auto *grid : widget.findChildren<QTableView *>()) {
+            if (what.startsWith(u"rows=") && grid->model()->rowCount() >= what.mid(5).toInt())
+                return [] {};
+        }
+        for (auto *button : widget.findChildren<QAbstractButton *>()) {
+            if (button->isEnabled() && (button->objectName() == what || button->text() == what))
+                return [button] { button->click(); };
+        }
         if (what == u"shown")
             return [] {};
         if (what == u"close")
@@ -82,10 +74,7 @@ private:
                 QWidget *focus = widget.window()->focusWidget();
                 QApplication::sendEvent(focus == nullptr ? &widget : focus, &press);
             };
-        if (what.startsWith(u"rows="))
-            return hasRows(widget, what.mid(5).toInt()) ? std::function<void()>([] {}) : nullptr;
-        QAbstractButton *button = buttonIn(widget, what);
-        return button == nullptr ? std::function<void()>() : [button] { button->click(); };
+        return nullptr;
     }
 
     QStringList m_steps = qEnvironmentVariable("FBT_HAND").split(u';', Qt::SkipEmptyParts);

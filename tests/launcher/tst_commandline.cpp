@@ -38,7 +38,6 @@ private slots:
 
     void refusals()
     {
-        put(u"samples/a.txt"_s, "employer A1\nnmae A ONE\n");
         const struct
         {
             QString arguments; // %1 stands for the scratch folder
@@ -49,8 +48,6 @@ private slots:
             {u"--app %1/plain"_s, "", u"The application folder %1/plain is a file.\n"_s},
             {u"--app %1/app"_s, "[Server]\nhost=db\n",
              u"The settings file %1/config/pelkfbt/pelkfbt.ini is wrong at [Server] user: the user is missing.\n"_s},
-            {u"--sample --app %1/app --data %1/db --samples %1/samples"_s, "",
-             u"%1/samples/a.txt:2: there is no record \"nmae\"\n"_s},
             {u"--smaple"_s, "", u"Unknown option 'smaple'.\n"_s},
             {u"client"_s, "", u"There is nothing to do with \"client\".\n"_s},
         };

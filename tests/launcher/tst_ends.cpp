@@ -1,11 +1,11 @@
 #include "platform/recordset.h"
 #include "server/privateserver.h"
+#include "tests/support/caserow.h"
 
 #include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
-#include <QTest>
 
 #include <csignal>
 
@@ -33,24 +33,19 @@ private slots:
 
     void ends_data()
     {
-        QTest::addColumn<QString>("options");
-        QTest::addColumn<QString>("steps");
-        QTest::addColumn<bool>("terminated"); // by SIGTERM after the last step
+        Columns<QString, QString, bool>({"options", "steps", "terminated"}); // by SIGTERM after the last step
         const QString close = u";MainWindow close;QMessageBox &Yes;QMessageBox &No"_s;
-        QTest::newRow("cancelled login") << u""_s << u"frmLogin escape"_s << false;
-        QTest::newRow("SIGTERM at the login") << u""_s << u"frmLogin shown"_s << true;
-        QTest::newRow("SIGTERM at a question")
-            << u"--demo"_s << u"cmdfbtdet shown;MainWindow close;QMessageBox shown"_s << true;
-        QTest::newRow("window closed on the demonstration")
-            << u"--demo"_s << u"frmmain cmdfbtdet;frmsbase rows=4;frmsbase escape;cmdfbtdet shown"_s + close << false;
+        Case("cancelled login", u""_s, u"frmLogin escape"_s, false);
+        Case("SIGTERM at the login", u""_s, u"frmLogin shown"_s, true);
+        Case("SIGTERM at a question", u"--demo"_s, u"cmdfbtdet shown;MainWindow close;QMessageBox shown"_s, true);
+        Case("window closed on the demonstration", u"--demo"_s,
+             u"frmmain cmdfbtdet;frmsbase rows=4;frmsbase escape;cmdfbtdet shown"_s + close, false);
     }
 
     void ends()
     {
         constexpr int patienceMs = 60'000;
-        QFETCH(QString, options);
-        QFETCH(QString, steps);
-        QFETCH(bool, terminated);
+        const auto [options, steps, terminated] = Row<QString, QString, bool>();
         QProcess program;
         start(program, options.split(u' ', Qt::SkipEmptyParts), steps);
         QByteArray printed;

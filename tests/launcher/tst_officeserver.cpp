@@ -1,24 +1,13 @@
 #include "launcher/database.h"
 #include "launcher/samplerun.h"
-#include "platform/recordset.h"
-#include "server/privateserver.h"
 #include "tests/launcher/officeserver.h"
+#include "tests/support/caserow.h"
 #include "tests/support/testmodule.h"
 
-#include <QDeadlineTimer>
-#include <QProcess>
-#include <QStandardPaths>
-#include <QTcpServer>
-#include <QTest>
 #include <QTextStream>
-#include <QThread>
 
-#include <csignal>
 #include <poll.h>
-#include <pwd.h>
-#include <sys/prctl.h>
 #include <sys/socket.h>
-#include <unistd.h>
 
 #include <thread>
 
@@ -92,23 +81,18 @@ private slots:
     void encryption_data()
     {
         using Tls = ServerAddress::Tls;
-        QTest::addColumn<bool>("offered");
-        QTest::addColumn<Tls>("tls");
-        QTest::addColumn<QString>("ca");
-        QTest::addColumn<QString>("seen"); // encrypted, plain, or the beginning of the refusal
-        QTest::newRow("offered") << true << Tls::Preferred << QString() << u"encrypted"_s;
-        QTest::newRow("offered, by our authority") << true << Tls::Required << u"office.crt"_s << u"encrypted"_s;
-        QTest::newRow("offered, by a stranger") << true << Tls::Preferred << u"stranger.crt"_s << u"TLS/SSL error"_s;
-        QTest::newRow("offered, not wanted") << true << Tls::Off << QString() << u"plain"_s;
-        QTest::newRow("not offered") << false << Tls::Preferred << QString() << u"plain"_s;
-        QTest::newRow("not offered, required") << false << Tls::Required << QString() << u"The server offers no"_s;
+        Columns<bool, Tls, QString, QString>(
+            {"offered", "tls", "ca", "seen"}); // encrypted, plain, or the beginning of the refusal
+        Case("offered", true, Tls::Preferred, QString(), u"encrypted"_s);
+        Case("offered, by our authority", true, Tls::Required, u"office.crt"_s, u"encrypted"_s);
+        Case("offered, by a stranger", true, Tls::Preferred, u"stranger.crt"_s, u"TLS/SSL error"_s);
+        Case("offered, not wanted", true, Tls::Off, QString(), u"plain"_s);
+        Case("not offered", false, Tls::Preferred, QString(), u"plain"_s);
+        Case("not offered, required", false, Tls::Required, QString(), u"The server offers no"_s);
     }
     void encryption()
     {
-        QFETCH(bool, offered);
-        QFETCH(ServerAddress::Tls, tls);
-        QFETCH(QString, ca);
-        QFETCH(QString, seen);
+        const auto [offered, tls, ca, seen] = Row<bool, ServerAddress::Tls, QString, QString>();
         ServerAddress address = (offered ? m_encrypting : m_office).address();
         address.tls = tls;
         address.ca = ca.isEmpty() ? QString() : QFINDTESTDATA(ca);
@@ -159,9 +143,7 @@ private slots:
 
     void refusals_data()
     {
-        QTest::addColumn<QString>("wrong"); // the setting, and its value
-        QTest::addColumn<QString>("value");
-        QTest::addColumn<QString>("why"); // begins like this
+        Columns<QString, QString, QString>({"wrong", "value", "why"}); // the setting, and its value // begins like this
         const auto row = [](const QString &wrong, const QString &value, const QString &why) {
             QTest::newRow(qPrintable(wrong)) << wrong << value << why;
         };
@@ -173,9 +155,7 @@ private slots:
     }
     void refusals()
     {
-        QFETCH(QString, wrong);
-        QFETCH(QString, value);
-        QFETCH(QString, why);
+        const auto [wrong, value, why] = Row<QString, QString, QString>();
         LauncherSettings refused = settings();
         (wrong == u"host"       ? refused.server->host
          : wrong == u"password" ? refused.server->password
@@ -183,7 +163,8 @@ private slots:
                                 : refused.suiteSchema) = value;
         LauncherDatabase database(refused, u"/proc/never"_s);
         QVERIFY(!database.open(&m_why));
-        QVERIFY2(m_why.startsWith(why.replace(u"%1"_s, QString::number(refused.server->port))), qPrintable(m_why));
+        QVERIFY2(m_why.startsWith(QString(why).replace(u"%1"_s, QString::number(refused.server->port))),
+                 qPrintable(m_why));
     }
 
 private:
@@ -195,8 +176,8 @@ private:
         return settings;
     }
 
-    OfficeServer m_office{OfficeServer::Encrypts::No};
-    OfficeServer m_encrypting{OfficeServer::Encrypts::Yes};
+    OfficeServer m_office{false};
+    OfficeServer m_encrypting{true};
     QString m_why;
 };
 

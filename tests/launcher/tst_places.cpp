@@ -1,5 +1,6 @@
 #include "launcher/delivered.h"
 #include "launcher/settings.h"
+#include "platform/text.h"
 
 #include <QDir>
 #include <QFile>
@@ -24,14 +25,14 @@ QByteArray content(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("missing");
 }
 
+/// Host, port, socket, user, password and schemas as one text.
 QString textOf(const LauncherSettings &settings)
 {
-    const auto &server = settings.server;
-    const QString text = server ? u"%1:%2 %3 %4 %5"_s.arg(server->host)
-                                      .arg(server->port)
-                                      .arg(server->socket, server->user, server->password)
-                                : u"private"_s;
-    return u"%1 %2 %3"_s.arg(text, settings.schema, settings.suiteSchema);
+    ServerAddress none;
+    none.host = u"private"_s;
+    const ServerAddress server = settings.server.value_or(none);
+    return Joined(server.host, ':', server.port, ' ', server.socket, ' ', server.user, ' ', server.password, ' ',
+                  settings.schema, ' ', settings.suiteSchema);
 }
 
 } // namespace
@@ -49,9 +50,9 @@ private slots:
         const struct
         {
             QByteArray text;
-            QString seen; // host:port socket user password schema suite, or the refusal after the path
+            QString seen; // or the refusal after the path
         } rows[] = {
-            {"[Settings]\nRepWin=1\n", u"private pelkfbt "_s},
+            {"[Settings]\nRepWin=1\n", u"private:0    pelkfbt "_s},
             {"[Server]\nhost=db\nport=3307\nuser=u\npassword=\"a,b;c\\\\\"\n", u"db:3307  u a,b;c\\ pelkfbt "_s},
             {"[Server]\nsocket=/s\nuser=u\nschema=fbt_2\n[Suite]\nschema=suite\n", u":0 /s u  fbt_2 suite"_s},
             {"[Server]\nhost=db\nsocket=/s\nuser=u\n", u"is wrong at [Server] host: name either a host or a socket."_s},

@@ -1,8 +1,8 @@
 #include "platform/fault.h"
 #include "platform/rtfdocument.h"
+#include "tests/support/caserow.h"
 
 #include <QElapsedTimer>
-#include <QTest>
 
 #include <functional>
 #include <vector>
@@ -57,124 +57,96 @@ class TestRtf : public QObject
     Q_OBJECT
 
 private slots:
-    void untouchedBytesStay_data()
-    {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<bool>("isWhole");
-        QTest::newRow("plain") << whole("\\b x\\b0  y\\par") << true;
-        QTest::newRow("odd control words") << whole("\\b-x\\'zz\\u-3 ?\\*\\~ \\\r\n\\x-5-5 \\fs20a") << true;
-        QTest::newRow("bytes of a picture") << whole("{\\pict\\bin5 }{\\\\}}\\par") << true;
-        QTest::newRow("longer than announced") << whole("\\bin99999999999 x") << false;
-        QTest::newRow("after the end") << whole("a") + "more {" << false;
-        QTest::newRow("brace too many") << whole("a}b") << false;
-        QTest::newRow("cut in a word") << QByteArray("{\\rtf1 a\\pa") << false;
-        QTest::newRow("cut in a row") << QByteArray("{\\rtf1\\trowd\\cellx9\\intbl a\\cell}") << false;
-        QTest::newRow("cut after a backslash") << QByteArray("{\\rtf1 a\\") << false;
-        QTest::newRow("bare head") << QByteArray("{\\rtf1}") << true;
-    }
     void untouchedBytesStay()
     {
-        QFETCH(QByteArray, bytes);
-        QFETCH(bool, isWhole);
-        RtfDocument document(bytes);
-        QCOMPARE(document.bytes(), bytes);
-        QCOMPARE(document.isWhole(), isWhole);
-        QCOMPARE(document.replace("no such mark", "x"), 0);
-        QCOMPARE(document.bytes(), bytes);
+        const QByteArrayList good{whole("\\b x\\b0  y\\par"),
+                                  whole("\\b-x\\'zz\\u-3 ?\\*\\~ \\\r\n\\x-5-5 \\fs20a"), // odd control words
+                                  whole("{\\pict\\bin5 }{\\\\}}\\par"),                   // bytes of a picture
+                                  "{\\rtf1}"};
+        const QByteArrayList broken{whole("\\bin99999999999 x"), // longer than announced
+                                    whole("a") + "more {",
+                                    whole("a}b"),
+                                    "{\\rtf1 a\\pa",
+                                    "{\\rtf1\\trowd\\cellx9\\intbl a\\cell}",
+                                    "{\\rtf1 a\\"};
+        for (const QByteArray &bytes : good + broken) {
+            RtfDocument document(bytes);
+            QVERIFY2(document.bytes() == bytes && document.isWhole() == good.contains(bytes), bytes.constData());
+            QVERIFY2(document.replace("no such mark", "x") == 0 && document.bytes() == bytes, bytes.constData());
+        }
     }
 
     void replace_data()
     {
-        QTest::addColumn<QByteArray>("body");
-        QTest::addColumn<QString>("value");
-        QTest::addColumn<int>("count");
-        QTest::addColumn<QByteArray>("after");
+        Columns<QByteArray, QString, int, QByteArray>({"body", "value", "count", "after"});
         const QString esc(QChar(27));
-        QTest::newRow("one run") << QByteArray("a ##1## b\\par") << "X" << 1 << QByteArray("a X b\\par");
-        QTest::newRow("twice in a paragraph") << QByteArray("##1####1##") << "X" << 2 << QByteArray("XX");
-        QTest::newRow("across runs") << QByteArray("{\\b #}{\\i #1}\n{\\ul ##}.") << "X" << 1
-                                     << QByteArray("{\\b X}{\\i }\n{\\ul }.");
-        QTest::newRow("not across paragraphs") << QByteArray("##\\par 1##") << "X" << 0 << QByteArray("##\\par 1##");
-        QTest::newRow("letters as codes") << QByteArray("\\'23#\\u49 ?##") << "X" << 1 << QByteArray("X");
-        QTest::newRow("stand-ins of several letters")
-            << QByteArray("{\\uc2 \\u35 ab#1##}") << "X" << 1 << QByteArray("{\\uc2 X}");
-        QTest::newRow("a word before it needs no blank") << QByteArray("\\b ##1##") << "X" << 1 << QByteArray("\\b X");
-        QTest::newRow("blank kept apart from a word") << QByteArray("\\b\\'23#1##") << "X" << 1 << QByteArray("\\b X");
-        QTest::newRow("in a page's foot")
-            << QByteArray("{\\footer ##1##\\par}") << "X" << 1 << QByteArray("{\\footer X\\par}");
-        QTest::newRow("in a text box") << QByteArray("{\\shp{\\*\\shpinst{\\sp{\\sn ##1##}}{\\shptxt ##1##\\par}}}")
-                                       << "X" << 1
-                                       << QByteArray("{\\shp{\\*\\shpinst{\\sp{\\sn ##1##}}{\\shptxt X\\par}}}");
-        QTest::newRow("not in a field's code") << QByteArray("{\\field{\\*\\fldinst ##1##}{\\fldrslt ##1##}}") << "X"
-                                               << 1 << QByteArray("{\\field{\\*\\fldinst ##1##}{\\fldrslt X}}");
-        QTest::newRow("not in what the file says of itself")
-            << QByteArray("{\\info{\\title ##1##}}") << "X" << 0 << QByteArray("{\\info{\\title ##1##}}");
-        QTest::newRow("the value is not searched") << QByteArray("##1##") << "##1##" << 1 << QByteArray("##1##");
-        QTest::newRow("reserved letters") << QByteArray("##1##") << "{a\\b}" << 1 << QByteArray("\\{a\\\\b\\}");
-        QTest::newRow("beyond ASCII") << QByteArray("##1##") << QString::fromUtf8("é€₹") << 1
-                                      << QByteArray("{\\uc1\\u233\\'e9}{\\uc1\\u8364\\'80}{\\uc1\\u8377 ?}");
-        QTest::newRow("struck out") << QByteArray("##1##") << esc + "SCash" + esc + "T/b" << 1
-                                    << QByteArray("{\\strike Cash}/b");
-        QTest::newRow("struck to the end")
-            << QByteArray("##1##") << esc + "Sa" + esc + "S" << 1 << QByteArray("{\\strike a}");
-        QTest::newRow("two lines") << QByteArray("##1##") << "a\r\nb" << 1 << QByteArray("a\\line b");
-        QTest::newRow("empty value") << QByteArray("[##1##]") << "" << 1 << QByteArray("[]");
+        const auto one = [](const char *name, const QByteArray &body, const QByteArray &after) {
+            Case(name, body, "X", body == after ? 0 : 1, after);
+        };
+        one("one run", "a ##1## b\\par", "a X b\\par");
+        one("across runs", "{\\b #}{\\i #1}\n{\\ul ##}.", "{\\b X}{\\i }\n{\\ul }.");
+        one("not across paragraphs", "##\\par 1##", "##\\par 1##");
+        one("letters as codes", "\\'23#\\u49 ?##", "X");
+        one("stand-ins of several letters", "{\\uc2 \\u35 ab#1##}", "{\\uc2 X}");
+        one("a word before it needs no blank", "\\b ##1##", "\\b X");
+        one("blank kept apart from a word", "\\b\\'23#1##", "\\b X");
+        one("in a page's foot", "{\\footer ##1##\\par}", "{\\footer X\\par}");
+        one("in a text box", "{\\shp{\\*\\shpinst{\\sp{\\sn ##1##}}{\\shptxt ##1##\\par}}}",
+            "{\\shp{\\*\\shpinst{\\sp{\\sn ##1##}}{\\shptxt X\\par}}}");
+        one("not in a field's code", "{\\field{\\*\\fldinst ##1##}{\\fldrslt ##1##}}",
+            "{\\field{\\*\\fldinst ##1##}{\\fldrslt X}}");
+        one("not in what the file says of itself", "{\\info{\\title ##1##}}", "{\\info{\\title ##1##}}");
+        Case("twice in a paragraph", QByteArray("##1####1##"), "X", 2, QByteArray("XX"));
+        const auto value = [](const char *name, const QString &text, const QByteArray &after) {
+            Case(name, QByteArray("##1##"), text, 1, after);
+        };
+        value("the value is not searched", "##1##", "##1##");
+        value("reserved letters", "{a\\b}", "\\{a\\\\b\\}");
+        value("beyond ASCII", "é€₹", "{\\uc1\\u233\\'e9}{\\uc1\\u8364\\'80}{\\uc1\\u8377 ?}");
+        value("struck out", esc + "SCash" + esc + "T/b", "{\\strike Cash}/b");
+        value("struck to the end", esc + "Sa" + esc + "S", "{\\strike a}");
+        value("two lines", "a\r\nb", "a\\line b");
+        value("empty", "", "");
     }
     void replace()
     {
-        QFETCH(QByteArray, body);
-        QFETCH(QString, value);
+        const auto [body, value, count, after] = Row<QByteArray, QString, int, QByteArray>();
         RtfDocument document(whole(body));
-        QTEST(document.replace("##1##", value), "count");
-        QTEST(bodyOf(document), "after");
+        QCOMPARE(document.replace("##1##", value), count);
+        QCOMPARE(bodyOf(document), after);
         // What came out is read as it was meant.
-        RtfDocument again(document.bytes());
-        QVERIFY(again.isWhole());
-        QCOMPARE(again.bytes(), document.bytes());
+        const RtfDocument again(document.bytes());
+        QVERIFY(again.isWhole() && again.bytes() == document.bytes());
     }
 
-    void tables_data()
-    {
-        QTest::addColumn<QByteArray>("body");
-        QTest::addColumn<QString>("tables");
-        QTest::newRow("none") << QByteArray("a\\par") << "";
-        QTest::newRow("two") << row({"a", "b"}) + row({"c"}) + "\\pard x\\par\n" + row({"d"}) << "a|b/c ; d";
-        QTest::newRow("runs and paragraphs") << row({"{\\b a}b\\par c", ""}) << "abc|";
-        QTest::newRow("form told after the cells")
-            << QByteArray("\\trowd\\cellx9\\pard\\intbl{a\\cell }{\\trowd\\cellx9\\row }"
-                          "\\pard\\intbl{b\\cell }{\\trowd\\cellx9\\row }")
-            << "a/b";
-        QTest::newRow("form of the row before") << row({"a"}) + "\\pard\\intbl b\\cell\\row"
-                                                << "a/b";
-        QTest::newRow("table in a cell")
-            << row({"a{\\pard\\intbl\\itap2 n\\nestcell{\\*\\nesttableprops\\trowd\\cellx5\\nestrow}}", "b"}) << "an|b";
-        QTest::newRow("not in a page's head") << "{\\header " + row({"h"}) + "}" + row({"a"}) << "a";
-    }
     void tables()
     {
-        QFETCH(QByteArray, body);
-        const RtfDocument document(whole(body));
-        QTEST(describe(document), "tables");
+        const std::vector<std::pair<QByteArray, QString>> rows{
+            {"a\\par", ""},
+            {row({"a", "b"}) + row({"c"}) + "\\pard x\\par\n" + row({"d"}), "a|b/c ; d"},
+            {row({"{\\b a}b\\par c", ""}), "abc|"},
+            {"\\trowd\\cellx9\\pard\\intbl{a\\cell }{\\trowd\\cellx9\\row }" // form told after the cells
+             "\\pard\\intbl{b\\cell }{\\trowd\\cellx9\\row }",
+             "a/b"},
+            {row({"a"}) + "\\pard\\intbl b\\cell\\row", "a/b"}, // form of the row before
+            {row({"a{\\pard\\intbl\\itap2 n\\nestcell{\\*\\nesttableprops\\trowd\\cellx5\\nestrow}}", "b"}), "an|b"},
+            {"{\\header " + row({"h"}) + "}" + row({"a"}), "a"}};
+        for (const auto &[body, found] : rows)
+            QCOMPARE(describe(RtfDocument(whole(body))), found);
     }
 
-    void cells_data()
-    {
-        QTest::addColumn<QByteArray>("cell");
-        QTest::addColumn<QByteArray>("after");
-        QTest::newRow("text") << QByteArray("old") << QByteArray("X");
-        QTest::newRow("look of the first letter")
-            << QByteArray("{\\b o}ld\\par{\\i er}") << QByteArray("{\\b X}{\\i }");
-        QTest::newRow("empty") << QByteArray("\\fs20") << QByteArray("\\fs20X");
-        QTest::newRow("empty with a look") << QByteArray("{\\b\\fs20}") << QByteArray("{\\b\\fs20X}");
-        QTest::newRow("a picture stays") << QByteArray("{\\pict 89}old") << QByteArray("{\\pict 89}X");
-    }
     void cells()
     {
-        QFETCH(QByteArray, cell);
-        QFETCH(QByteArray, after);
-        RtfDocument document(whole(row({cell, "z"})));
-        document.setCell(1, 1, 1, "X");
-        QCOMPARE(bodyOf(document), row({after, "z"}));
+        const QPair<QByteArray, QByteArray> rows[] = {{"old", "X"},
+                                                      {"{\\b o}ld\\par{\\i er}", "{\\b X}{\\i }"},
+                                                      {"\\fs20", "\\fs20X"},
+                                                      {"{\\b\\fs20}", "{\\b\\fs20X}"},
+                                                      {"{\\pict 89}old", "{\\pict 89}X"}};
+        for (const auto &[cell, after] : rows) {
+            RtfDocument document(whole(row({cell, "z"})));
+            document.setCell(1, 1, 1, "X");
+            QCOMPARE(bodyOf(document), row({after, "z"}));
+        }
     }
 
     void rowsAreCopiedEmpty()

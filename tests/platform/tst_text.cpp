@@ -1,7 +1,6 @@
 #include "platform/dates.h"
 #include "platform/text.h"
-
-#include <QTest>
+#include "tests/support/caserow.h"
 
 /// The number, text and date rules that every figure goes through.
 class TestText : public QObject
@@ -10,11 +9,8 @@ class TestText : public QObject
 private slots:
     void rules_data()
     {
-        QTest::addColumn<QVariant>("given");
-        QTest::addColumn<QVariant>("wanted");
-        const auto row = [](const char *name, const QVariant &given, const QVariant &wanted) {
-            QTest::newRow(name) << given << wanted;
-        };
+        Columns<QVariant, QVariant>({"given", "wanted"});
+        const auto row = Case<QVariant, QVariant>;
         row("value of a year label", Val(u"2006-2007"), 2006.0);
         row("value: comma ends it", Val(u"1,234"), 1.0);
         row("value: blanks count for nothing", Val(u" 1 234.5 x"), 1234.5);
@@ -67,8 +63,8 @@ private slots:
     }
     void rules()
     {
-        QFETCH(QVariant, given);
-        QTEST(given, "wanted");
+        const auto [given, wanted] = Row<QVariant, QVariant>();
+        QCOMPARE(given, wanted);
     }
 };
 

@@ -1,12 +1,12 @@
 #include "platform/recordset.h"
 #include "server/privateserver.h"
+#include "tests/support/caserow.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
-#include <QTest>
 #include <QTextStream>
 
 #include <csignal>
@@ -125,27 +125,20 @@ private slots:
 
     void refusals_data()
     {
-        QTest::addColumn<QString>(
-            "folder"); // of a scratch folder with the file "plain" and the empty data folder of "db"
-        QTest::addColumn<QString>("programs");
-        QTest::addColumn<QString>("why"); // %1 stands for the folder
-        const auto row = [](const char *name, const char *folder, const char *programs, const char *why) {
-            QTest::newRow(name) << folder << programs << why;
-        };
-        row("a file", "plain", "", "The data folder %1 is a file.");
-        row("below a file", "plain/db", "", "The data folder %1 cannot be made.");
-        row("where nobody may write", "/proc/pelkfbt", "", "The data folder %1 cannot be made.");
-        row("no installer", "new", "/nowhere",
-            "The program mariadb-install-db was not found. Please install the package mariadb-server-core.");
-        row("no server program", "db", "/nowhere",
-            "The program mariadbd was not found. Please install the package mariadb-server-core.");
-        row("data that is none", "db", "", "The database in %1 could not be opened: ");
+        // Of a scratch folder with the file "plain" and the empty data folder of "db"; %1 stands for the folder.
+        Columns<QString, QString, QString>({"folder", "programs", "why"});
+        Case("a file", "plain", "", "The data folder %1 is a file.");
+        Case("below a file", "plain/db", "", "The data folder %1 cannot be made.");
+        Case("where nobody may write", "/proc/pelkfbt", "", "The data folder %1 cannot be made.");
+        Case("no installer", "new", "/nowhere",
+             "The program mariadb-install-db was not found. Please install the package mariadb-server-core.");
+        Case("no server program", "db", "/nowhere",
+             "The program mariadbd was not found. Please install the package mariadb-server-core.");
+        Case("data that is none", "db", "", "The database in %1 could not be opened: ");
     }
     void refusals()
     {
-        QFETCH(QString, folder);
-        QFETCH(QString, programs);
-        QFETCH(QString, why);
+        const auto [folder, programs, why] = Row<QString, QString, QString>();
         const QTemporaryDir scratch;
         QVERIFY(QFile(scratch.filePath("plain")).open(QIODevice::WriteOnly));
         QVERIFY(QDir(scratch.path()).mkpath("db/data"));
@@ -153,7 +146,7 @@ private slots:
         PrivateServer server(path, PrivateServer::Durability::Full,
                              programs.isEmpty() ? PrivateServer::defaultProgramFolders() : QStringList(programs));
         QVERIFY(!server.start(&m_why));
-        QVERIFY2(m_why.startsWith(why.replace("%1", path)), qPrintable(m_why));
+        QVERIFY2(m_why.startsWith(QString(why).replace("%1", path)), qPrintable(m_why));
     }
 
 private:

@@ -1,16 +1,14 @@
 #pragma once
 
-#include "controls/msgbox.h"
-#include "controls/screen.h"
 #include "db/updater.h"
 #include "suite/wexabase.h"
+#include "tests/support/screenuser.h"
 #include "tests/support/testmodule.h"
 
-#include <QApplication>
-#include <QTest>
+#include <QCheckBox>
 
 /// The suite's real base object on a schema with the module's tables, with the client "A1" and the year 2008 in hand.
-/// Questions are answered from a queue; reports are kept, not shown.
+/// Reports are kept, not shown.
 class SuiteFixture
 {
 public:
@@ -18,12 +16,11 @@ public:
         : module(server)
         , shelf(std::make_shared<ReportShelf>())
         , base(contextOf(module), shelf)
-        , answers(&answerer)
     {
         CREATETABLES(Cnn);
-        base.code = QStringLiteral("A1");
+        base.code = "A1";
         base.TYear = 2008;
-        base.Cap = QStringLiteral(" of FIRST for the Assessment Year 2008-2009");
+        base.Cap = " of FIRST for the Assessment Year 2008-2009";
         shelf->observer = [] {};
     }
 
@@ -32,8 +29,8 @@ public:
         SuiteContext context;
         context.cnn = &module.connection;
         context.appPath = module.base.AppPath;
-        context.settingsFile = module.base.AppPath + QStringLiteral("/settings.ini");
-        context.version = QStringLiteral("2.10.1");
+        context.settingsFile = module.base.AppPath + "/settings.ini";
+        context.version = "2.10.1";
         return context;
     }
 
@@ -43,18 +40,19 @@ public:
                          "','AAACA1234A',16,'PUNE')"));
     }
 
-    template<class T>
-    static T *find(QWidget *screen, const char *name)
+    /// Opens one of the suite's screens in front of the user.
+    template<class S>
+    S *open()
     {
-        T *found = screen->findChild<T *>(QLatin1String(name));
-        if (found == nullptr)
-            qFatal("no control %s", name);
-        return found;
+        auto *made = new S(base);
+        user.sitAt(made);
+        return made;
     }
+    QCheckBox *check(const char *name) { return user.find<QCheckBox>(name); }
+    QStringList rows(const QString &query) { return module.rows(query); }
 
     TestModule module;
     std::shared_ptr<ReportShelf> shelf;
     WexaBase base;
-    ScriptedAnswerer answerer;
-    AnswererScope answers;
+    ScreenUser user;
 };

@@ -1,4 +1,3 @@
-#include "controls/grid.h"
 #include "records/bankaccounts.h"
 #include "records/banks.h"
 #include "suite/clientinfo/addinfospec.h"
@@ -7,12 +6,6 @@
 #include "suite/clientinfo/frmbankmas.h"
 #include "suite/clientinfo/frmmiscinf.h"
 #include "tests/suite/suitefixture.h"
-#include "tests/support/caserow.h"
-
-#include <QCheckBox>
-#include <QComboBox>
-#include <QLineEdit>
-#include <QPushButton>
 
 /// The suite's own screens, worked as a user does.
 class TestSuiteScreens : public QObject
@@ -23,11 +16,10 @@ private slots:
     void newAddInfoRowHasTheDefaults()
     {
         SuiteFixture suite(m_server);
-        frmaddinfo1 screen(suite.base);
-        open(screen);
-        type(screen, "txtWard", "range 1's");
-        click(screen, "cmdsave");
-        QVERIFY(!screen.isLoaded());
+        suite.open<frmaddinfo1>();
+        suite.user.type("txtWard", "range 1's");
+        suite.user.click("cmdsave");
+        QVERIFY(!suite.user.screen()->isLoaded());
         Cnn->Execute("Insert into FBT_AddInfo Values ('B2',2008,'0','RANGE 1''S','','1','0','','','0','0','0','','0',"
                      "'','0','0','0','0','0','0',0,0,'','','','','','','1',0,'1',0,'1',0,'')");
         QCOMPARE(row(suite, "A1"), row(suite, "B2"));
@@ -41,67 +33,47 @@ private slots:
                      "'02/02/2008','1','03/03/2008','1','1','1','1','1','1',5,9,'04/04/2008','ACK','A','B','C','D',"
                      "'0',10.5,'0',20,'0',30,'todate')");
         Cnn->Execute("Insert into FBT_AddInfo (Code_No,Tyear,Ward) Values ('A1',2009,'NEXT')");
-        const QStringList before = row(suite, "A1");
-        {
-            frmaddinfo1 screen(suite.base);
-            open(screen);
-            QVERIFY(check(screen, "chkIntDt")->isChecked());
-            QVERIFY(!edit(screen, "txtIntDt")->isEnabled());
-            QVERIFY(edit(screen, "txtAmt115WJ")->isEnabled()); // typed, since it is not computed
-            click(screen, "cmdsave");
-        }
+        const QString before = row(suite, "A1");
+        suite.open<frmaddinfo1>();
+        QVERIFY(suite.check("chkIntDt")->isChecked() && !suite.user.enabled("txtIntDt"));
+        QVERIFY(suite.user.enabled("txtAmt115WJ")); // typed, since it is not computed
+        suite.user.click("cmdsave");
         QCOMPARE(row(suite, "A1"), before); // what was read is written, NOB "13" and old ward are not touched
-        {
-            frmaddinfo screen(suite.base);
-            open(screen);
-            QVERIFY(check(screen, "chkNOB_3")->isChecked());
-            QVERIFY(!check(screen, "chkNOB_2")->isChecked());
-            check(screen, "chkNOB_6")->click();
-            check(screen, "chkIntDt")->click();
-            edit(screen, "txtIntDt")->setFocus();
-            QTest::keyClicks(edit(screen, "txtIntDt"), "5-6-08");
-            click(screen, "cmdsave");
-        }
-        QCOMPARE(suite.module.rows("Select NOB,OldWard,IntDt,Amt115WJ from FBT_AddInfo Where Tyear=2008"),
-                 QStringList({"136\tOLD\t05/06/2008\t10.5"}));
-        QCOMPARE(suite.module.rows("Select Ward from FBT_AddInfo Where Tyear=2009"), QStringList({"NEXT"}));
+        suite.open<frmaddinfo>();
+        QVERIFY(suite.check("chkNOB_3")->isChecked() && !suite.check("chkNOB_2")->isChecked());
+        suite.check("chkNOB_6")->click();
+        suite.check("chkIntDt")->click();
+        suite.user.type("txtIntDt", "5-6-08");
+        suite.user.click("cmdsave");
+        QCOMPARE(suite.rows("Select NOB,OldWard,IntDt,Amt115WJ,Ward from FBT_AddInfo Order by Tyear").join(u'|'),
+                 QString("136\tOLD\t05/06/2008\t10.5\tW|NULL\tNULL\t\t0\tNEXT"));
     }
 
-    void wrongEntriesAreNotSaved_data()
-    {
-        Columns<QString, QString, QString>({"field", "text", "message"});
-        Case("no date", "txtRetDt", "31/02/2009", "Invalid Date.");
-        Case("more in India than in all", "txtIndiaEmp", "10",
-             "Employees based in India cannot be more than the total employees.");
-    }
     void wrongEntriesAreNotSaved()
     {
-        QFETCH(QString, field);
-        QFETCH(QString, text);
-        SuiteFixture suite(m_server);
-        frmaddinfo1 screen(suite.base);
-        open(screen);
-        check(screen, "chkEmpBoth")->click();
-        edit(screen, qPrintable(field))->setText(text);
-        click(screen, "cmdsave");
-        QVERIFY(screen.isLoaded());
-        QTEST(suite.answerer.texts().constLast(), "message");
-        QCOMPARE(row(suite, "A1"), QStringList());
+        for (const auto &[field, text, message] :
+             {std::tuple("txtRetDt", "31/02/2009", "Invalid Date."),
+              std::tuple("txtIndiaEmp", "10", "Employees based in India cannot be more than the total employees.")}) {
+            SuiteFixture suite(m_server);
+            suite.open<frmaddinfo1>();
+            suite.check("chkEmpBoth")->click();
+            suite.user.find<QLineEdit>(field)->setText(text);
+            suite.user.click("cmdsave");
+            QVERIFY(suite.user.screen()->isLoaded());
+            QCOMPARE(suite.user.said(), QStringList(message));
+            QCOMPARE(row(suite, "A1"), QString());
+        }
     }
 
     void everyColumnOfTheRowIsKeptByOneOfTheForms()
     {
         SuiteFixture suite(m_server);
         QStringList shown;
-        for (const ReturnForm form : {ReturnForm::Form3B, ReturnForm::Itr8}) {
-            for (const FieldGroup &group : AddInfoGroups(form))
+        for (const auto &form : {AddInfoGroups(ReturnForm::Form3B), AddInfoGroups(ReturnForm::Itr8), MiscInfGroups()})
+            for (const FieldGroup &group : form)
                 for (const FieldSpec &spec : group.fields)
                     shown << QString::fromLatin1(spec.column).toLower();
-        }
-        for (const FieldGroup &group : MiscInfGroups())
-            for (const FieldSpec &spec : group.fields)
-                shown << QString::fromLatin1(spec.column).toLower();
-        for (const QString &column : suite.module.rows(
+        for (const QString &column : suite.rows(
                  "Select Lower(COLUMN_NAME) from information_schema.COLUMNS Where TABLE_SCHEMA=Database()"
                  " and TABLE_NAME in ('FBT_AddInfo','FBT_MiscInf') and ORDINAL_POSITION>2 and COLUMN_NAME<>'FbtRow'"))
             QVERIFY2(shown.contains(column), qPrintable(column));
@@ -110,21 +82,21 @@ private slots:
     void oneDefaultAccount()
     {
         SuiteFixture suite(m_server);
-        frmbankdet screen(suite.base);
-        open(screen);
-        addAccount(screen, "first's", "1"); // it by itself
-        addAccount(screen, "second", "2");
-        click(screen, "cmdmodify"); // the row added last is current
-        check(screen, "chkdefault")->click();
-        click(screen, "cmdupdate");
+        suite.open<frmbankdet>();
+        addAccount(suite, "first's", "1"); // it by itself
+        addAccount(suite, "second", "2");
+        suite.user.click("cmdmodify"); // the row added last is current
+        suite.check("chkdefault")->click();
+        suite.user.click("cmdupdate");
         QCOMPARE(banks(suite), QStringList({"1\tFIRST'S\t1\tN", "2\tSECOND\t2\tY"}));
-        suite.answerer.answer(Reply::Yes);
-        click(screen, "cmddelete");
+        suite.user.answers({Reply::Yes});
+        suite.user.click("cmddelete");
         QCOMPARE(banks(suite), QStringList({"1\tFIRST'S\t1\tY"}));
-        click(screen, "cmdmodify");
-        check(screen, "chkdefault")->click();
-        click(screen, "cmdupdate");
+        suite.user.click("cmdmodify");
+        suite.check("chkdefault")->click();
+        suite.user.click("cmdupdate");
         QCOMPARE(banks(suite), QStringList({"1\tFIRST'S\t1\tY"})); // one of them stays it
+        suite.user.said();
     }
 
     /// A number that could not be read is not 1: the account that has it would be there twice.
@@ -133,51 +105,18 @@ private slots:
         SuiteFixture suite(m_server);
         Cnn->Execute("Alter Table FBT_BankDet Change SrNo Other Int");
         Cnn->Execute("Alter Table bank_master Change bank_code_no Other Int");
-        QVERIFY(!SaveBankAccount(Cnn, {"A1", 2008}, {}, true));
-        QVERIFY(!SaveBank(Cnn, {}, true));
-        QCOMPARE(suite.module.rows("Select * from FBT_BankDet") + suite.module.rows("Select * from bank_master"),
-                 QStringList());
+        QVERIFY(!SaveBankAccount(Cnn, {"A1", 2008}, {}, true) && !SaveBank(Cnn, {}, true));
+        QCOMPARE(suite.rows("Select * from FBT_BankDet") + suite.rows("Select * from bank_master"), QStringList());
     }
 
     /// The row of the client is there; while the screen opens, its table is not.
-    void whatCouldNotBeReadIsNotSaved_data()
-    {
-        QTest::addColumn<QString>("table");
-        for (const char *name : {"FBT_AddInfo", "FBT_AddInfo, first form", "FBT_BankDet", "FBT_MiscInf", "bank_master"})
-            QTest::newRow(name) << QString(name).section(u',', 0, 0);
-    }
     void whatCouldNotBeReadIsNotSaved()
     {
-        QFETCH(QString, table);
-        SuiteFixture suite(m_server);
-        suite.client("A1", "ALPHA");
-        Cnn->Execute("Insert into FBT_AddInfo (Code_No,Tyear,Ward) Values ('A1',2008,'W')");
-        Cnn->Execute("Insert into FBT_MiscInf (Code_No,TYear,Var0_0) Values ('A1',2008,'AGENT')");
-        Cnn->Execute("Insert into FBT_BankDet (Code_No,Yr,SrNo,DefBank) Values ('A1',2008,1,'Y')");
-        Cnn->Execute("Insert into bank_master Values (1,'ALPHA','','')");
-        const QStringList before = suite.module.rows("Select * from " + table);
-        std::unique_ptr<Screen> screen;
-        if (QLatin1String(QTest::currentDataTag()) == QLatin1String("FBT_AddInfo"))
-            screen = std::make_unique<frmaddinfo1>(suite.base);
-        else if (table == u"FBT_AddInfo")
-            screen = std::make_unique<frmaddinfo>(suite.base);
-        else if (table == u"FBT_BankDet")
-            screen = std::make_unique<frmbankdet>(suite.base);
-        else if (table == u"FBT_MiscInf")
-            screen = std::make_unique<frmmiscinf>(suite.base);
-        else
-            screen = std::make_unique<frmbankmas>(suite.base);
-        Cnn->Execute("Rename Table " + table + " to Away");
-        open(*screen);
-        Cnn->Execute("Rename Table Away to " + table);
-        QVERIFY(screen->windowTitle().contains("could not be read"));
-        for (const char *button : {"cmdadd", "cmdupdate", "cmdsave"}) {
-            if (auto *found = screen->findChild<QPushButton *>(QLatin1String(button)))
-                found->click();
-        }
-        if (auto *frame = screen->findChild<QWidget *>("Frame2"))
-            QVERIFY(!frame->isEnabled()); // no new account that would take the default mark
-        QCOMPARE(suite.module.rows("Select * from " + table), before);
+        staysUnread<frmaddinfo1>("FBT_AddInfo");
+        staysUnread<frmaddinfo>("FBT_AddInfo");
+        staysUnread<frmbankdet>("FBT_BankDet");
+        staysUnread<frmmiscinf>("FBT_MiscInf");
+        staysUnread<frmbankmas>("bank_master");
     }
 
     void banksInUseStay()
@@ -188,16 +127,15 @@ private slots:
         QCOMPARE(SaveBank(Cnn, {2, "BETA'S", "FORT", "0200011"}, false).value_or(0), 2);
         QVERIFY(!SaveBank(Cnn, {7, "DELETED MEANWHILE", "", ""}, false));
         Cnn->Execute("Insert into FBT_Challan (Code_No,BSRCode) Values ('A1',1)");
-        frmbankmas screen(suite.base);
-        open(screen);
-        Grid *vsf = SuiteFixture::find<Grid>(&screen, "vsf");
-        vsf->setRow(1);
-        click(screen, "cmddelete");
-        QCOMPARE(suite.answerer.texts(), QStringList({"A challan was paid at this bank. It cannot be deleted."}));
-        vsf->setRow(2);
-        suite.answerer.answer(Reply::Yes);
-        click(screen, "cmddelete");
-        QCOMPARE(suite.module.rows("Select * from bank_master"), QStringList({"1\tALPHA\tPUNE\t0240001"}));
+        suite.open<frmbankmas>();
+        suite.user.grid("vsf")->setRow(1);
+        suite.user.click("cmddelete");
+        QCOMPARE(suite.user.said(), QStringList("A challan was paid at this bank. It cannot be deleted."));
+        suite.user.grid("vsf")->setRow(2);
+        suite.user.answers({Reply::Yes});
+        suite.user.click("cmddelete");
+        QCOMPARE(suite.rows("Select * from bank_master"), QStringList("1\tALPHA\tPUNE\t0240001"));
+        suite.user.said();
     }
 
     void miscInfIsKeptByClientAndYear()
@@ -205,61 +143,64 @@ private slots:
         SuiteFixture suite(m_server);
         suite.client("A1", "ALPHA");
         suite.client("B2", "BETA");
-        frmmiscinf screen(suite.base);
-        open(screen);
-        check(screen, "chkRepAss")->click();
-        type(screen, "txtVar0_0", "agent");
-        type(screen, "txtVar1_11", "1/9/08");
-        auto *client = SuiteFixture::find<QComboBox>(&screen, "cboclient");
-        suite.answerer.answer(Reply::Yes); // save before going on
-        client->setCurrentIndex(1);
-        emit client->activated(1);
-        QVERIFY(!check(screen, "chkRepAss")->isChecked());
-        type(screen, "txtVar0_1", "wrong"); // disabled for this one: nothing arrives
-        click(screen, "cmdsave");
-        QCOMPARE(
-            suite.module.rows("Select Code_No,TYear,RepAss,Var0_0,Var1_11,Opt44AB from FBT_MiscInf order by Code_No"),
-            QStringList({"A1\t2008\t1\tAGENT\t01/09/2008\t0", "B2\t2008\t0\t\t\t0"}));
+        suite.open<frmmiscinf>();
+        suite.check("chkRepAss")->click();
+        suite.user.type("txtVar0_0", "agent");
+        suite.user.type("txtVar1_11", "1/9/08");
+        suite.user.answers({Reply::Yes}); // save before going on
+        suite.user.choose("cboclient", 1);
+        emit suite.user.find<QComboBox>("cboclient")->activated(1);
+        QVERIFY(!suite.check("chkRepAss")->isChecked() && !suite.user.enabled("txtVar0_1"));
+        suite.user.click("cmdsave");
+        QCOMPARE(suite.rows("Select Code_No,TYear,RepAss,Var0_0,Var1_11,Opt44AB from FBT_MiscInf order by Code_No"),
+                 QStringList({"A1\t2008\t1\tAGENT\t01/09/2008\t0", "B2\t2008\t0\t\t\t0"}));
+        suite.user.said();
     }
 
 private:
-    static void open(Screen &screen)
+    template<class S>
+    void staysUnread(const char *table)
     {
-        screen.openChild(nullptr);
-        screen.setDeleteOnUnload(false); // it belongs to the test
-        QVERIFY(QTest::qWaitForWindowActive(screen.window()));
-    }
-    static QLineEdit *edit(QWidget &screen, const char *name) { return SuiteFixture::find<QLineEdit>(&screen, name); }
-    static QCheckBox *check(QWidget &screen, const char *name) { return SuiteFixture::find<QCheckBox>(&screen, name); }
-    static void click(QWidget &screen, const char *name) { SuiteFixture::find<QPushButton>(&screen, name)->click(); }
-    static void type(QWidget &screen, const char *name, const QString &text)
-    {
-        edit(screen, name)->setFocus();
-        edit(screen, name)->selectAll();
-        if (edit(screen, name)->isEnabled())
-            QTest::keyClicks(edit(screen, name), text);
+        SuiteFixture suite(m_server);
+        suite.client("A1", "ALPHA");
+        Cnn->Execute("Insert into FBT_AddInfo (Code_No,Tyear,Ward) Values ('A1',2008,'W')");
+        Cnn->Execute("Insert into FBT_MiscInf (Code_No,TYear,Var0_0) Values ('A1',2008,'AGENT')");
+        Cnn->Execute("Insert into FBT_BankDet (Code_No,Yr,SrNo,DefBank) Values ('A1',2008,1,'Y')");
+        Cnn->Execute("Insert into bank_master Values (1,'ALPHA','','')");
+        const QStringList before = suite.rows(Sql("Select * from ", table));
+        {
+            const WithoutTable gone(table);
+            suite.open<S>();
+        }
+        QVERIFY2(suite.user.screen()->windowTitle().contains("could not be read"), table);
+        for (const char *name : {"cmdadd", "cmdupdate", "cmdsave"}) {
+            if (auto *button = suite.user.screen()->findChild<QAbstractButton *>(name))
+                button->click();
+        }
+        if (const auto *frame = suite.user.screen()->findChild<QWidget *>("Frame2"))
+            QVERIFY(!frame->isEnabled()); // no new account that would take the default mark
+        QVERIFY2(suite.rows(Sql("Select * from ", table)) == before, table);
+        suite.user.said();
     }
 
-    static void addAccount(QWidget &screen, const QString &bank, const QString &account)
+    static void addAccount(SuiteFixture &suite, const QString &bank, const QString &account)
     {
-        click(screen, "cmdadd");
-        type(screen, "txtbank", bank);
-        type(screen, "txtaccount", account);
-        click(screen, "cmdupdate");
+        suite.user.click("cmdadd");
+        suite.user.type("txtbank", bank);
+        suite.user.type("txtaccount", account);
+        suite.user.click("cmdupdate");
     }
 
-    static QStringList row(SuiteFixture &suite, const char *code)
+    /// The additional information of a client without its code.
+    static QString row(SuiteFixture &suite, const char *code)
     {
-        QStringList found =
-            suite.module.rows(Sql("Select * from FBT_AddInfo Where TYear=2008 and Code_No='", code, "'"));
-        for (QString &line : found)
-            line = line.section('\t', 1);
-        return found;
+        const QString found = Sql("Select * from FBT_AddInfo Where TYear=2008 and Code_No='", code, "'");
+        return suite.rows(found).join(u'|').section('\t', 1);
     }
 
     static QStringList banks(SuiteFixture &suite)
     {
-        return suite.module.rows(
+        return suite.rows(
             "Select SrNo,BankNm,AcNo,DefBank from FBT_BankDet Where Code_No='A1' and Yr=2008 order by SrNo");
     }
 

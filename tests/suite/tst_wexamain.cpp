@@ -1,7 +1,6 @@
 #include "platform/fault.h"
 #include "records/updatemark.h"
 #include "suite/wexamain.h"
-#include "tests/support/caserow.h"
 #include "tests/support/testmodule.h"
 
 #include <QFile>
@@ -13,27 +12,20 @@ class TestWexaMain : public QObject
     Q_OBJECT
 
 private slots:
-    void databaseFlags_data()
-    {
-        Columns<QString, bool, bool>({"stored", "create", "update"});
-        Case("no row", "", true, false);
-        Case("lower", "2.9.12", false, true);
-        Case("the same", "2.10.1", false, false);
-        Case("shorter is lower", "2.10", false, true);
-        Case("a last 0 counts for nothing", "2.10.1.0", false, false);
-        Case("no number", "beta", false, true);
-        Case("of a later program", "2.11.0", false, false);
-    }
     void databaseFlags()
     {
-        QFETCH(QString, stored);
-        TestModule module(m_server);
-        const std::unique_ptr<WexaMain> main = make(module); // VerInfo is made here
-        if (!stored.isEmpty())
-            module.connection.Execute(Sql("Insert into VerInfo Values ('", stored, "')"));
-        QTEST(main->CreateDbFlag(), "create");
-        QTEST(main->UpdateDbFlag(), "update");
-        QCOMPARE(module.logLines(), QStringList());
+        const std::vector<std::tuple<QString, bool, bool>> rows{{"", true, false}, // a new database
+                                                                {"2.9.12", false, true}, {"2.10.1", false, false},
+                                                                {"2.10", false, true},   {"2.10.1.0", false, false},
+                                                                {"beta", false, true},   {"2.11.0", false, false}};
+        for (const auto &[stored, create, update] : rows) {
+            TestModule module(m_server);
+            const std::unique_ptr<WexaMain> main = make(module); // VerInfo is made here
+            if (!stored.isEmpty())
+                module.connection.Execute(Sql("Insert into VerInfo Values ('", stored, "')"));
+            QVERIFY2(main->CreateDbFlag() == create && main->UpdateDbFlag() == update, qPrintable(stored));
+            QCOMPARE(module.logLines(), QStringList());
+        }
     }
 
     void updateThatWasCutOffIsPending()

@@ -55,6 +55,7 @@ ScreenUser::~ScreenUser()
 
 void ScreenUser::sitAt(Screen *screen, QWidget *host)
 {
+    delete m_owned;
     m_owned = m_screen = screen;
     screen->openChild(host);
     screen->setDeleteOnUnload(false);

@@ -35,7 +35,7 @@ public:
         sitAt(made, host);
         return made;
     }
-    /// As `open`, for a screen made by the test. It belongs to the user from here on.
+    /// As `open`, for a screen made by the test. It belongs to the user from here on; one before it goes.
     void sitAt(Screen *screen, QWidget *host = nullptr);
     /// Runs `act` with the user at the next modal screen, once it is up, and comes back to this one.
     void atNextModal(std::function<void()> act);

@@ -3,20 +3,14 @@
 #include <QDir>
 #include <QFileInfo>
 
-namespace {
-
-// In memory where the system has such a folder: making a table on a disk takes ten times as long.
-QString scratchFolder()
+QString ScratchFolder()
 {
-    const QFileInfo memory(QStringLiteral("/dev/shm"));
-    return (memory.isDir() && memory.isWritable() ? memory.filePath() : QDir::tempPath()) +
-           QStringLiteral("/fbt-XXXXXX");
+    const QFileInfo memory("/dev/shm");
+    return (memory.isDir() && memory.isWritable() ? memory.filePath() : QDir::tempPath()) + "/fbt-XXXXXX";
 }
 
-} // namespace
-
 TestServer::TestServer()
-    : m_folder(scratchFolder())
+    : m_folder(ScratchFolder())
     , m_server(m_folder.path(), PrivateServer::Durability::Relaxed)
 {
     restart();
@@ -29,13 +23,17 @@ void TestServer::restart()
         qFatal("No database server for the tests: %s", qPrintable(why));
 }
 
-void TestServer::openFreshSchema(Connection &connection)
+void TestServer::openFreshSchema(Connection &connection, std::vector<Fault> *faults)
 {
     ServerAddress where = address();
-    where.schema = QStringLiteral("fbt%1").arg(++m_schemas);
+    where.schema = QString("fbt%1").arg(++m_schemas);
     Connection maker;
     Fault why;
     if (!maker.open(address(), &why) || !maker.Execute(Sql("Create Database ", where.schema)) ||
         !connection.open(where, &why))
         qFatal("No schema for the test: %s", qPrintable(why.description));
+    if (faults != nullptr) {
+        faults->clear();
+        connection.setFaultHandler([faults](const Fault &fault) { faults->push_back(fault); });
+    }
 }
