@@ -7,7 +7,7 @@
 
 Q_GLOBAL_STATIC(TestServer, server)
 
-/// The client master as its user works with it, on a real database.
+/// The client master where something goes wrong; what goes well is told by the stories of a user.
 class TestFrmClInfo : public QObject
 {
     Q_OBJECT
@@ -59,65 +59,18 @@ private slots:
         m_module.reset();
     }
 
-    void modifiesWhatItShows()
+    void refusesACodeThatCameOtherwise()
     {
-        employer(m_module->connection, "A1").natures({1, 2}).surApp("11111");
-        m_module->execute("Update FBT_Info Set SignP='OLD',SignD='OLD',SexM='1',FName='FATHER',Doi=Null,ResSt='1'");
-        startModifying();
-        m_user->type("txtfields_1", "renamed");
-        m_user->find<QComboBox>("Combo1")->setEditText("Elsewhere");
-        m_user->click("cmdupdate");
-        QCOMPARE(m_module->rows(
-                     "Select Code_no,Name,Flat,State,Pin,Busnat,SignP,SignD,ResSt,SexM,FName,SurApp from FBT_Info"),
-                 QStringList{"A1\tRENAMED\t1\tElsewhere\t110001\t1,2\t\t\t1\t1\tFATHER\t11111"});
-    }
-
-    void codeIsStoredInOneForm()
-    {
-        startAdding(" n1 ");
-        m_user->click("cmdupdate");
-        QCOMPARE(codes(), QString("N1"));
-        QCOMPARE(Base->code, QString("N1"));
-    }
-
-    /// Kept by earlier versions: the statement would read it as the code of another client.
-    void renamesCodeWithBackslash()
-    {
-        employer(m_module->connection, "XY").natures({1}).expense(2008, 1, 1, 69, 500);
-        m_module->execute("Insert into FBT_Info (Code_no,Name,ClStatus,Busnat) Values ('X\\\\Y','OTHER',3,'1')");
-        m_module->execute("Insert into FBT_Detail (Code_No,TYear,NatId,Amt) Values ('X\\\\Y',2008,2,7)");
-        startModifying();
-        QCOMPARE(m_user->text("txtfields_1"), QString("OTHER"));
-        m_user->type("txtfields_0", "z9");
-        m_user->answers({Reply::Yes});
-        m_user->click("cmdupdate");
-        QCOMPARE(codes(), QString("XY|Z9"));
-        QCOMPARE(m_module->rows("Select Code_No,Amt from FBT_Detail"), QStringList{"XY\t500"});
-        QCOMPARE(m_user->said().size(), 1);
-    }
-
-    void refusesACode_data()
-    {
-        Columns<QString, QString>({"code", "message"});
-        Case("of a client, with a blank", "A1 ", "Duplicate Code Entered.");
-        Case("of a client, with an accent", QString::fromUtf8("Á1"), "Duplicate Code Entered.");
-        Case("of a billing party", "BILL", "Duplicate Code Entered.");
-        Case("blank", "  ", "Code_No is not valid");
-        Case("that came otherwise, with an apostrophe", "O'B", "Code_No is not valid");
-    }
-    void refusesACode()
-    {
-        const auto [code, message] = Row<QString, QString>();
-        employer(m_module->connection, "A1").natures({1});
-        m_module->execute("Insert into biller (Code_No) Values ('BILL')");
         startAdding("NEW");
-        m_user->find<QLineEdit>("txtfields_0")->setText(code);
-        m_user->click("cmdupdate");
-        QCOMPARE(m_user->said(), QStringList{message});
-        QCOMPARE(m_user->focus(), QString("txtfields_0"));
-        QVERIFY(editing());
-        QCOMPARE(codes(), QString("A1"));
+        for (const char *code : {"  ", "O'B"}) { // the keys let no such code through
+            m_user->find<QLineEdit>("txtfields_0")->setText(code);
+            m_user->click("cmdupdate");
+            QCOMPARE(m_user->said(), QStringList("Code_No is not valid"));
+            QCOMPARE(m_user->focus(), QString("txtfields_0"));
+            QVERIFY(editing() && codes().isEmpty());
+        }
     }
+
     void shortcutChecksTheField()
     {
         startAdding("A1");
@@ -128,34 +81,6 @@ private slots:
         QCOMPARE(said, QStringList{"PAN No is not Valid."});
         QCOMPARE(codes(), QString());
     }
-
-    void unticksNature_data()
-    {
-        Columns<QString, QString, QString, QString>({"unticked", "replies", "details", "busnat"}); // replies: y, n
-        Case("salary alone asks too", "3", "y", "1,2,-1", "1,2");
-        Case("one left, no stops", "12", "yyn", "3,-1", "1,2,3");
-        Case("all, with consent", "123", "yyy", "-1", "1,2,3");
-    }
-    void unticksNature()
-    {
-        const auto [unticked, replies, details, busnat] = Row<QString, QString, QString, QString>();
-        employer(m_module->connection, "A1").natures({1, 2, 3}).expense(2008, 1, 1, 69, 1).expense(2008, 1, 2, 69, 1);
-        employer(m_module->connection, "A1").natures({1, 2, 3}).salary(2008, 1, 3, 1).expense(2008, 1, -1, 69, 1);
-        employer(m_module->connection, "B1").natures({1}).expense(2008, 1, 1, 69, 1);
-        startModifying();
-        for (const QChar nature : unticked)
-            tickNature(nature.digitValue());
-        for (const QChar reply : replies)
-            m_user->answers({reply == u'y' ? Reply::Yes : Reply::No});
-        m_user->click("cmdupdate");
-        QVERIFY(m_user->said().value(0).startsWith(u"Do you want to Delete Details of '"));
-        const QStringList left = m_module->rows("Select NatId from FBT_Detail Where Code_No='A1' Union Select NatId "
-                                                "from FBT_SalDet Where Code_No='A1' Order by NatId=-1,NatId");
-        QCOMPARE(left.join(u','), details);
-        QCOMPARE(m_module->rows("Select Busnat from FBT_Info Where Code_no='A1'"), QStringList(busnat));
-        QCOMPARE(m_module->rows("Select NatId from FBT_Detail Where Code_No='B1'"), QStringList{"1"});
-    }
-
     /// A table that goes while the client "A1" is modified: nothing is saved over what could not be read.
     void whatCannotBeReadIsNotSaved_data()
     {
