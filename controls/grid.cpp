@@ -418,12 +418,12 @@ void Grid::fitColumns()
     bold.setBold(true);
     const QFontMetrics inBold(bold);
     const int last = std::min(Rows(), FixedRows() + rowsLookedAt);
-    const int arrow = m_sortByHeader ? style()->pixelMetric(QStyle::PM_HeaderMarkSize, nullptr, m_header) : 0;
+    constexpr int besideArrow = 12; // of a caption in the middle
     for (int col = 0; col < Cols(); ++col) {
         int width = 0;
         for (int row = 0; row < last; ++row) {
             const QFontMetrics &metrics = m_model->rowResult(row) ? inBold : fontMetrics();
-            const int beside = row < FixedRows() ? 2 * arrow : 0; // of a caption in the middle
+            const int beside = m_sortByHeader && row < FixedRows() ? besideArrow : 0;
             width = std::max(width, metrics.horizontalAdvance(shownText(row, col)) + beside);
         }
         if (!isColumnHidden(col))

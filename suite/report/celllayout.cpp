@@ -13,6 +13,7 @@ struct LineEnd
     qsizetype end = 0;
     qsizetype next = 0;
     double width = 0;
+    bool inWord = false; ///< a word does not fit into the line and goes on in the next
 };
 
 LineEnd endOfLine(const ReportFace &face, QStringView text, qsizetype start, double room)
@@ -27,7 +28,7 @@ LineEnd endOfLine(const ReportFace &face, QStringView text, qsizetype start, dou
             atBlank = {at, at + 1, width};
         width += face.advance(c);
         if (width > room && c != u' ' && at > start)
-            return atBlank.next > 0 ? atBlank : LineEnd{at, at, width - face.advance(c)};
+            return atBlank.next > 0 ? atBlank : LineEnd{at, at, width - face.advance(c), true};
         if (c == u'-' && at + 1 < text.size())
             atBlank = {at + 1, at + 1, width};
     }
@@ -49,7 +50,7 @@ CellLayout::CellLayout(ReportFonts &fonts, const ReportImages &images, const QSt
     if (!HasTokens(text)) {
         const ReportFace &face = fonts.face(look, form.scale);
         if (face.sets(text) && form.alignment != Qt::AlignJustify) {
-            setSimply(face, text.contains(u'\r') ? QString(text).remove(u'\r') : text, form);
+            setFitting(fonts, look, text.contains(u'\r') ? QString(text).remove(u'\r') : text, form);
             return;
         }
     }
@@ -60,24 +61,40 @@ CellLayout::CellLayout(ReportFonts &fonts, const ReportImages &images, const QSt
     if (pieces.empty())
         setSimply(face, {}, form);
     else if (one && face.sets(pieces[0].text))
-        setSimply(face, pieces[0].text, form);
+        setFitting(fonts, pieces[0].look, pieces[0].text, form);
     else
         setParts(fonts, images, pieces, start, form);
 }
 
 // --- letters one by one ---
 
-void CellLayout::setSimply(const ReportFace &face, QStringView text, const Form &form)
+/// A word that is a little too long for its column is set smaller; one that is much too long is broken.
+void CellLayout::setFitting(ReportFonts &fonts, const TextLook &look, QStringView text, const Form &form)
 {
+    for (const double smaller : {1.0, 0.95, 0.9, 0.85, 0.8}) {
+        if (setSimply(fonts.face(look, form.scale * smaller), text, form))
+            return;
+    }
+    setSimply(fonts.face(look, form.scale), text, form);
+}
+
+/// False when a word had to be broken.
+bool CellLayout::setSimply(const ReportFace &face, QStringView text, const Form &form)
+{
+    m_lines.clear();
+    m_height = 0;
     m_ascent = face.ascent();
+    bool whole = true;
     qsizetype start = 0;
     do {
         const LineEnd line = endOfLine(face, text, start, form.width);
         addLine(face, text.mid(start, line.end - start), line.width, form);
+        whole = whole && !line.inWord;
         start = line.next;
     } while (start < text.size());
     if (text.endsWith(u'\n'))
         m_height += face.height();
+    return whole;
 }
 
 void CellLayout::addLine(const ReportFace &face, QStringView line, double width, const Form &form)

@@ -55,7 +55,8 @@ private:
         QRectF place;
     };
 
-    void setSimply(const ReportFace &face, QStringView text, const Form &form);
+    void setFitting(ReportFonts &fonts, const TextLook &look, QStringView text, const Form &form);
+    bool setSimply(const ReportFace &face, QStringView text, const Form &form);
     void addLine(const ReportFace &face, QStringView line, double width, const Form &form);
     void setParts(ReportFonts &fonts, const ReportImages &images, const std::vector<TextPiece> &pieces,
                   const TextLook &look, const Form &form);

@@ -209,6 +209,19 @@ private slots:
             QVERIFY(ink(layout, page) > 1000);
     }
 
+    void wordIsBrokenOnlyWhenMuchTooLong()
+    {
+        const auto heightOf = [](const QString &cell) {
+            ReportDocument document;
+            document.beginTable();
+            document.addRow(row({cell, "b"}, {10, 78}));
+            return layoutOf(document).placeOf(0, 0).height();
+        };
+        const double line = heightOf("a");
+        QCOMPARE_LT(heightOf(esc + "EInstallment" + esc + "F"), 1.5 * line);
+        QCOMPARE_GT(heightOf(QString(30, 'W')), 1.5 * line);
+    }
+
     void wideTableTurnsThePageOnlyWhereItMay()
     {
         ReportDocument wide;
