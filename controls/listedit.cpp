@@ -132,13 +132,6 @@ bool ListEdit::escape()
     return true;
 }
 
-void ListEdit::saved(const QString &key, int column)
-{
-    LOADGRID();
-    selectRow(m_controls.vsf->FindRow(key, m_controls.vsf->FixedRows(), column)); // no row: stays on the first one
-    endEdit();
-}
-
 void ListEdit::selectRow(int row)
 {
     m_filling = true;

@@ -47,7 +47,7 @@ public:
         std::function<void()> addRows;         ///< adds a grid row for each record (the query of LOADGRID)
         std::function<void()> CLEARDATA;       ///< empties the edit fields
         std::function<void(int row)> showRow;  ///< copies a data row to the edit fields (LOADDATA after CLEARDATA)
-        std::function<void()> CMDUPDATE_CLICK; ///< checks and saves, and ends in `saved` when it did
+        std::function<void()> CMDUPDATE_CLICK; ///< checks and saves, and ends in `endEdit` when it did
         std::function<void()> CMDDELETE_CLICK; ///< asks and deletes, and ends in `deleted` when it did
         std::function<bool()> mayAdd = {};     ///< false, after telling why, keeps an addition from beginning
         std::function<bool()> mayModify = {};  ///< the same for a change of the current data row
@@ -73,9 +73,9 @@ public:
     /// it does nothing and returns false.
     bool escape();
 
-    /// After a save: fills the grid, goes to the row with `key` in `column`, and back to browsing. The focus goes to
-    /// the grid after a change, to `cmdadd` after an addition.
-    void saved(const QString &key, int column);
+    /// After a save, with the grid filled anew: back to browsing. The focus goes to the grid after a change, to `cmdadd`
+    /// after an addition.
+    void endEdit();
 
     /// After a save that failed: says so. What was typed stays.
     void notSaved();
@@ -85,7 +85,6 @@ public:
 
 protected:
     void selectRow(int row); ///< without showing it in the edit fields yet
-    void endEdit();          ///< back to browsing after a save
 
 private:
     void connectButtons();

@@ -4,6 +4,9 @@
 #include "controls/listedit.h"
 #include "controls/screen.h"
 
+#include <QColor>
+
+#include <concepts>
 #include <optional>
 #include <vector>
 
@@ -17,6 +20,7 @@ struct ListColumn
     Text text = Text();         ///< what it shows of a record; without it the running number
     int width = 0;              ///< pixels; 0: as wide as a column is at first
     QString format = QString(); ///< of numbers, such as "###0.00"; they stand at the right
+    bool right = false;         ///< stands at the right, as a number does
     bool hidden = false;        ///< a key that the user does not see
     bool stretch = false;       ///< takes the room left over, `width` at any rate
 };
@@ -30,7 +34,7 @@ class RowList : public ListEdit
 public:
     using Columns = std::vector<ListColumn<Row>>;
 
-    /// The screen's own procedures; `mayAdd` and `mayModify` may be missing.
+    /// The screen's own procedures; those from `mayAdd` on may be missing.
     struct Procedures
     {
         QString what;                                          ///< the records, as in "natures"
@@ -40,6 +44,9 @@ public:
         std::function<void(const Row &)> LOADDATA;             ///< copies a record to the edit fields
         std::function<void()> CMDUPDATE_CLICK;                 ///< checks, and ends in `saved` or `notSaved`
         std::function<void(const Row &)> CMDDELETE_CLICK;      ///< asks and deletes, and ends in `deleted` when it did
+        std::function<bool()> mayAdd = {};                     ///< false, after telling why: nothing is added
+        std::function<bool(const Row &)> mayModify = {};       ///< the same for a change of the current record
+        std::function<std::optional<QColor>(const Row &)> colour = {}; ///< of a record that stands out
     };
 
     RowList(Screen *screen, const Controls &controls, const Columns &columns, const Procedures &procedures)
@@ -49,8 +56,8 @@ public:
                     .showRow = [this](int) { m_own.LOADDATA(*current()); },
                     .CMDUPDATE_CLICK = [this] { update(); },
                     .CMDDELETE_CLICK = [this] { remove(); },
-                    .mayAdd = [this] { return m_screen->couldRead(m_own.what); },
-                    .mayModify = [this] { return m_screen->couldRead(m_own.what); }})
+                    .mayAdd = [this] { return known() && (!m_own.mayAdd || m_own.mayAdd()); },
+                    .mayModify = [this] { return known() && (!m_own.mayModify || m_own.mayModify(*current())); }})
         , m_screen(screen)
         , m_vsf(controls.vsf)
         , m_own(procedures)
@@ -78,14 +85,22 @@ public:
             return nullptr;
         return &m_rows.at(static_cast<std::size_t>(m_vsf->RowData(m_vsf->Row()).toInt()));
     }
+    /// All records, in the order in which they were read.
+    [[nodiscard]] const std::vector<Row> &rows() const { return m_rows; }
     /// The key of the record in the edit frame, 0 for a new one.
     [[nodiscard]] int editedKey() const { return Adding() || current() == nullptr ? 0 : m_own.key(*current()); }
 
     /// After a save: fills the grid, goes to the record, and back to browsing.
     void saved(int key)
     {
+        saved([this, key](const Row &row) { return m_own.key(row) == key; });
+    }
+    /// The same for the first record that `isSaved` knows.
+    template<class IsSaved>
+    void saved(const IsSaved &isSaved) requires std::predicate<IsSaved, const Row &>
+    {
         LOADGRID();
-        selectKey(key);
+        select(isSaved);
         endEdit();
     }
 
@@ -94,7 +109,7 @@ public:
     {
         const int key = current() != nullptr ? m_own.key(*current()) : 0;
         LOADGRID();
-        selectKey(key);
+        select([this, key](const Row &row) { return m_own.key(row) == key; });
         LOADDATA();
     }
 
@@ -105,10 +120,10 @@ private:
         const bool number = !column.text;
         m_vsf->setColHidden(col, column.hidden);
         m_vsf->setColFormat(col, column.format);
-        if (number || !column.format.isEmpty())
+        if (number || column.right || !column.format.isEmpty())
             m_vsf->setColAlignment(col, Qt::AlignRight | Qt::AlignVCenter);
         if (number || column.width > 0)
-            m_vsf->setColWidth(col, number ? numberWidth : column.width);
+            m_vsf->setColWidth(col, column.width > 0 ? column.width : numberWidth);
         if (column.stretch)
             m_vsf->setStretchCol(col, column.width);
     }
@@ -125,27 +140,33 @@ private:
             QStringList cells;
             for (const ListColumn<Row> &column : m_columns)
                 cells << (column.text ? column.text(m_rows[i]) : QString());
-            m_vsf->setRowData(m_vsf->AddItem(cells), static_cast<int>(i));
+            const int row = m_vsf->AddItem(cells);
+            m_vsf->setRowData(row, static_cast<int>(i));
+            if (const auto colour = m_own.colour ? m_own.colour(m_rows[i]) : std::nullopt)
+                m_vsf->setRowColor(row, *colour);
         }
     }
 
-    void selectKey(int key)
+    template<class IsWanted>
+    void select(const IsWanted &isWanted)
     {
         for (int row = m_vsf->FixedRows(); row < m_vsf->Rows(); ++row) {
-            if (m_own.key(m_rows.at(static_cast<std::size_t>(m_vsf->RowData(row).toInt()))) == key)
+            if (isWanted(m_rows.at(static_cast<std::size_t>(m_vsf->RowData(row).toInt()))))
                 return selectRow(row);
         }
     }
 
+    [[nodiscard]] bool known() const { return m_screen->couldRead(m_own.what); }
+
     void update()
     {
-        if (m_screen->couldRead(m_own.what))
+        if (known())
             m_own.CMDUPDATE_CLICK();
     }
 
     void remove()
     {
-        if (current() != nullptr && m_screen->couldRead(m_own.what))
+        if (current() != nullptr && known())
             m_own.CMDDELETE_CLICK(*current());
     }
 

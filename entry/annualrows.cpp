@@ -68,16 +68,6 @@ double sumOf(const AnnualRow &row, Member member)
                            [member](double sum, const auto &cell) { return cell ? sum + (*cell).*member : sum; });
 }
 
-bool sameRow(const AnnualRow &line, const AnnualRow &written)
-{
-    for (int i = 0; i < quarterCount; ++i) {
-        if (written.quarters[i])
-            return line.expId == written.expId && line.quarters[i] &&
-                   line.quarters[i]->srNo == written.quarters[i]->srNo;
-    }
-    return false;
-}
-
 } // namespace
 
 double AnnualRow::amount() const
@@ -149,9 +139,12 @@ bool DeleteAnnual(Connection *cnn, const ClientYear &client, const AnnualRow &li
     return ChangeTogether(cnn, remove, Doing::Delete);
 }
 
-int FindLine(const std::vector<AnnualRow> &lines, const AnnualRow &written)
+bool IsLine(const AnnualRow &line, const AnnualRow &written)
 {
-    const auto found =
-        std::find_if(lines.begin(), lines.end(), [&](const AnnualRow &line) { return sameRow(line, written); });
-    return found == lines.end() ? -1 : static_cast<int>(found - lines.begin());
+    for (int i = 0; i < quarterCount; ++i) {
+        if (written.quarters[i])
+            return line.expId == written.expId && line.quarters[i] &&
+                   line.quarters[i]->srNo == written.quarters[i]->srNo;
+    }
+    return false;
 }

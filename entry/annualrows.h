@@ -45,6 +45,5 @@ FBT_OFFERED std::optional<AnnualRow> SaveAnnual(Connection *cnn, const ClientYea
 /// Deletes the rows of a line in all its quarters, all or none. A row without number and amount stays.
 FBT_OFFERED bool DeleteAnnual(Connection *cnn, const ClientYear &client, const AnnualRow &line);
 
-/// The position of a written line among others: the one with the same item and number in a quarter that was written;
-/// -1 when there is none.
-FBT_OFFERED int FindLine(const std::vector<AnnualRow> &lines, const AnnualRow &written);
+/// Whether a line is the one that was written: it has the same item and number in the first quarter that was written.
+FBT_OFFERED bool IsLine(const AnnualRow &line, const AnnualRow &written);

@@ -3,7 +3,6 @@
 
 #include "context/errortail.h"
 #include "context/modbase.h"
-#include "controls/listedit.h"
 #include "controls/matchlist.h"
 #include "controls/uiarray.h"
 #include "entry/amountfield.h"
@@ -21,9 +20,7 @@ namespace {
 constexpr int headColumn = 1;
 constexpr int expenseColumn = 2;
 constexpr int rateColumn = 3;
-constexpr int totalAmountColumn = 16;
 constexpr int totalValueColumn = 17;
-constexpr int columnCount = 18;
 constexpr int firstAmountField = 2;
 constexpr int quarterCount = 4;
 
@@ -33,21 +30,60 @@ constexpr int amountColumn(int quarter)
     return quarter * 3 + 1;
 }
 
-void setCaptions(Grid *grid)
+using Column = ListColumn<AnnualRow>;
+
+/// What a quarter (index 0 is the first) holds of a line; empty where it holds nothing.
+template<class Part>
+Column::Text ofQuarter(std::size_t index, Part part)
 {
-    const QStringList quarters{QStringLiteral("April - June"), QStringLiteral("July - September"),
-                               QStringLiteral("October - December"), QStringLiteral("January - March"),
-                               QStringLiteral("Total")};
-    QStringList upper{QStringLiteral("S. No."), QStringLiteral("Head of Expenses"),
-                      QStringLiteral("Nature of Expenses"), QStringLiteral("Rate")};
-    QStringList lower = upper;
-    for (const QString &quarter : quarters) {
-        upper << quarter << quarter << quarter;
-        lower << QStringLiteral("Amount") << QStringLiteral("Value") << QString();
+    return [index, part](const AnnualRow &line) {
+        const auto &cell = line.quarters.at(index);
+        return cell ? NumberText((*cell).*part) : QString();
+    };
+}
+
+void addQuarter(RowList<AnnualRow>::Columns &columns, const QString &caption, const std::array<Column::Text, 3> &texts)
+{
+    for (const Column::Text &text : texts) {
+        const bool number = &text == &texts.back();
+        columns.push_back(
+            {.caption = caption, .text = text, .width = 90, .format = QStringLiteral("###0.00"), .hidden = number});
     }
-    for (int col = 0; col < columnCount; ++col) {
-        grid->setTextMatrix(0, col, upper[col]);
-        grid->setTextMatrix(1, col, lower[col]);
+}
+
+RowList<AnnualRow>::Columns listColumns()
+{
+    RowList<AnnualRow>::Columns columns{Column{.caption = "S. No.", .width = 44},
+                                        Column{.caption = "Head of Expenses",
+                                               .text = [](const AnnualRow &l) { return HeadText(l.headId); },
+                                               .width = 150},
+                                        Column{.caption = "Nature of Expenses",
+                                               .text = [](const AnnualRow &l) { return QString::number(l.expId); },
+                                               .width = 190,
+                                               .stretch = true},
+                                        Column{.caption = "Rate",
+                                               .text = [](const AnnualRow &l) { return NumberText(l.rate); },
+                                               .width = 44,
+                                               .right = true}};
+    const QStringList quarters{QStringLiteral("April - June"), QStringLiteral("July - September"),
+                               QStringLiteral("October - December"), QStringLiteral("January - March")};
+    using Cell = AnnualRow::Cell;
+    for (std::size_t i = 0; i < quarterCount; ++i)
+        addQuarter(columns, quarters.at(static_cast<int>(i)),
+                   {ofQuarter(i, &Cell::amount), ofQuarter(i, &Cell::value), ofQuarter(i, &Cell::srNo)});
+    addQuarter(columns, QStringLiteral("Total"),
+               {[](const AnnualRow &l) { return NumberText(l.amount()); },
+                [](const AnnualRow &l) { return NumberText(l.value()); }, [](const AnnualRow &) { return QString(); }});
+    columns.pop_back(); // a year has no number
+    return columns;
+}
+
+void setLowerCaptions(Grid *grid)
+{
+    for (int col = 0; col < grid->Cols(); ++col) {
+        const bool figure = col > rateColumn;
+        const QString part = (col - rateColumn) % 3 == 1 ? QStringLiteral("Amount") : QStringLiteral("Value");
+        grid->setTextMatrix(1, col, figure ? part : grid->TextMatrix(0, col));
     }
 }
 
@@ -62,48 +98,39 @@ frmannualfbt::frmannualfbt(const ClientYear &client, QWidget *parent)
     txtdedflds = ControlArray<QLineEdit>(this, QStringLiteral("txtdedflds"));
     auto *vsfl = new MatchList(this);
     vsfl->setObjectName(QStringLiteral("vsfl"));
-    setUpGrid();
+    setUpList();
     m_entry = new ExpenseEntry(this, {ui->txtdedflds_0, ui->txtdedflds_1, ui->txtdedflds_2, vsfl});
     for (int i = firstAmountField; i < firstAmountField + quarterCount; ++i)
         WatchAmount(this, txtdedflds[i]);
-    const ListEdit::Controls controls{ui->vsf2,
-                                      ui->Frame4,
-                                      ui->txtdedflds_0,
-                                      ui->cmdaddded,
-                                      ui->cmdmodifyded,
-                                      ui->cmddeleteded,
-                                      ui->cmdupdateded,
-                                      ui->cmdcancelded,
-                                      ui->cmdback,
-                                      {ui->famselect},
-                                      {}};
-    m_list =
-        new ListEdit(this, controls,
-                     {[this] { fillRows(); }, [this] { clearFields(); }, [this](int row) { showRow(row); },
-                      [this] { CMDUPDATEDED_CLICK(); }, [this] { CMDDELETEDED_CLICK(); }, [this] { return mayAdd(); }});
 }
 
 frmannualfbt::~frmannualfbt() = default;
 
-void frmannualfbt::setUpGrid()
+void frmannualfbt::setUpList()
 {
-    Grid *vsf2 = ui->vsf2;
-    vsf2->setCols(columnCount);
-    vsf2->setFixedRows(2);
-    setCaptions(vsf2);
-    vsf2->setMergeHeaders(true);
-    const int widths[] = {44, 150, 190, 44};
-    for (int col = 0; col < columnCount; ++col) {
-        const bool figure = col > rateColumn;
-        vsf2->setColWidth(col, figure ? 90 : widths[col]);
-        if (figure)
-            vsf2->setColFormat(col, QStringLiteral("###0.00"));
-        if (figure || col == 0 || col == rateColumn)
-            vsf2->setColAlignment(col, Qt::AlignRight);
-    }
-    for (int quarter = 1; quarter <= quarterCount; ++quarter)
-        vsf2->setColHidden(amountColumn(quarter) + 2, true);
-    vsf2->setStretchCol(expenseColumn, widths[expenseColumn]);
+    ui->vsf2->setFixedRows(2);
+    ui->vsf2->setMergeHeaders(true);
+    m_list = new RowList<AnnualRow>(this,
+                                    {.vsf = ui->vsf2,
+                                     .editFrame = ui->Frame4,
+                                     .firstField = ui->txtdedflds_0,
+                                     .cmdadd = ui->cmdaddded,
+                                     .cmdmodify = ui->cmdmodifyded,
+                                     .cmddelete = ui->cmddeleteded,
+                                     .cmdupdate = ui->cmdupdateded,
+                                     .cmdcancel = ui->cmdcancelded,
+                                     .cmdback = ui->cmdback,
+                                     .browseOnly = {ui->famselect}},
+                                    listColumns(),
+                                    {.what = QStringLiteral("expenses"),
+                                     .read = [this] { return readLines(); },
+                                     .key = {},
+                                     .CLEARDATA = [this] { clearFields(); },
+                                     .LOADDATA = [this](const AnnualRow &line) { showLine(line); },
+                                     .CMDUPDATE_CLICK = [this] { CMDUPDATEDED_CLICK(); },
+                                     .CMDDELETE_CLICK = [this](const AnnualRow &line) { CMDDELETEDED_CLICK(line); },
+                                     .mayAdd = [this] { return NatureChosen(this, ui->cbonature); }});
+    setLowerCaptions(ui->vsf2);
 }
 
 void frmannualfbt::FORM_LOAD()
@@ -147,32 +174,11 @@ void frmannualfbt::LOADGRIDDED()
     m_list->LOADGRID();
 }
 
-void frmannualfbt::fillRows()
+/// None when the expenses could not be read.
+std::optional<std::vector<AnnualRow>> frmannualfbt::readLines()
 {
     const RowsRead<Expense> expenses = ExpensesOfYear(Cnn, m_client, m_nature);
-    NoteReading(this, QStringLiteral("expenses"), expenses.failed());
-    m_lines = LineUp(*expenses);
-    for (const AnnualRow &line : m_lines)
-        addRow(line);
-}
-
-void frmannualfbt::addRow(const AnnualRow &line)
-{
-    QStringList texts{QString(), HeadText(line.headId), QString::number(line.expId), NumberText(line.rate)};
-    for (const auto &cell : line.quarters) {
-        if (cell)
-            texts << NumberText(cell->amount) << NumberText(cell->value) << QString::number(cell->srNo);
-        else
-            texts << QString() << QString() << QString();
-    }
-    texts << NumberText(line.amount()) << NumberText(line.value());
-    ui->vsf2->AddItem(texts);
-}
-
-const AnnualRow *frmannualfbt::currentLine() const
-{
-    const Grid *vsf2 = ui->vsf2;
-    return vsf2->hasDataRow() ? &m_lines[static_cast<std::size_t>(vsf2->Row() - vsf2->FixedRows())] : nullptr;
+    return expenses.failed() ? std::nullopt : std::optional(LineUp(*expenses));
 }
 
 // --- the fields ---
@@ -186,9 +192,9 @@ void frmannualfbt::clearFields()
         button->setEnabled(ui->vsf2->hasDataRow());
 }
 
-void frmannualfbt::showRow(int row)
+void frmannualfbt::showLine(const AnnualRow &line)
 {
-    const AnnualRow &line = *currentLine();
+    const int row = ui->vsf2->Row();
     m_entry->show(line.headId, ui->vsf2->shownText(row, headColumn), line.expId,
                   ui->vsf2->shownText(row, expenseColumn));
     for (int i = 0; i < quarterCount; ++i) {
@@ -214,11 +220,6 @@ QuarterAmounts frmannualfbt::amounts() const
     return typed;
 }
 
-bool frmannualfbt::mayAdd()
-{
-    return NatureChosen(this, ui->cbonature);
-}
-
 void frmannualfbt::CMDUPDATEDED_CLICK()
 {
     ErrorTail tail(this);
@@ -237,27 +238,19 @@ void frmannualfbt::CMDUPDATEDED_CLICK()
 
 void frmannualfbt::saveLine(const QuarterAmounts &amounts)
 {
-    const std::optional<AnnualRow> before = m_list->Adding() ? std::nullopt : std::optional(*currentLine());
+    const std::optional<AnnualRow> before = m_list->Adding() ? std::nullopt : std::optional(*m_list->current());
     const auto written = SaveAnnual(Cnn, m_client, m_nature, m_entry->expId(), amounts, before);
-    if (!written)
-        return; // what was typed stays
-    LOADGRIDDED();
-    const int line = FindLine(m_lines, *written);
-    if (line >= 0)
-        ui->vsf2->setRow(ui->vsf2->FixedRows() + line);
-    m_list->SETBUTTON(true);
-    m_list->LOADDATA();
-    (m_list->Adding() ? static_cast<QWidget *>(ui->cmdaddded) : ui->vsf2)->setFocus(Qt::OtherFocusReason);
+    if (written)
+        m_list->saved([&](const AnnualRow &line) { return IsLine(line, *written); });
 }
 
-void frmannualfbt::CMDDELETEDED_CLICK()
+void frmannualfbt::CMDDELETEDED_CLICK(const AnnualRow &line)
 {
     ErrorTail tail(this);
-    const AnnualRow *line = currentLine();
-    if (line == nullptr || MsgBox(this, QStringLiteral("Do you want to Delete Selected Item?"), Buttons::YesNo,
-                                  Icon::Question, {}, 2) != Reply::Yes)
+    if (MsgBox(this, QStringLiteral("Do you want to Delete Selected Item?"), Buttons::YesNo, Icon::Question, {}, 2) !=
+        Reply::Yes)
         return;
-    DeleteAnnual(Cnn, m_client, *line);
+    DeleteAnnual(Cnn, m_client, line);
     LOADGRIDDED();
     if (!ui->vsf2->hasDataRow())
         ui->cmdaddded->setFocus(Qt::OtherFocusReason);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/screen.h"
+#include "controls/rowlist.h"
 #include "entry/annualrows.h"
 #include "platform/offer.h"
 
@@ -10,7 +10,6 @@
 #include <memory>
 
 class ExpenseEntry;
-class ListEdit;
 
 namespace Ui {
 class frmannualfbt;
@@ -35,27 +34,23 @@ public:
     bool FORM_KEYPRESS(int asciiKey) override;
 
 private:
-    void setUpGrid();
+    void setUpList();
     void CBONATURE_CLICK();
     void LOADGRIDDED();
     void CMDUPDATEDED_CLICK();
-    void CMDDELETEDED_CLICK();
-    bool mayAdd();
+    void CMDDELETEDED_CLICK(const AnnualRow &line);
 
-    void fillRows();
-    void addRow(const AnnualRow &line);
+    std::optional<std::vector<AnnualRow>> readLines();
     void clearFields();
-    void showRow(int row);
+    void showLine(const AnnualRow &line);
     void saveLine(const QuarterAmounts &amounts);
     [[nodiscard]] bool takeAmounts();
     [[nodiscard]] QuarterAmounts amounts() const;
-    [[nodiscard]] const AnnualRow *currentLine() const;
 
     std::unique_ptr<Ui::frmannualfbt> ui;
     std::map<int, QLineEdit *> txtdedflds;
-    ListEdit *m_list;
+    RowList<AnnualRow> *m_list;
     ExpenseEntry *m_entry;
-    std::vector<AnnualRow> m_lines; // those of vsf2, in its order
     const ClientYear m_client;
     int m_nature = 0;
 };

@@ -4,7 +4,6 @@
 #include "calc/modfbtcalc.h"
 #include "context/errortail.h"
 #include "context/modbase.h"
-#include "controls/listedit.h"
 #include "controls/matchlist.h"
 #include "controls/uiarray.h"
 #include "entry/addinfo.h"
@@ -30,9 +29,7 @@ namespace {
 constexpr int headColumn = 1;
 constexpr int expenseColumn = 2;
 constexpr int rateColumn = 3;
-constexpr int amountColumn = 4;
 constexpr int valueColumn = 5;
-constexpr int srNoColumn = 6;
 
 // What the figures are made of.
 const QString additionalInformation = QStringLiteral("additional information");
@@ -44,6 +41,32 @@ const QString salaries = QStringLiteral("salaries");
 double valueOf(const Expense &row)
 {
     return BENEFITVALUE(row.rate, row.amount);
+}
+
+/// As wide as there is room beside the figures on a screen 1024 wide.
+RowList<Expense>::Columns listColumns()
+{
+    using Column = ListColumn<Expense>;
+    const QString money = QStringLiteral("###0.00");
+    return {
+        Column{.caption = "S. No.", .width = 44},
+        Column{
+            .caption = "Head of Expenses", .text = [](const Expense &e) { return HeadText(e.headId); }, .width = 150},
+        Column{.caption = "Nature of Expenses",
+               .text = [](const Expense &e) { return QString::number(e.expId); },
+               .width = 120,
+               .stretch = true},
+        Column{
+            .caption = "Rate", .text = [](const Expense &e) { return NumberText(e.rate); }, .width = 50, .right = true},
+        Column{.caption = "Expenses Amount",
+               .text = [](const Expense &e) { return NumberText(e.amount); },
+               .width = 100,
+               .format = money},
+        Column{.caption = "Value of Fringe Benefit",
+               .text = [](const Expense &e) { return NumberText(valueOf(e)); },
+               .width = 110,
+               .format = money},
+        Column{.text = [](const Expense &e) { return QString::number(e.srNo); }, .hidden = true}};
 }
 
 /// Position of a nature among the client's.
@@ -65,45 +88,42 @@ frmfbtdet::frmfbtdet(QWidget *parent)
     ui->famcon->hide();
     auto *vsfl = new MatchList(this);
     vsfl->setObjectName(QStringLiteral("vsfl"));
-    setUpGrid();
+    setUpList();
     m_entry = new ExpenseEntry(this, {ui->txtdedflds_0, ui->txtdedflds_1, ui->txtdedflds_2, vsfl});
     WatchAmount(this, ui->txtdedflds_2);
-    const ListEdit::Controls controls{ui->vsf2,
-                                      ui->Frame4,
-                                      ui->txtdedflds_0,
-                                      ui->cmdaddded,
-                                      ui->cmdmodifyded,
-                                      ui->cmddeleteded,
-                                      ui->cmdupdateded,
-                                      ui->cmdcancelded,
-                                      ui->cmdback,
-                                      {ui->famselect, ui->fambuttons},
-                                      {}};
-    m_list = new ListEdit(this, controls,
-                          {[this] { fillRows(); }, [this] { clearFields(); }, [this](int row) { showRow(row); },
-                           [this] { CMDUPDATEDED_CLICK(); }, [this] { CMDDELETEDED_CLICK(); },
-                           [this] { return mayAdd(); }, [this] { return mayModify(); }});
     connectButtons();
 }
 
 frmfbtdet::~frmfbtdet() = default;
 
-void frmfbtdet::setUpGrid()
+void frmfbtdet::setUpList()
 {
-    Grid *vsf2 = ui->vsf2;
-    vsf2->setCaptions({QStringLiteral("S. No."), QStringLiteral("Head of Expenses"),
-                       QStringLiteral("Nature of Expenses"), QStringLiteral("Rate"), QStringLiteral("Expenses Amount"),
-                       QStringLiteral("Value of Fringe Benefit"), QString()});
-    for (const int col : {0, rateColumn, amountColumn, valueColumn})
-        vsf2->setColAlignment(col, Qt::AlignRight);
-    for (const int col : {amountColumn, valueColumn})
-        vsf2->setColFormat(col, QStringLiteral("###0.00"));
-    vsf2->setColHidden(srNoColumn, true);
-    const int widths[] = {44, 150, 300, 50, 100, 110}; // beside the figures on a screen 1024 wide
-    for (int col = 0; col < srNoColumn; ++col)
-        vsf2->setColWidth(col, widths[col]);
-    constexpr int leastExpenseWidth = 120;
-    vsf2->setStretchCol(expenseColumn, leastExpenseWidth);
+    m_list =
+        new RowList<Expense>(this,
+                             {.vsf = ui->vsf2,
+                              .editFrame = ui->Frame4,
+                              .firstField = ui->txtdedflds_0,
+                              .cmdadd = ui->cmdaddded,
+                              .cmdmodify = ui->cmdmodifyded,
+                              .cmddelete = ui->cmddeleteded,
+                              .cmdupdate = ui->cmdupdateded,
+                              .cmdcancel = ui->cmdcancelded,
+                              .cmdback = ui->cmdback,
+                              .browseOnly = {ui->famselect, ui->fambuttons}},
+                             listColumns(),
+                             {.what = ownExpenses,
+                              .read = [this] { return readRows(); },
+                              .key = [](const Expense &row) { return row.srNo; },
+                              .CLEARDATA = [this] { clearFields(); },
+                              .LOADDATA = [this](const Expense &row) { showRow(row); },
+                              .CMDUPDATE_CLICK = [this] { CMDUPDATEDED_CLICK(); },
+                              .CMDDELETE_CLICK = [this](const Expense &row) { CMDDELETEDED_CLICK(row); },
+                              .mayAdd = [this] { return NatureChosen(this, ui->cbonature); },
+                              .mayModify = [this](const Expense &row) { return mayModify(row); },
+                              .colour =
+                                  [](const Expense &row) {
+                                      return row.srNo == shareSrNo ? std::optional(QColor(Qt::blue)) : std::nullopt;
+                                  }});
 }
 
 void frmfbtdet::connectButtons()
@@ -248,34 +268,22 @@ void frmfbtdet::markFigures(bool computed)
     tell(Told::Figures, whole ? QString() : tr("The figures are incomplete."));
 }
 
-void frmfbtdet::fillRows()
+/// None when the expenses could not be read.
+std::optional<std::vector<Expense>> frmfbtdet::readRows()
 {
-    const RowsRead<Expense> expenses = ExpensesOfQuarter(Cnn, client(), m_quarter, m_nature, m_nature);
-    NoteReading(this, ownExpenses, expenses.failed());
-    m_rows = *expenses;
-    if (sharesExpenses() && m_nature != consolidatedNature)
-        GETCONSITEMS();
-    for (const Expense &row : m_rows)
-        addRow(row);
+    std::optional<std::vector<Expense>> rows = ExpensesOfQuarter(Cnn, client(), m_quarter, m_nature, m_nature).ifRead();
+    if (rows && sharesExpenses() && m_nature != consolidatedNature)
+        GETCONSITEMS(*rows);
+    return rows;
 }
 
-void frmfbtdet::GETCONSITEMS()
+void frmfbtdet::GETCONSITEMS(std::vector<Expense> &rows)
 {
     ErrorTail tail(this);
     const RowsRead<Expense> expenses = ExpensesOfQuarter(Cnn, client(), m_quarter, consolidatedNature, m_nature);
     NoteReading(this, consolidatedExpenses, expenses.failed());
     const auto shares = SharesOf(*expenses, positionOf(m_nature, m_natures), ui->famcon->salary());
-    m_rows.insert(m_rows.end(), shares.begin(), shares.end());
-}
-
-void frmfbtdet::addRow(const Expense &row)
-{
-    const bool ofConsolidated = m_nature == consolidatedNature;
-    const int at = ui->vsf2->AddItem(
-        {QString(), HeadText(row.headId), QString::number(row.expId), ofConsolidated ? QString() : NumberText(row.rate),
-         NumberText(row.amount), ofConsolidated ? QString() : NumberText(valueOf(row)), QString::number(row.srNo)});
-    if (row.srNo == shareSrNo)
-        ui->vsf2->setRowColor(at, Qt::blue);
+    rows.insert(rows.end(), shares.begin(), shares.end());
 }
 
 void frmfbtdet::clearFigures()
@@ -303,13 +311,13 @@ void frmfbtdet::showFigures()
 {
     double amount = 0;
     double value = 0;
-    for (const Expense &row : m_rows) {
+    for (const Expense &row : m_list->rows()) {
         amount += row.amount;
         value += valueOf(row);
     }
     ui->txtcalcn_0->setText(Money(amount));
     if (m_nature == consolidatedNature) {
-        ui->famcon->setExpenses(m_rows, expenseTexts());
+        ui->famcon->setExpenses(m_list->rows(), expenseTexts());
         GETCONSFIGS();
         return;
     }
@@ -348,12 +356,6 @@ QStringList frmfbtdet::expenseTexts() const
 
 // --- the fields ---
 
-const Expense *frmfbtdet::currentRow() const
-{
-    const Grid *vsf2 = ui->vsf2;
-    return vsf2->hasDataRow() ? &m_rows[static_cast<std::size_t>(vsf2->Row() - vsf2->FixedRows())] : nullptr;
-}
-
 void frmfbtdet::LOADDATADED()
 {
     ErrorTail tail(this);
@@ -368,22 +370,17 @@ void frmfbtdet::clearFields()
         button->setEnabled(ui->vsf2->hasDataRow());
 }
 
-void frmfbtdet::showRow(int row)
+void frmfbtdet::showRow(const Expense &expense)
 {
-    const Expense &shown = *currentRow();
-    m_entry->show(shown.headId, ui->vsf2->shownText(row, headColumn), shown.expId,
+    const int row = ui->vsf2->Row();
+    m_entry->show(expense.headId, ui->vsf2->shownText(row, headColumn), expense.expId,
                   ui->vsf2->shownText(row, expenseColumn));
-    ShowAmount(ui->txtdedflds_2, shown.amount);
+    ShowAmount(ui->txtdedflds_2, expense.amount);
 }
 
-bool frmfbtdet::mayAdd()
+bool frmfbtdet::mayModify(const Expense &row)
 {
-    return NatureChosen(this, ui->cbonature);
-}
-
-bool frmfbtdet::mayModify()
-{
-    if (currentRow()->srNo != shareSrNo)
+    if (row.srNo != shareSrNo)
         return true;
     tellConsolidated();
     return false;
@@ -394,21 +391,16 @@ void frmfbtdet::tellConsolidated()
     MsgBox(this, QStringLiteral("Selected Item is a Consolidated Expenses."), Buttons::Ok, Icon::Exclamation);
 }
 
-void frmfbtdet::CMDDELETEDED_CLICK()
+void frmfbtdet::CMDDELETEDED_CLICK(const Expense &row)
 {
     ErrorTail tail(this);
-    const Expense *row = currentRow();
-    if (row == nullptr)
+    if (!mayModify(row))
         return;
-    if (row->srNo == shareSrNo) {
-        tellConsolidated();
-        return;
-    }
     if (MsgBox(this, QStringLiteral("Do you want to Delete Selected Item?"), Buttons::YesNo, Icon::Question, {}, 2) !=
         Reply::Yes)
         return;
     ChangeTogether(
-        Cnn, [&](Change &change) { return DeleteExpense(change, client(), *row); }, Doing::Delete);
+        Cnn, [&](Change &change) { return DeleteExpense(change, client(), row); }, Doing::Delete);
     LOADGRIDDED();
     if (!ui->vsf2->hasDataRow())
         ui->cmdaddded->setFocus(Qt::OtherFocusReason);
@@ -426,9 +418,7 @@ void frmfbtdet::CMDUPDATEDED_CLICK()
     if (!saveRow())
         return; // what was typed stays
     LOADGRIDDED();
-    SETBUTTONDED(true);
-    LOADDATADED();
-    (m_list->Adding() ? static_cast<QWidget *>(ui->cmdaddded) : ui->vsf2)->setFocus(Qt::OtherFocusReason);
+    m_list->endEdit();
 }
 
 bool frmfbtdet::saveRow()
@@ -440,8 +430,8 @@ bool frmfbtdet::saveRow()
     expense.amount = AmountIn(ui->txtdedflds_2);
     return ChangeTogether(Cnn, [&](Change &change) {
         if (!m_list->Adding()) {
-            expense.srNo = currentRow()->srNo;
-            return ReplaceExpense(change, client(), *currentRow(), expense);
+            expense.srNo = m_list->current()->srNo;
+            return ReplaceExpense(change, client(), *m_list->current(), expense);
         }
         const auto srNo = NextExpenseNo(change, client(), m_quarter);
         expense.srNo = srNo.value_or(0);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "calc/clientyear.h"
-#include "controls/screen.h"
+#include "controls/rowlist.h"
 #include "platform/offer.h"
 #include "records/expenses.h"
 
@@ -11,7 +11,6 @@
 #include <memory>
 
 class ExpenseEntry;
-class ListEdit;
 struct Figures;
 
 namespace Ui {
@@ -40,7 +39,7 @@ signals:
     void OpenLater(const QString &name);
 
 private:
-    void setUpGrid();
+    void setUpList();
     void connectButtons();
     void showRates();
     void takeAddInfo();
@@ -51,21 +50,19 @@ private:
     void SETBUTTONDED(bool browse);
     void LOADGRIDDED();
     void LOADDATADED();
-    void GETCONSITEMS();
+    void GETCONSITEMS(std::vector<Expense> &rows);
     void GETCONSFIGS();
     void CMDUPDATEDED_CLICK();
-    void CMDDELETEDED_CLICK();
+    void CMDDELETEDED_CLICK(const Expense &row);
     void CMDIMP_CLICK();
     void CMDADDINFO_CLICK();
     void CMDCONEXP_CLICK();
     void CMDEFL_CLICK();
-    bool mayAdd();
-    bool mayModify();
+    bool mayModify(const Expense &row);
 
-    void fillRows();
-    void addRow(const Expense &row);
+    std::optional<std::vector<Expense>> readRows();
     void clearFields();
-    void showRow(int row);
+    void showRow(const Expense &expense);
     void showFigures();
     void clearFigures();
     void showTax(const Figures &figures);
@@ -78,16 +75,14 @@ private:
     [[nodiscard]] bool importFromLastQuarter();
     [[nodiscard]] const ClientYear &client() const { return m_inHand.client; }
     [[nodiscard]] bool sharesExpenses() const; // more than one nature
-    [[nodiscard]] const Expense *currentRow() const;
     [[nodiscard]] QStringList expenseTexts() const;
 
     std::unique_ptr<Ui::frmfbtdet> ui;
     InHand m_inHand; // since it was loaded
     std::map<int, QLineEdit *> txtcalcn;
-    ListEdit *m_list;
+    RowList<Expense> *m_list;
     ExpenseEntry *m_entry;
     std::vector<Nature> m_natures;
-    std::vector<Expense> m_rows; // those of vsf2, in its order
-    int m_quarter = 0;           // 1 to 4, 0 before the first selection
-    int m_nature = 0;            // consolidatedNature, or 0 for none
+    int m_quarter = 0; // 1 to 4, 0 before the first selection
+    int m_nature = 0;  // consolidatedNature, or 0 for none
 };
