@@ -5,6 +5,7 @@
 #include "controls/screen.h"
 
 #include <QAbstractButton>
+#include <QScopedValueRollback>
 
 #include <utility>
 
@@ -52,7 +53,7 @@ void ListEdit::FORM_LOAD()
 void ListEdit::LOADGRID()
 {
     Grid *vsf = m_controls.vsf;
-    m_filling = true;
+    const QScopedValueRollback filling(m_filling, true);
     vsf->setRedraw(false);
     vsf->clearBody();
     m_procedures.addRows();
@@ -60,7 +61,6 @@ void ListEdit::LOADGRID()
     if (vsf->Rows() > vsf->FixedRows())
         vsf->setRow(vsf->FixedRows());
     vsf->setRedraw(true);
-    m_filling = false;
 }
 
 void ListEdit::GETSRNOS()
@@ -134,9 +134,8 @@ bool ListEdit::escape()
 
 void ListEdit::selectRow(int row)
 {
-    m_filling = true;
+    const QScopedValueRollback filling(m_filling, true);
     m_controls.vsf->setRow(row);
-    m_filling = false;
 }
 
 void ListEdit::endEdit()
@@ -153,9 +152,10 @@ void ListEdit::notSaved()
 
 void ListEdit::deleted()
 {
-    m_filling = true;
-    m_controls.vsf->RemoveItem(m_controls.vsf->Row());
-    m_filling = false;
+    {
+        const QScopedValueRollback filling(m_filling, true);
+        m_controls.vsf->RemoveItem(m_controls.vsf->Row());
+    }
     GETSRNOS();
     LOADDATA();
 }

@@ -41,6 +41,36 @@ public:
         QList<QWidget *> editOnly = {};   ///< further controls, enabled while editing
     };
 
+    /// The controls of a screen with one list, by the names that they have in its drawing.
+    template<class Ui>
+    static Controls ofList(const Ui &ui, QWidget *firstField)
+    {
+        return {.vsf = ui.vsf,
+                .editFrame = ui.Frame2,
+                .firstField = firstField,
+                .cmdadd = ui.cmdadd,
+                .cmdmodify = ui.cmdmodify,
+                .cmddelete = ui.cmddelete,
+                .cmdupdate = ui.cmdupdate,
+                .cmdcancel = ui.cmdcancel,
+                .cmdback = ui.cmdback};
+    }
+    /// The same of a list of expenses. The button that goes back is the screen's affair where it is on two levels.
+    template<class Ui>
+    static Controls ofExpenses(const Ui &ui, QAbstractButton *cmdback, const QList<QWidget *> &browseOnly)
+    {
+        return {.vsf = ui.vsf2,
+                .editFrame = ui.Frame4,
+                .firstField = ui.txtdedflds_0,
+                .cmdadd = ui.cmdaddded,
+                .cmdmodify = ui.cmdmodifyded,
+                .cmddelete = ui.cmddeleteded,
+                .cmdupdate = ui.cmdupdateded,
+                .cmdcancel = ui.cmdcancelded,
+                .cmdback = cmdback,
+                .browseOnly = browseOnly};
+    }
+
     /// The screen's own procedures. The first three must be there.
     struct Procedures
     {

@@ -8,6 +8,7 @@
 #include "entry/readingnote.h"
 #include "platform/text.h"
 
+#include <QScopedValueRollback>
 #include <QSignalBlocker>
 
 namespace {
@@ -239,9 +240,8 @@ bool ConsolidatedPanel::SAVESALDATA()
 void ConsolidatedPanel::keepSalaries()
 {
     ErrorTail tail(formName);
-    m_silent = true;
+    const QScopedValueRollback silent(m_silent, true);
     ui->vsfs->finishEdit();
     if (const QuarterSalary now = salary(); m_salaryRead && !now.totalTooSmall())
         SaveSalaries(Cnn, m_client, m_quarter, SalaryRows(now, m_quarter, m_natures));
-    m_silent = false;
 }

@@ -110,18 +110,7 @@ void frmannualfbt::setUpList()
 {
     ui->vsf2->setFixedRows(2);
     ui->vsf2->setMergeHeaders(true);
-    m_list = new RowList<AnnualRow>(this,
-                                    {.vsf = ui->vsf2,
-                                     .editFrame = ui->Frame4,
-                                     .firstField = ui->txtdedflds_0,
-                                     .cmdadd = ui->cmdaddded,
-                                     .cmdmodify = ui->cmdmodifyded,
-                                     .cmddelete = ui->cmddeleteded,
-                                     .cmdupdate = ui->cmdupdateded,
-                                     .cmdcancel = ui->cmdcancelded,
-                                     .cmdback = ui->cmdback,
-                                     .browseOnly = {ui->famselect}},
-                                    listColumns(),
+    m_list = new RowList<AnnualRow>(this, ListEdit::ofExpenses(*ui, ui->cmdback, {ui->famselect}), listColumns(),
                                     {.what = QStringLiteral("expenses"),
                                      .read = [this] { return readLines(); },
                                      .key = {},

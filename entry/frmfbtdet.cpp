@@ -98,32 +98,21 @@ frmfbtdet::~frmfbtdet() = default;
 
 void frmfbtdet::setUpList()
 {
-    m_list =
-        new RowList<Expense>(this,
-                             {.vsf = ui->vsf2,
-                              .editFrame = ui->Frame4,
-                              .firstField = ui->txtdedflds_0,
-                              .cmdadd = ui->cmdaddded,
-                              .cmdmodify = ui->cmdmodifyded,
-                              .cmddelete = ui->cmddeleteded,
-                              .cmdupdate = ui->cmdupdateded,
-                              .cmdcancel = ui->cmdcancelded,
-                              .cmdback = ui->cmdback,
-                              .browseOnly = {ui->famselect, ui->fambuttons}},
-                             listColumns(),
-                             {.what = ownExpenses,
-                              .read = [this] { return readRows(); },
-                              .key = [](const Expense &row) { return row.srNo; },
-                              .CLEARDATA = [this] { clearFields(); },
-                              .LOADDATA = [this](const Expense &row) { showRow(row); },
-                              .CMDUPDATE_CLICK = [this] { CMDUPDATEDED_CLICK(); },
-                              .CMDDELETE_CLICK = [this](const Expense &row) { CMDDELETEDED_CLICK(row); },
-                              .mayAdd = [this] { return NatureChosen(this, ui->cbonature); },
-                              .mayModify = [this](const Expense &row) { return mayModify(row); },
-                              .colour =
-                                  [](const Expense &row) {
-                                      return row.srNo == shareSrNo ? std::optional(QColor(Qt::blue)) : std::nullopt;
-                                  }});
+    m_list = new RowList<Expense>(
+        this, ListEdit::ofExpenses(*ui, ui->cmdback, {ui->famselect, ui->fambuttons}), listColumns(),
+        {.what = ownExpenses,
+         .read = [this] { return readRows(); },
+         .key = [](const Expense &row) { return row.srNo; },
+         .CLEARDATA = [this] { clearFields(); },
+         .LOADDATA = [this](const Expense &row) { showRow(row); },
+         .CMDUPDATE_CLICK = [this] { CMDUPDATEDED_CLICK(); },
+         .CMDDELETE_CLICK = [this](const Expense &row) { CMDDELETEDED_CLICK(row); },
+         .mayAdd = [this] { return NatureChosen(this, ui->cbonature); },
+         .mayModify = [this](const Expense &row) { return mayModify(row); },
+         .colour =
+             [](const Expense &row) {
+                 return row.srNo == shareSrNo ? std::optional(QColor(Qt::blue)) : std::nullopt;
+             }});
 }
 
 void frmfbtdet::connectButtons()

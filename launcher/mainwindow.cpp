@@ -5,6 +5,7 @@
 
 #include <QCloseEvent>
 #include <QGuiApplication>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <QSettings>
 #include <QStatusBar>
@@ -40,7 +41,6 @@ void MainWindow::closeEvent(QCloseEvent *event)
         event->accept();
         return;
     }
-    m_closing = true;
+    const QScopedValueRollback closing(m_closing, true);
     event->setAccepted(m_screens->closeAll());
-    m_closing = false;
 }

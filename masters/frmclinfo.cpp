@@ -8,6 +8,7 @@
 #include "masters/clientimport.h"
 #include "masters/clientrecord.h"
 #include "masters/clientstatus.h"
+#include "masters/natureticks.h"
 #include "platform/sqltext.h"
 #include "platform/text.h"
 #include "records/change.h"
@@ -25,10 +26,6 @@ namespace {
 constexpr int EnterKey = 13;
 constexpr int EscapeKey = 27;
 
-const QString on = QStringLiteral("-1");
-const QString off = QStringLiteral("0");
-
-enum NatureColumn { NatDesc, NatTick, NatId };
 enum SurchargeColumn { Year, Threshold, Applies };
 constexpr int SuiteName = 1; // of the list of the suite's clients
 
@@ -68,6 +65,7 @@ frmclinfo::frmclinfo(QWidget *parent)
     , List2(new MatchList(this))
 {
     ui->setupUi(this);
+    m_natures = std::make_unique<NatureTicks>(ui->vsfn);
     txtfields = ControlArray<QLineEdit>(this, QStringLiteral("txtfields"));
     List2->setObjectName(QStringLiteral("List2"));
     List2->setMode(MatchList::Mode::Filter);
@@ -86,15 +84,6 @@ frmclinfo::~frmclinfo() = default;
 
 void frmclinfo::prepareGrids()
 {
-    ui->vsfn->setFixedRows(0);
-    ui->vsfn->setCols(NatId + 1);
-    ui->vsfn->setColHidden(NatId, true);
-    ui->vsfn->setColCheck(NatTick);
-    constexpr int tickWidth = 64;
-    ui->vsfn->setColWidth(NatTick, tickWidth);
-    ui->vsfn->setStretchCol(NatDesc);
-    ui->vsfn->setEditable([](int, int col) { return col == NatTick; });
-
     ui->vsfs->setCaptions(
         {QStringLiteral("Assessment Year"), QStringLiteral("Income above"), QStringLiteral("Surcharge")});
     ui->vsfs->setFixedRows(1);
@@ -195,11 +184,9 @@ void frmclinfo::listCodes()
 void frmclinfo::LOADNATURES()
 {
     const ErrorTail tail(this);
-    ui->vsfn->clearBody();
     const RowsRead<Nature> natures = Natures(Cnn);
     noteReading(tr("natures of business"), !natures.failed());
-    for (const Nature &nature : *natures)
-        ui->vsfn->AddItem({nature.text, off, QString::number(nature.srNo)});
+    m_natures->setNatures(*natures);
 }
 
 void frmclinfo::LOADCLIENTS()
@@ -233,19 +220,10 @@ bool frmclinfo::LOADDATA()
     const auto stored = EditMode ? ReadClient(Cnn, EditCode) : Reading<ClientRecord>::nothing();
     noteReading(tr("employer"), !stored.failed());
     showRecord(*stored, tail);
-    keepOtherNatures(*stored);
+    m_natures->keepOthers(NaturesIn((*stored)[ClientRecord::Natures]));
     m_surApp = stored->surApp;
     rebuildSurcharge();
     return !EditMode || !stored.none();
-}
-
-void frmclinfo::keepOtherNatures(const ClientRecord &stored)
-{
-    m_otherNatures.clear();
-    for (const int nature : NaturesIn(stored[ClientRecord::Natures])) {
-        if (nature > 0 && ui->vsfn->FindRow(QString::number(nature), 0, NatId) < 0)
-            m_otherNatures.push_back(nature);
-    }
 }
 
 /// Fills all fields; those that are empty in the record are cleared.
@@ -257,12 +235,7 @@ void frmclinfo::showRecord(const ClientRecord &client, ErrorTail &tail)
     ui->Combo1->setEditText(client[ClientRecord::State]);
     ui->cbostat->setCurrentIndex(storedStatusPosition(client[ClientRecord::Status]));
     ui->Check1->setChecked(Val(client[ClientRecord::Audit]) != 0);
-    const std::vector<int> natures = NaturesIn(client[ClientRecord::Natures]);
-    for (int row = 0; row < ui->vsfn->Rows(); ++row) {
-        const bool ticked = std::find(natures.begin(), natures.end(), natureAt(row)) != natures.end();
-        ui->vsfn->setTextMatrix(row, NatTick, ticked ? on : off);
-    }
-    ui->vsfn->setCell(0, NatTick);
+    m_natures->tick(NaturesIn(client[ClientRecord::Natures]));
     m_resident = client[ClientRecord::Resident];
     ui->cboresst->setCurrentIndex(-1); // of a value that the list does not have
     tail([&] { selectPlace(ui->cboresst, Val(client[ClientRecord::Resident])); });
@@ -286,13 +259,7 @@ ClientRecord frmclinfo::typedRecord() const
     client[ClientRecord::Audit] = ui->Check1->isChecked() ? QStringLiteral("1") : QStringLiteral("0");
     const int resident = ui->cboresst->currentIndex();
     client[ClientRecord::Resident] = resident < 0 ? m_resident : QString::number(resident);
-    std::vector<int> natures = m_otherNatures;
-    for (int row = 0; row < ui->vsfn->Rows(); ++row) {
-        if (natureTicked(row))
-            natures.push_back(natureAt(row));
-    }
-    std::sort(natures.begin(), natures.end());
-    client[ClientRecord::Natures] = BusnatOf(natures);
+    client[ClientRecord::Natures] = BusnatOf(m_natures->ofEmployer());
     QStringList applies;
     for (int row = ui->vsfs->FixedRows(); row < ui->vsfs->Rows(); ++row)
         applies << ui->vsfs->TextMatrix(row, Applies);
@@ -321,57 +288,39 @@ void frmclinfo::CBOSTAT_CLICK()
 
 // --- natures ---
 
-int frmclinfo::natureAt(int row) const
-{
-    return static_cast<int>(Val(ui->vsfn->TextMatrix(row, NatId)));
-}
-
-bool frmclinfo::natureTicked(int row) const
-{
-    return Val(ui->vsfn->TextMatrix(row, NatTick)) != 0;
-}
-
-std::size_t frmclinfo::tickedNatures() const
-{
-    std::size_t count = 0;
-    for (int row = 0; row < ui->vsfn->Rows(); ++row)
-        count += natureTicked(row) ? 1 : 0;
-    return count;
-}
-
 bool frmclinfo::CHECKNATURES()
 {
     const ErrorTail tail(this);
     m_dropped.clear();
-    for (int row = 0; EditMode && row < ui->vsfn->Rows(); ++row) {
-        if (natureTicked(row))
+    for (int row = 0; EditMode && row < m_natures->rows(); ++row) {
+        if (m_natures->ticked(row))
             continue;
         const std::optional<bool> goes = askDeleteNature(row);
         if (!goes)
             return refuseUnread();
         if (!*goes)
-            ui->vsfn->setTextMatrix(row, NatTick, on);
+            m_natures->tickRow(row);
     }
-    const std::size_t count = tickedNatures();
+    const std::size_t count = m_natures->tickedCount();
     if (count == 0) {
         deleteDropped();
         refuse("Please Select a Nature of Employer.", ui->vsfn);
         return false;
     }
-    return count + m_otherNatures.size() > 1 || !EditMode || askDropConsolidated();
+    return m_natures->ofEmployer().size() > 1 || !EditMode || askDropConsolidated();
 }
 
 /// What a client has of a nature that is not his any more goes with the user's consent only, and with the save. False: the
 /// nature stays. Without a value when nobody can tell what he has of it.
 std::optional<bool> frmclinfo::askDeleteNature(int row)
 {
-    const int nature = natureAt(row);
+    const int nature = m_natures->natureAt(row);
     const std::optional<bool> there = HasNatureDetails(Cnn, EditCode, nature);
     if (!there)
         return std::nullopt;
     if (!*there)
         return true;
-    const QString question = Joined("Do you want to Delete Details of '", ui->vsfn->TextMatrix(row, NatDesc), "'?");
+    const QString question = Joined("Do you want to Delete Details of '", m_natures->textAt(row), "'?");
     if (MsgBox(this, question, Buttons::YesNo, Icon::Question, {}, 2) != Reply::Yes)
         return false;
     m_dropped.push_back(nature);

@@ -10,6 +10,7 @@
 
 class ErrorTail;
 class MatchList;
+class NatureTicks;
 class QLineEdit;
 
 namespace Ui {
@@ -72,13 +73,10 @@ private:
     bool refuseUnread();
     void afterChange();
     void deleteDropped();
-    void keepOtherNatures(const ClientRecord &stored);
-    [[nodiscard]] int natureAt(int row) const;
-    [[nodiscard]] bool natureTicked(int row) const;
-    [[nodiscard]] std::size_t tickedNatures() const;
     void refuse(const QString &message, QWidget *field);
 
     std::unique_ptr<Ui::frmclinfo> ui;
+    std::unique_ptr<NatureTicks> m_natures; // over vsfn
     std::map<int, QLineEdit *> txtfields;
     MatchList *List2;
     std::vector<QString> List1;           // codes that a client must not take
@@ -86,7 +84,6 @@ private:
     bool EditMode = false;                // true: modify, false: add
     QString m_surApp;                     // as last loaded
     QString m_resident;                   // as last loaded, for a value that the list does not have
-    std::vector<int> m_otherNatures;      // stored for the employer, and not in the list of natures
     std::vector<int> m_dropped;           // natures whose details go with the next save
     std::vector<SuiteClientLine> m_suite; // the clients of the suite, by the data of their rows
     QString m_builtStatus;                // the status position that vsfs was built for; empty: none yet

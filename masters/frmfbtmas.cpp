@@ -101,17 +101,7 @@ void frmfbtmas::setUpItems()
     ui->vsf2->setRowHidden(natureNoRow, true);
     WrapRows(ui->vsf2);
     ui->vsf2->setSortByHeader(true);
-    m_items = new RowList<RatedItem>(this,
-                                     {.vsf = ui->vsf2,
-                                      .editFrame = ui->Frame4,
-                                      .firstField = ui->txtdedflds_0,
-                                      .cmdadd = ui->cmdaddded,
-                                      .cmdmodify = ui->cmdmodifyded,
-                                      .cmddelete = ui->cmddeleteded,
-                                      .cmdupdate = ui->cmdupdateded,
-                                      .cmdcancel = ui->cmdcancelded,
-                                      .browseOnly = {ui->cmdback}},
-                                     itemColumns(),
+    m_items = new RowList<RatedItem>(this, ListEdit::ofExpenses(*ui, nullptr, {ui->cmdback}), itemColumns(),
                                      {.what = tr("expenses"),
                                       .read = [this] { return LOADGRIDDED(); },
                                       .key = [](const RatedItem &item) { return item.item.srNo; },

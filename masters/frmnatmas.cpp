@@ -13,16 +13,7 @@ frmnatmas::frmnatmas(QWidget *parent)
     WrapRows(ui->vsf);
     ui->vsf->setSortByHeader(true);
     m_list = new RowList<Nature>(
-        this,
-        {.vsf = ui->vsf,
-         .editFrame = ui->Frame2,
-         .firstField = ui->txtfields_1,
-         .cmdadd = ui->cmdadd,
-         .cmdmodify = ui->cmdmodify,
-         .cmddelete = ui->cmddelete,
-         .cmdupdate = ui->cmdupdate,
-         .cmdcancel = ui->cmdcancel,
-         .cmdback = ui->cmdback},
+        this, ListEdit::ofList(*ui, ui->txtfields_1),
         {{.caption = "S.No."},
          {.caption = "Nature of Business", .text = [](const Nature &n) { return n.text; }, .stretch = true},
          {.text = [](const Nature &n) { return QString::number(n.srNo); }, .hidden = true}},

@@ -41,17 +41,7 @@ frmbankdet::frmbankdet(BaseObject &base, QWidget *parent)
     setWindowTitle(QStringLiteral("Bank Accounts") + base.Cap);
     ui->cbotype->addItems({QStringLiteral("SAVINGS"), QStringLiteral("CURRENT"), QStringLiteral("CASH CREDIT")});
     ui->cbotype->lineEdit()->setMaxLength(typeLength);
-    m_list = new RowList<BankAccount>(this,
-                                      {.vsf = ui->vsf,
-                                       .editFrame = ui->Frame2,
-                                       .firstField = ui->txtbank,
-                                       .cmdadd = ui->cmdadd,
-                                       .cmdmodify = ui->cmdmodify,
-                                       .cmddelete = ui->cmddelete,
-                                       .cmdupdate = ui->cmdupdate,
-                                       .cmdcancel = ui->cmdcancel,
-                                       .cmdback = ui->cmdback},
-                                      columns(),
+    m_list = new RowList<BankAccount>(this, ListEdit::ofList(*ui, ui->txtbank), columns(),
                                       {.what = tr("bank accounts"),
                                        .read = [this] { return BankAccounts(m_base.CnnObj, m_client).ifRead(); },
                                        .key = [](const BankAccount &account) { return account.number; },

@@ -30,16 +30,7 @@ frmbankmas::frmbankmas(BaseObject &base, QWidget *parent)
 {
     ui->setupUi(this);
     m_list = new RowList<Bank>(
-        this,
-        {.vsf = ui->vsf,
-         .editFrame = ui->Frame2,
-         .firstField = ui->txtname,
-         .cmdadd = ui->cmdadd,
-         .cmdmodify = ui->cmdmodify,
-         .cmddelete = ui->cmddelete,
-         .cmdupdate = ui->cmdupdate,
-         .cmdcancel = ui->cmdcancel,
-         .cmdback = ui->cmdback},
+        this, ListEdit::ofList(*ui, ui->txtname),
         {{.caption = tr("S. No.")},
          {.caption = tr("Name of the Bank"), .text = [](const Bank &b) { return b.name; }, .stretch = true},
          {.caption = tr("Branch"), .text = [](const Bank &b) { return b.branch; }},

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "records/natures.h"
+
+#include <vector>
+
+class Grid;
+
+/// The natures of business that an employer may have, in a grid: description and check box, with the number in a hidden
+/// column.
+class NatureTicks
+{
+public:
+    /// Sets the grid up. Not owned.
+    explicit NatureTicks(Grid *grid);
+
+    /// Lists natures, none of them ticked.
+    void setNatures(const std::vector<Nature> &natures);
+    /// Ticks these natures and no others.
+    void tick(const std::vector<int> &natures);
+    /// Keeps those of these natures that the list does not have: they stay with the employer, whatever is ticked.
+    void keepOthers(const std::vector<int> &natures);
+
+    [[nodiscard]] int rows() const;
+    [[nodiscard]] int natureAt(int row) const;
+    [[nodiscard]] QString textAt(int row) const;
+    [[nodiscard]] bool ticked(int row) const;
+    void tickRow(int row);
+
+    [[nodiscard]] std::size_t tickedCount() const;     ///< of those in the list
+    [[nodiscard]] std::vector<int> ofEmployer() const; ///< ticked or kept, in the order of their numbers
+
+private:
+    Grid *m_grid;
+    std::vector<int> m_others;
+};
