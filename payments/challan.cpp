@@ -1,15 +1,12 @@
 #include "payments/challan.h"
 #include "ui_challan.h"
 
-#include "calc/instalments.h"
 #include "calc/interest.h"
-#include "calc/modfbtcalc.h"
 #include "context/errortail.h"
 #include "context/modbase.h"
 #include "controls/grid.h"
 #include "controls/uiarray.h"
 #include "payments/challanlist.h"
-#include "payments/interestreport.h"
 #include "platform/clock.h"
 #include "platform/dates.h"
 #include "platform/text.h"
@@ -17,14 +14,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 namespace {
 
 constexpr int escapeKey = 27;
 constexpr int numberField = 2;
 constexpr int dateField = 3;
-constexpr int firstAmountField = 4; // tax, surcharge, both cesses, interest, penalty, others
 constexpr int secondCessField = 7;
 constexpr int lastAmountField = 10;
 constexpr int totalField = 11;
@@ -45,7 +40,6 @@ bool holdsRupees(double amount)
 const QString challans = QStringLiteral("challans");
 const QString banks = QStringLiteral("banks");
 using InterestSource::clientData;
-using InterestSource::payments;
 
 /// Letter case and blanks around a stored text do not count, as they do not to the database.
 bool isSame(const QString &stored, const QString &text)
@@ -562,91 +556,4 @@ void Challan::CMDPRINTWIN()
     for (const auto &[mark, value] : ChallanMarks(form(), [](double rupees) { return Base->ConvertToWord(rupees); }))
         tail([&] { Reporter->SetText(mark, value); });
     Reporter->ShowReport();
-}
-
-// --- what is unpaid, and the instalments ---
-
-/// Names what the interest could not be worked out from, in place of what it could not be before.
-void Challan::noteInterest(const QStringList &unread)
-{
-    for (const QString &what : std::exchange(m_unreadOfInterest, {}))
-        readingWell(what);
-    for (const QString &what : unread) {
-        if (couldRead(what))
-            m_unreadOfInterest << what;
-        readingFailed(what);
-    }
-}
-
-/// Payments that could not be read leave the fields alone: all would show as unpaid.
-void Challan::CMDIMP_CLICK()
-{
-    ErrorTail tail(this);
-    const int ofQuarter = quarter();
-    ClearTax();
-    const bool computed = CALCFBT();
-    const Reading<HeadAmounts> paid = PaidByHead(Cnn, m_inHand.client, ofQuarter);
-    const InterestOfYear interest = ofQuarter == 0 ? CALCINTEREST() : InterestOfYear();
-    noteReading(figuresOfTax, computed);
-    noteReading(payments, !paid.failed());
-    noteInterest(interest.unread);
-    if (!computed || paid.failed() || !interest.known())
-        return;
-    const HeadAmounts own = ownHeads();
-    HeadAmounts unpaid = TaxByHead(ofQuarter);
-    unpaid[InterestHead] += interest.total();
-    for (std::size_t head = 0; head < unpaid.size(); ++head)
-        unpaid.at(head) += own.at(head) - (*paid).at(head);
-    showHeads(unpaid, ofQuarter == 0 ? InterestHead + 1 : InterestHead);
-    TXTFIELDS_LOSTFOCUS(firstAmountField);
-}
-
-void Challan::CMDCALCADV()
-{
-    const NoTail tail;
-    ui->famcalcadv->show();
-    ui->famcalcadv->CMDCALCADV();
-    ui->Frame1->hide();
-}
-
-void Challan::closePanel()
-{
-    ui->Frame1->show();
-    ui->cmdcalcadv->setFocus(Qt::OtherFocusReason);
-    ui->famcalcadv->hide();
-}
-
-void Challan::CMDTRANS_CLICK()
-{
-    ErrorTail tail(this);
-    if (!ui->famcalcadv->vsfa()->hasDataRow()) {
-        refuse(QStringLiteral("Please Select a Installment."), ui->famcalcadv->vsfa());
-        return;
-    }
-    std::optional<HeadAmounts> balances = ui->famcalcadv->balances();
-    if (!balances)
-        return;
-    const HeadAmounts own = ownHeads();
-    for (std::size_t head = 0; head < InterestHead; ++head)
-        balances->at(head) += own.at(head);
-    showHeads(*balances, InterestHead);
-    TXTFIELDS_LOSTFOCUS(firstAmountField);
-    FORM_KEYPRESS(escapeKey);
-}
-
-void Challan::CMDINTCALREP_CLICK()
-{
-    ErrorTail tail(this);
-    if (!couldRead(clientData))
-        LOADPAYER();
-    const Reading<QDate> upTo = InterestDate();
-    noteReading(InterestSource::terms, !upTo.failed());
-    const auto shortfalls = ui->famcalcadv->shortfalls(m_payer.ClientDOI, *upTo);
-    if (!shortfalls || upTo.failed() || !couldRead(clientData))
-        return;
-    if (shortfalls->empty()) {
-        MsgBox(this, QStringLiteral("Nothing to Calculate."), Buttons::Ok, Icon::Information);
-        return;
-    }
-    ShowInterestStatement(*Reporter, m_payer, m_inHand.client.year, PaysFourInstalments(Base->status), *shortfalls);
 }

@@ -80,6 +80,8 @@ private:
     [[nodiscard]] bool isEditing() const;
     [[nodiscard]] bool hasSecondCess() const;
 
+    static constexpr int firstAmountField = 4; // tax, surcharge, both cesses, interest, penalty, others
+
     std::unique_ptr<Ui::Challan> ui;
     std::map<int, QLineEdit *> txtfields;
     std::map<int, QRadioButton *> optq;
