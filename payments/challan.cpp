@@ -553,7 +553,7 @@ void Challan::CMDPRINTWIN()
     if (!couldRead(clientData))
         return;
     tail([] { Reporter->newreportnew(Base->AppPath + QStringLiteral("/Data/FBTChallan.doc")); });
-    for (const auto &[mark, value] : ChallanMarks(form(), [](double rupees) { return Base->ConvertToWord(rupees); }))
-        tail([&] { Reporter->SetText(mark, value); });
+    for (const auto &mark : ChallanMarks(form(), [](double rupees) { return Base->ConvertToWord(rupees); }))
+        tail([&] { Reporter->SetText(mark.first, mark.second); });
     Reporter->ShowReport();
 }
