@@ -87,6 +87,12 @@ public:
     }
     /// All records, in the order in which they were read.
     [[nodiscard]] const std::vector<Row> &rows() const { return m_rows; }
+    /// The record in the edit frame; none for a new one.
+    [[nodiscard]] std::optional<Row> edited() const
+    {
+        const Row *row = Adding() ? nullptr : current();
+        return row == nullptr ? std::nullopt : std::optional(*row);
+    }
     /// The key of the record in the edit frame, 0 for a new one.
     [[nodiscard]] int editedKey() const { return Adding() || current() == nullptr ? 0 : m_own.key(*current()); }
 

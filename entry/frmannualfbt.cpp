@@ -227,8 +227,7 @@ void frmannualfbt::CMDUPDATEDED_CLICK()
 
 void frmannualfbt::saveLine(const QuarterAmounts &amounts)
 {
-    const std::optional<AnnualRow> before = m_list->Adding() ? std::nullopt : std::optional(*m_list->current());
-    const auto written = SaveAnnual(Cnn, m_client, m_nature, m_entry->expId(), amounts, before);
+    const auto written = SaveAnnual(Cnn, m_client, m_nature, m_entry->expId(), amounts, m_list->edited());
     if (written)
         m_list->saved([&](const AnnualRow &line) { return IsLine(line, *written); });
 }

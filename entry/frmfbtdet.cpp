@@ -417,10 +417,11 @@ bool frmfbtdet::saveRow()
     expense.natId = m_nature;
     expense.expId = m_entry->expId();
     expense.amount = AmountIn(ui->txtdedflds_2);
+    const std::optional<Expense> before = m_list->edited();
     return ChangeTogether(Cnn, [&](Change &change) {
-        if (!m_list->Adding()) {
-            expense.srNo = m_list->current()->srNo;
-            return ReplaceExpense(change, client(), *m_list->current(), expense);
+        if (before) {
+            expense.srNo = before->srNo;
+            return ReplaceExpense(change, client(), *before, expense);
         }
         const auto srNo = NextExpenseNo(change, client(), m_quarter);
         expense.srNo = srNo.value_or(0);
