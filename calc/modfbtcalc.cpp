@@ -59,8 +59,7 @@ bool addConsolidatedExpenses(ComputationSource &rows, const std::vector<int> &na
 
 TaxParts taxOfYear()
 {
-    constexpr int lastYearByQuarter = 2008;
-    if (Base->TYear > lastYearByQuarter)
+    if (Base->TYear >= firstYearTaxedWhole)
         return TaxOn(FBTTaxableValue, FBTRate);
     TaxParts sum;
     for (int quarter = 1; quarter <= 4; ++quarter)

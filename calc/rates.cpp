@@ -25,6 +25,5 @@ FBTRates RatesFor(int year, int status, const QString &surApp)
 {
     if (year > lastTaxedYear || status <= lastStatusWithoutTax)
         return {};
-    constexpr int firstYearOfSecondCess = 2008;
-    return {0, 30, surchargeRate(year, status, surApp), 2, year < firstYearOfSecondCess ? 0.0 : 1.0};
+    return {0, 30, surchargeRate(year, status, surApp), 2, year < firstYearWithSecondCess ? 0.0 : 1.0};
 }

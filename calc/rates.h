@@ -13,6 +13,12 @@ using FBTRates = std::array<double, 5>;
 /// The last assessment year (by its first calendar year) that bears fringe benefit tax.
 constexpr int lastTaxedYear = 2009;
 
+/// The first assessment year with secondary and higher education cess (Finance Act, 2007).
+constexpr int firstYearWithSecondCess = 2008;
+
+/// The first assessment year whose tax is worked out once, on the year's value, and not quarter by quarter.
+constexpr int firstYearTaxedWhole = 2009;
+
 /// The percentages that apply to an employer in an assessment year (section 115WA with the Finance Act of the year).
 ///
 /// @param year first calendar year of the assessment year

@@ -12,11 +12,14 @@ bool ProportionApplies(const Employees &employees)
     return employees.EmpBoth && !employees.SepBooks && employees.IndiaEmp != 0 && employees.TotalEmp != 0;
 }
 
+double IndiaShare(const Employees &employees, double value)
+{
+    return Round(static_cast<double>(employees.IndiaEmp) / employees.TotalEmp * value);
+}
+
 double TaxableValue(const Employees &employees, double value)
 {
-    if (!ProportionApplies(employees))
-        return value;
-    return Round(static_cast<double>(employees.IndiaEmp) / employees.TotalEmp * value);
+    return ProportionApplies(employees) ? IndiaShare(employees, value) : value;
 }
 
 TaxParts &TaxParts::operator+=(const TaxParts &other)

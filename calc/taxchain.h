@@ -12,7 +12,11 @@ FBT_OFFERED double BENEFITVALUE(double rate, double amount);
 /// Whether only the India share of a value is taxed: there are employees in and outside India, without separate books.
 FBT_OFFERED bool ProportionApplies(const Employees &employees);
 
-/// The taxed part of a value: Round(`IndiaEmp` / `TotalEmp` * value) when the proportion applies, else the value.
+/// Round(`IndiaEmp` / `TotalEmp` * value), ties to the even number.
+/// @param employees in all not 0
+FBT_OFFERED double IndiaShare(const Employees &employees, double value);
+
+/// The taxed part of a value: the India share when the proportion applies, else the value.
 FBT_OFFERED double TaxableValue(const Employees &employees, double value);
 
 /// Tax with what is laid on it, in whole rupees.

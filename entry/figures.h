@@ -35,6 +35,3 @@ FBT_OFFERED bool IsAmount(const QString &typed);
 
 /// A caption with its percentage, such as "Surcharge (2.5%)".
 FBT_OFFERED QString WithRate(const QString &caption, double percent);
-
-/// The first assessment year with secondary and higher education cess (Finance Act, 2007).
-constexpr int firstYearWithSecondCess = 2008;

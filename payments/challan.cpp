@@ -159,8 +159,7 @@ bool Challan::isEditing() const
 /// The cess for secondary and higher education came with A.Y. 2008-09, and with it the instalments of the year's tax.
 bool Challan::hasSecondCess() const
 {
-    constexpr int firstYear = 2008;
-    return m_inHand.client.year >= firstYear;
+    return m_inHand.client.year >= firstYearWithSecondCess;
 }
 
 void Challan::showCaption()

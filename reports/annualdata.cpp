@@ -1,6 +1,7 @@
 #include "reports/annualdata.h"
 
 #include "calc/consolidated.h"
+#include "calc/rates.h"
 #include "context/errortail.h"
 #include "context/modbase.h"
 #include "records/challans.h"

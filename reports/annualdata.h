@@ -33,6 +33,3 @@ struct AnnualPayments
 };
 
 FBT_OFFERED AnnualPayments ReadAnnualPayments(const ClientYear &client);
-
-/// The first assessment year whose tax is worked out once, on the year's value, and not quarter by quarter.
-constexpr int firstYearTaxedWhole = 2009;

@@ -59,8 +59,7 @@ private:
         if (!employees.EmpBoth || employees.SepBooks)
             set(TaxableValueRow, column, at(ValueRow, column));
         else if (employees.TotalEmp != 0)
-            set(TaxableValueRow, column,
-                Round(static_cast<double>(employees.IndiaEmp) / employees.TotalEmp * at(ValueRow, column)));
+            set(TaxableValueRow, column, IndiaShare(employees, at(ValueRow, column)));
         else
             ++m_statement.unknownShares;
     }
@@ -161,7 +160,7 @@ QStringList StatementTexts(int year, int status, const FBTRates &rates)
 bool IsStatementRowHidden(int row, int year, bool aggregate)
 {
     if (row == SHECessRow)
-        return year < firstYearByInstalments;
+        return year < firstYearWithSecondCess;
     if (row == Interest115WJ5Row)
         return !aggregate || year < firstYearByInstalments;
     return row >= AdvancePaidRow && !aggregate;
