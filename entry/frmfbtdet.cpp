@@ -18,6 +18,7 @@
 #include "platform/text.h"
 #include "records/change.h"
 #include "reports/frmfbtrep.h"
+#include "returns/frmretfrm.h"
 
 #include <QMainWindow>
 #include <QSignalBlocker>
@@ -120,14 +121,16 @@ void frmfbtdet::connectButtons()
     const auto clicked = [this](QAbstractButton *button, void (frmfbtdet::*procedure)()) {
         connect(button, &QAbstractButton::clicked, this, procedure);
     };
-    const auto opens = [this](QAbstractButton *button, const QString &screen) {
-        connect(button, &QAbstractButton::clicked, this, [this, screen] { emit OpenLater(screen); });
-    };
     clicked(ui->cmdimp, &frmfbtdet::CMDIMP_CLICK);
     clicked(ui->cmdaddinfo, &frmfbtdet::CMDADDINFO_CLICK);
     clicked(ui->cmdconexp, &frmfbtdet::CMDCONEXP_CLICK);
     clicked(ui->cmdefl, &frmfbtdet::CMDEFL_CLICK);
-    opens(ui->cmdret, QStringLiteral("frmretfrm"));
+    connect(ui->cmdret, &QAbstractButton::clicked, this, [this] {
+        frmretfrm screen(MdiForm);
+        screen.Load();
+        screen.LOADPRNGRID(ReturnFormOf(client().year));
+        screen.showModal();
+    });
     connect(ui->cmdchallan, &QAbstractButton::clicked, this, [] { (new Challan(MdiForm))->openChild(MdiForm); });
     connect(ui->Command2, &QAbstractButton::clicked, this, [] { (new frmfbtrep(MdiForm))->openChild(MdiForm); });
     connect(ui->cboquarter, &QComboBox::currentIndexChanged, this, &frmfbtdet::CBOQUARTER_CLICK);

@@ -23,7 +23,8 @@ Program::~Program()
 
 bool Program::start(QString *why, const DatabaseFiller &fill)
 {
-    const QStringList folders{QStringLiteral("Data"), QStringLiteral("HTMLHelp")};
+    const QStringList folders{QStringLiteral("Data"), QStringLiteral("ITR8Fls2007"), QStringLiteral("ITR8Fls2008"),
+                              QStringLiteral("ITR8Fls2009"), QStringLiteral("HTMLHelp")};
     if (!TopUpApplicationFolder(m_places.delivered, folders, m_places.appPath, why) || !m_database.open(why))
         return false;
     if (fill && !fill(m_database.connection(), why))

@@ -145,8 +145,7 @@ BENEFIT_LINES = [
 
 def figures(lines):
     rows = [
-        Row([number(no), number(sub), text(what), number(code), amount()], height=5.6)
-        for no, sub, what, code in lines
+        Row([number(no), number(sub), text(what), number(code), amount()], height=5.6) for no, sub, what, code in lines
     ]
     return Table([10, 8, 118, 14, 40], rows)
 
@@ -157,10 +156,10 @@ def acknowledgement(year):
         [
             Row(
                 [
-                    Cell([P("Receipt No. ______________________", before=8), P("Date ______________________", before=8)]),
                     Cell(
-                        [P("Seal", align="c", before=10), P("Signature of receiving official", align="c", before=20)]
+                        [P("Receipt No. ______________________", before=8), P("Date ______________________", before=8)]
                     ),
+                    Cell([P("Seal", align="c", before=10), P("Signature of receiving official", align="c", before=20)]),
                 ],
                 height=24,
             )
@@ -245,9 +244,7 @@ def personal(year):
             [value(), value(), value(), Cell("", span=2, edges="lrb")],
         ),
         Gap(1),
-        pairs(
-            [110, 80], [label("Email Address"), label("(STD code)-Phone Number")], [value(), value()]
-        ),
+        pairs([110, 80], [label("Email Address"), label("(STD code)-Phone Number")], [value(), value()]),
     ]
 
 
@@ -270,7 +267,12 @@ def filing():
         Gap(1),
         Table(
             [105, 15, 55, 15],
-            [Row([text("Whether original or revised return? (Tick)     Original"), box(), text("Revised"), box()], height=6)],
+            [
+                Row(
+                    [text("Whether original or revised return? (Tick)     Original"), box(), text("Revised"), box()],
+                    height=6,
+                )
+            ],
         ),
         Gap(1),
         Table(
@@ -355,8 +357,19 @@ def audit():
         Table(
             [140, 12, 26, 12],
             [
-                Row([text("Are you liable to maintain accounts as per section 44AA? (Tick)     Yes"), box(), text("No"), box()], height=6),
-                Row([text("Are you liable to audit under section 44AB? (Tick)     Yes"), box(), text("No"), box()], height=6),
+                Row(
+                    [
+                        text("Are you liable to maintain accounts as per section 44AA? (Tick)     Yes"),
+                        box(),
+                        text("No"),
+                        box(),
+                    ],
+                    height=6,
+                ),
+                Row(
+                    [text("Are you liable to audit under section 44AB? (Tick)     Yes"), box(), text("No"), box()],
+                    height=6,
+                ),
             ],
         ),
         P("If yes, furnish following information -", size=TEXT, before=2, after=2),
@@ -378,8 +391,19 @@ def main(year):
         [
             Row(
                 [
-                    Cell([P("For Office Use Only", bold=True, size=8), P("Receipt No", size=8, before=4), P("Date", size=8, before=6)]),
-                    Cell([P("For Office Use Only", bold=True, size=8), P("Seal and Signature of receiving official", size=8, before=20)]),
+                    Cell(
+                        [
+                            P("For Office Use Only", bold=True, size=8),
+                            P("Receipt No", size=8, before=4),
+                            P("Date", size=8, before=6),
+                        ]
+                    ),
+                    Cell(
+                        [
+                            P("For Office Use Only", bold=True, size=8),
+                            P("Seal and Signature of receiving official", size=8, before=20),
+                        ]
+                    ),
                 ],
                 height=20,
             )
@@ -539,7 +563,13 @@ def refund():
                 )
             ],
         ),
-        P("13   In case of direct deposit to your bank account give additional details", size=TEXT, bold=True, before=2, after=1),
+        P(
+            "13   In case of direct deposit to your bank account give additional details",
+            size=TEXT,
+            bold=True,
+            before=2,
+            after=1,
+        ),
         Table(
             [24, 50, 64, 12, 28, 12],
             [
@@ -648,7 +678,16 @@ def schedule_fbi(year):
             Table(
                 [10, 165, 15],
                 [
-                    Row([number("1"), text("Are you having employees based both in and outside India? (If yes write 1, and if no write 2)"), box()], height=6),
+                    Row(
+                        [
+                            number("1"),
+                            text(
+                                "Are you having employees based both in and outside India? (If yes write 1, and if no write 2)"
+                            ),
+                            box(),
+                        ],
+                        height=6,
+                    ),
                     Row(
                         [
                             number("2"),
@@ -666,9 +705,23 @@ def schedule_fbi(year):
             Table(
                 [10, 8, 142, 30],
                 [
-                    Row([number("3", down="first"), number("a"), text("Number of employees based in India"), amount()], height=6),
-                    Row([number("", down="more"), number("b"), text("Number of employees based outside India"), amount()], height=6),
-                    Row([number("", down="more"), number("c"), text("Total number of employees (3a + 3b)"), amount()], height=6),
+                    Row(
+                        [number("3", down="first"), number("a"), text("Number of employees based in India"), amount()],
+                        height=6,
+                    ),
+                    Row(
+                        [
+                            number("", down="more"),
+                            number("b"),
+                            text("Number of employees based outside India"),
+                            amount(),
+                        ],
+                        height=6,
+                    ),
+                    Row(
+                        [number("", down="more"), number("c"), text("Total number of employees (3a + 3b)"), amount()],
+                        height=6,
+                    ),
                 ],
             ),
         ],
@@ -678,7 +731,16 @@ def schedule_fbi(year):
 
 def nature(no, what, percent):
     return Row(
-        [number(no), text(what, size=7), code(no + "ii"), amount(), code(no + "iii"), Cell(percent, size=8, align="c", valign="c"), code(no + "iv"), amount()],
+        [
+            number(no),
+            text(what, size=7),
+            code(no + "ii"),
+            amount(),
+            code(no + "iii"),
+            Cell(percent, size=8, align="c", valign="c"),
+            code(no + "iv"),
+            amount(),
+        ],
         height=4.6,
     )
 
@@ -743,7 +805,10 @@ def schedule_fb(year):
         ("20", "Value of fringe benefits (total of column iv)"),
         ("21", "Value of fringe benefits (enter if the answer to 1 of Schedule FBI is no)"),
         ("22", "Value of fringe benefits (enter if the answer to 2 of Schedule FBI is yes)"),
-        ("23", "Value of fringe benefits (20 x 3a ÷ 3c of Schedule FBI) (enter if the answer to 2 of Schedule FBI is no)"),
+        (
+            "23",
+            "Value of fringe benefits (20 x 3a ÷ 3c of Schedule FBI) (enter if the answer to 2 of Schedule FBI is no)",
+        ),
         ("24", "Total value of fringe benefits (21, 22 or 23) (enter in 1e of Part B)"),
     ]
     return Form(
@@ -753,8 +818,16 @@ def schedule_fb(year):
             Gap(1),
             natures(
                 [
-                    ("1", "Free or concessional tickets provided for private journeys of employees or their family members", "100"),
-                    ("2", "Contribution to an approved superannuation fund for employees (in excess of the limit for each employee)", "100"),
+                    (
+                        "1",
+                        "Free or concessional tickets provided for private journeys of employees or their family members",
+                        "100",
+                    ),
+                    (
+                        "2",
+                        "Contribution to an approved superannuation fund for employees (in excess of the limit for each employee)",
+                        "100",
+                    ),
                     ("3", "Entertainment", "20"),
                 ]
             ),
@@ -795,7 +868,10 @@ def schedule_fb(year):
                     (
                         "9",
                         [
-                            ("Use of hotel, boarding and lodging facilities in the business other than the business referred to in 9b, 9c, 9d or 9e", "20"),
+                            (
+                                "Use of hotel, boarding and lodging facilities in the business other than the business referred to in 9b, 9c, 9d or 9e",
+                                "20",
+                            ),
                             ("Use of hotel, boarding and lodging facilities " + pharma, "5"),
                             ("Use of hotel, boarding and lodging facilities " + software, "5"),
                             ("Use of hotel, boarding and lodging facilities " + aircraft, "5"),
@@ -805,8 +881,14 @@ def schedule_fb(year):
                     (
                         "10",
                         [
-                            ("Repair, running (including fuel), maintenance of motor cars and depreciation thereon in the business other than the carriage of passengers or goods by motor car", "20"),
-                            ("Repair, running (including fuel), maintenance of motor cars and depreciation thereon in the business of carriage of passengers or goods by motor car", "5"),
+                            (
+                                "Repair, running (including fuel), maintenance of motor cars and depreciation thereon in the business other than the carriage of passengers or goods by motor car",
+                                "20",
+                            ),
+                            (
+                                "Repair, running (including fuel), maintenance of motor cars and depreciation thereon in the business of carriage of passengers or goods by motor car",
+                                "5",
+                            ),
                         ],
                     ),
                 ]
@@ -814,9 +896,21 @@ def schedule_fb(year):
             Gap(1),
             natures(
                 [
-                    ("11", "Repair, running (including fuel), maintenance of aircraft and depreciation thereon in the business other than the carriage of passengers or goods by aircraft", "20"),
-                    ("12", "Use of telephone (including mobile phone) other than expenditure on leased telephone lines", "20"),
-                    ("13", "Maintenance of any accommodation in the nature of guest house other than accommodation used for training purposes", "20"),
+                    (
+                        "11",
+                        "Repair, running (including fuel), maintenance of aircraft and depreciation thereon in the business other than the carriage of passengers or goods by aircraft",
+                        "20",
+                    ),
+                    (
+                        "12",
+                        "Use of telephone (including mobile phone) other than expenditure on leased telephone lines",
+                        "20",
+                    ),
+                    (
+                        "13",
+                        "Maintenance of any accommodation in the nature of guest house other than accommodation used for training purposes",
+                        "20",
+                    ),
                     ("14", "Festival celebrations", festival),
                     ("15", "Use of health club and similar facilities", "50"),
                     ("16", "Use of any other club facilities", "50"),
@@ -847,16 +941,34 @@ def schedule_fbt(year):
         "Serial Number of Challan",
         "Amount (Rs)",
     ]
-    entry = [number(""), value(edges="tlbr"), value(edges="tlbr", align="c"), value(edges="tlbr", align="c"), value(edges="tlbr", align="c"), amount()]
+    entry = [
+        number(""),
+        value(edges="tlbr"),
+        value(edges="tlbr", align="c"),
+        value(edges="tlbr", align="c"),
+        value(edges="tlbr", align="c"),
+        amount(),
+    ]
     return Form(
         [
             *schedule_head("Schedule FBT     Details of payment of Fringe Benefit Tax"),
-            Table(PAYMENT, [Row([Cell(what, bold=True, size=8, align="c", shade=True) for what in captions], header=True)]),
+            Table(
+                PAYMENT, [Row([Cell(what, bold=True, size=8, align="c", shade=True) for what in captions], header=True)]
+            ),
             Gap(1),
             Table(
                 PAYMENT,
                 [
-                    Row([Cell("Advance tax and self-assessment tax, each in the order of the dates of deposit", size=8, span=6)], height=5),
+                    Row(
+                        [
+                            Cell(
+                                "Advance tax and self-assessment tax, each in the order of the dates of deposit",
+                                size=8,
+                                span=6,
+                            )
+                        ],
+                        height=5,
+                    ),
                     Row(entry, height=6),
                 ],
             ),
@@ -864,7 +976,15 @@ def schedule_fbt(year):
             Table(
                 [190],
                 [
-                    Row([Cell("NOTE: Enter the totals of advance tax and self-assessment tax in 8a and 8b of Part B", size=8, bold=True)]),
+                    Row(
+                        [
+                            Cell(
+                                "NOTE: Enter the totals of advance tax and self-assessment tax in 8a and 8b of Part B",
+                                size=8,
+                                bold=True,
+                            )
+                        ]
+                    ),
                 ],
             ),
         ],

@@ -18,7 +18,11 @@ def inked(x, y):
 
 
 def shade(column, row):
-    points = [((column + (i + 0.5) / FINE) / SIZE * 2 - 1, (row + (j + 0.5) / FINE) / SIZE * 2 - 1) for i in range(FINE) for j in range(FINE)]
+    points = [
+        ((column + (i + 0.5) / FINE) / SIZE * 2 - 1, (row + (j + 0.5) / FINE) / SIZE * 2 - 1)
+        for i in range(FINE)
+        for j in range(FINE)
+    ]
     ink = sum(inked(x, y) for x, y in points) / len(points)
     return round(255 * (1 - 0.8 * ink))
 
