@@ -172,9 +172,9 @@ private slots:
     void unreadableTablesAreNamed()
     {
         QFETCH(QString, table);
-        sql(Sql("Rename Table ") + SqlText(table) + " to Away");
+        sql(SqlText("Rename Table " + table + " to Away"));
         QTEST(ReadReturnForm().unread, "unread");
-        sql(Sql("Rename Table Away to ") + SqlText(table));
+        sql(SqlText("Rename Table Away to " + table));
     }
 
     void workFolderIsEmptyAndOwn_data()
