@@ -162,11 +162,11 @@ void RepView::ShowReport()
 
 void RepView::openPreview()
 {
-    // In front of a screen that blocks all others only a window of its own can be used.
+    // In front of a screen that blocks all others only a window of that screen's can be used.
     QWidget *blocking = QApplication::activeModalWidget();
     QWidget *host = StatusBarobj != nullptr ? StatusBarobj->window() : QApplication::activeWindow();
     m_preview = new frmrepview(m_shelf->document, m_shelf->mayLie, m_settingsFile, blocking);
-    m_preview->openChild(blocking == nullptr ? host : nullptr);
+    m_preview->openChild(blocking == nullptr ? host : blocking);
 }
 
 // --- a form ---

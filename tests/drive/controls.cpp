@@ -32,7 +32,14 @@ QList<Screen *> screens()
             stack != nullptr && open.isEmpty())
             open = stack->screens();
     }
-    return open + Screen::modalScreens();
+    open += Screen::modalScreens();
+    for (const QWidget *window : QApplication::topLevelWidgets()) { // those in windows of their own
+        for (Screen *screen : window->findChildren<Screen *>()) {
+            if (screen->isVisible() && !open.contains(screen))
+                open << screen;
+        }
+    }
+    return open;
 }
 
 QString objectNameOf(const QString &part)

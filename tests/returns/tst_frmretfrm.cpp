@@ -13,6 +13,7 @@
 #include <QCheckBox>
 #include <QHeaderView>
 #include <QTimer>
+#include <QWindow>
 
 namespace {
 
@@ -92,11 +93,11 @@ private slots:
         QFile::remove(Base->AppPath + "/FBTLogger.log");
     }
 
-    /// Each form has a page of its own, but for the short schedule after part B.
+    /// Each part has a page of its own, but for the short schedule after part B of form ITR-8.
     void formsFillTheirPages_data()
     {
         Columns<int, bool, int>({"year", "blank", "pages"});
-        Case("form 3B", 2006, false, 5);
+        Case("form 3B", 2006, false, 6);
         for (const int year : {2007, 2008, 2009}) {
             Case(Joined("ITR-8 of ", year), year, false, 5);
             Case(Joined("ITR-8 of ", year, ", blank"), year, true, 5);
@@ -237,6 +238,28 @@ private slots:
         sql(Sql("Rename Table Away to FBT_Challan"));
         desk.print();
         QVERIFY(desk.printed("14/06/2007"));
+    }
+
+    /// The return blocks all other screens, but not the preview that it opens.
+    void previewCanBeUsed()
+    {
+        ReturnDesk desk(*m_module, 2006);
+        desk.viewer.setObserver({});
+        bool blocked = true;
+        desk.atNextModal([&] {
+            desk.print();
+            for (QWidget *window : QApplication::topLevelWidgets()) {
+                if (Screen *preview = window->findChild<Screen *>("frmrepview"); preview && preview->isVisible())
+                    blocked = QGuiApplication::modalWindow() != nullptr &&
+                              !QGuiApplication::modalWindow()->isAncestorOf(preview->window()->windowHandle());
+            }
+            desk.screen()->Unload();
+        });
+        frmretfrm modal;
+        modal.Load();
+        modal.LOADPRNGRID("3B");
+        modal.showModal();
+        QVERIFY(!blocked);
     }
 
     void documentsNotThere()

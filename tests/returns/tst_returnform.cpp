@@ -150,7 +150,8 @@ private slots:
         for (int round = 0; round < 2; ++round)
             QVERIFY(RebuildPaymentSchedule(Cnn, {"A1", 2008}));
         QStringList lines;
-        for (const ScheduledPayment &one : *PaymentSchedule(Cnn, {"A1", 2008}))
+        const auto schedule = PaymentSchedule(Cnn, {"A1", 2008});
+        for (const ScheduledPayment &one : *schedule)
             lines << Joined(one.advance ? 1 : 2, " ", one.date.toString("yyyyMMdd"), " ", one.amount, " ",
                             one.bankAndBranch());
         QCOMPARE(lines,
