@@ -32,10 +32,16 @@ QList<Screen *> screens()
             stack != nullptr && open.isEmpty())
             open = stack->screens();
     }
-    open += Screen::modalScreens();
-    for (const QWidget *window : QApplication::topLevelWidgets()) { // those in windows of their own
+    return open + Screen::modalScreens();
+}
+
+/// Those in windows of their own that block no other, such as a preview over a screen that does.
+QList<Screen *> screensInWindows()
+{
+    QList<Screen *> open;
+    for (const QWidget *window : QApplication::topLevelWidgets()) {
         for (Screen *screen : window->findChildren<Screen *>()) {
-            if (screen->isVisible() && !open.contains(screen))
+            if (screen->isVisible())
                 open << screen;
         }
     }
@@ -51,7 +57,7 @@ QString objectNameOf(const QString &part)
 
 Screen *findScreen(const QString &name)
 {
-    const QList<Screen *> open = screens();
+    const QList<Screen *> open = screensInWindows() + screens();
     for (auto it = open.crbegin(); it != open.crend(); ++it) {
         if ((*it)->objectName() == name)
             return *it;
