@@ -270,6 +270,20 @@ private slots:
         QCOMPARE(desk.reports, 0);
     }
 
+    /// Neither in the temporary folder nor in that of the program.
+    void workFolderCannotBeMade()
+    {
+        const QString temporary = std::exchange(Base->vTmpPath, Base->AppPath + "/Data/GOI.bmp");
+        QFile inTheWay(Base->AppPath + "/A1");
+        QVERIFY(inTheWay.open(QIODevice::WriteOnly));
+        ReturnDesk desk(*m_module, 2009);
+        desk.print();
+        QCOMPARE(desk.said(), QStringList(Joined("Failed to Save to Directory [", Base->AppPath, "/A1/2009].")));
+        QCOMPARE(desk.reports, 0);
+        QVERIFY(inTheWay.remove());
+        Base->vTmpPath = temporary;
+    }
+
     /// The margins of other reports stay as the user set them.
     void marginsStay()
     {
