@@ -74,10 +74,6 @@ public:
         , m_seed(firstSeed)
         , m_before(SetAnswerer(this))
     {
-        program.connection().setObserver([this](const QString &statement) {
-            if (isUnsafe(statement))
-                m_unsafe << statement;
-        });
     }
     ~KeyPlayer() override
     {
@@ -124,6 +120,7 @@ private:
     void pasteText(QWidget *window);
     void fillField(QWidget *window);
     void fillCell(QWidget *window);
+    void save(QWidget *window);
     void fill(QWidget *editor, const QString &field);
 
     Program &m_program;
@@ -146,6 +143,10 @@ void KeyPlayer::beginRound()
         return;
     }
     std::fprintf(stderr, "seed %u\n", m_seed); // the last one printed is the one that crashed
+    m_program.connection().setObserver([this](const QString &statement) {
+        if (isUnsafe(statement))
+            m_unsafe << statement;
+    });
     m_random.seed(m_seed++);
     m_stepsLeft = stepsOfARound;
     m_closing = false;
@@ -175,13 +176,29 @@ void KeyPlayer::step()
 void KeyPlayer::act(QWidget *window)
 {
     // What a user does most stands more often.
-    static const QList<void (KeyPlayer::*)(QWidget *)> actions{
-        &KeyPlayer::click,           &KeyPlayer::click,         &KeyPlayer::click,          &KeyPlayer::click,
-        &KeyPlayer::click,           &KeyPlayer::pressMnemonic, &KeyPlayer::pressMnemonic,  &KeyPlayer::twoAtOnce,
-        &KeyPlayer::twoAtOnce,       &KeyPlayer::chooseEntry,   &KeyPlayer::clickSomewhere, &KeyPlayer::clickSomewhere,
-        &KeyPlayer::pressKey,        &KeyPlayer::pressKey,      &KeyPlayer::pressKey,       &KeyPlayer::typeText,
-        &KeyPlayer::pasteText,       &KeyPlayer::fillField,     &KeyPlayer::fillField,      &KeyPlayer::fillCell,
-        &KeyPlayer::triggerMenuEntry};
+    static const QList<void (KeyPlayer::*)(QWidget *)> actions{&KeyPlayer::click,
+                                                               &KeyPlayer::click,
+                                                               &KeyPlayer::click,
+                                                               &KeyPlayer::click,
+                                                               &KeyPlayer::click,
+                                                               &KeyPlayer::pressMnemonic,
+                                                               &KeyPlayer::pressMnemonic,
+                                                               &KeyPlayer::twoAtOnce,
+                                                               &KeyPlayer::twoAtOnce,
+                                                               &KeyPlayer::chooseEntry,
+                                                               &KeyPlayer::clickSomewhere,
+                                                               &KeyPlayer::clickSomewhere,
+                                                               &KeyPlayer::pressKey,
+                                                               &KeyPlayer::pressKey,
+                                                               &KeyPlayer::pressKey,
+                                                               &KeyPlayer::typeText,
+                                                               &KeyPlayer::pasteText,
+                                                               &KeyPlayer::fillField,
+                                                               &KeyPlayer::fillField,
+                                                               &KeyPlayer::fillCell,
+                                                               &KeyPlayer::triggerMenuEntry,
+                                                               &KeyPlayer::save,
+                                                               &KeyPlayer::save};
     (this->*anyIn(actions))(window);
 }
 
@@ -338,6 +355,16 @@ void KeyPlayer::fill(QWidget *editor, const QString &field)
     }
     if (alive && upTo(2) == 0)
         QTest::keyClick(alive, Qt::Key_Return);
+}
+
+/// By the button that does so, where what was filled in can be saved.
+void KeyPlayer::save(QWidget *window)
+{
+    static const QRegularExpression saving("^cmd(update|save)");
+    for (auto *button : window->findChildren<QAbstractButton *>(saving)) {
+        if (button->isVisible() && button->isEnabled())
+            return clickAt(button, button->rect().center());
+    }
 }
 
 /// Employers enough for lists to scroll, each with expenses of two natures of business.
