@@ -1,5 +1,7 @@
 #include "context/faultnotice.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -19,7 +21,6 @@ struct Cause
 };
 
 constexpr Cause causes[] = {
-    {"the disk is full", {1021, 1114, 28, 1030, 3}},
     {"the connection to the database was lost", {2002, 2003, 2006, 2013, 2055, 1053}},
     {"the connection to the database was lost", {1927, 1047, FaultNumber::ConnectionClosed}},
     {"another user is saving the same rows", {1213, 1205}},
@@ -30,6 +31,8 @@ QString causeOf(const Fault &fault)
 {
     if (fault.number == FaultNumber::UnsafeText)
         return fault.description;
+    if (IsNoRoom(fault))
+        return QStringLiteral("the disk is full");
     for (const Cause &cause : causes) {
         if (fault.number != 0 && std::ranges::find(cause.numbers, fault.number) != cause.numbers.end())
             return QString::fromLatin1(cause.text);
@@ -42,6 +45,15 @@ QString causeOf(const Fault &fault)
 void SetFaultNotice(FaultNotice shows)
 {
     notice() = std::move(shows);
+}
+
+bool IsNoRoom(const Fault &fault)
+{
+    // Some faults tell it by the system's number in their text only.
+    static const QRegularExpression full(QStringLiteral("(errno|Errcode|error):? (27|28|122|135)\\b"),
+                                         QRegularExpression::CaseInsensitiveOption);
+    constexpr std::array numbers{1021, 1026, 1114, 28};
+    return std::ranges::find(numbers, fault.number) != numbers.end() || full.match(fault.description).hasMatch();
 }
 
 QString NoticeOf(const Fault &fault)

@@ -12,6 +12,9 @@ using FaultNotice = std::function<void(const QString &)>;
 /// Who shows the notices of the module; a host without a place for them sets none.
 FBT_OFFERED void SetFaultNotice(FaultNotice notice);
 
+/// The disk, or what the server may use of it, is full.
+FBT_OFFERED bool IsNoRoom(const Fault &fault);
+
 /// The line about a fault, "Not saved: the disk is full"; empty for one that was no statement on the user's rows.
 FBT_OFFERED QString NoticeOf(const Fault &fault);
 

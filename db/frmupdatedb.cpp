@@ -44,15 +44,21 @@ void frmupdatedb::showOther()
     ui->lblother->show();
 }
 
-// False when the user has left meanwhile.
+// False when the user has left meanwhile, or the program was told to end.
 bool frmupdatedb::waitForTurn()
 {
     constexpr int pauseMs = 200;
     while (isLoaded() && !m_lock.take()) {
         showOther();
         QEventLoop pause;
-        QTimer::singleShot(pauseMs, &pause, &QEventLoop::quit);
+        bool waited = false;
+        QTimer::singleShot(pauseMs, &pause, [&] {
+            waited = true;
+            pause.quit();
+        });
         pause.exec();
+        if (!waited)
+            return false;
     }
     return isLoaded();
 }

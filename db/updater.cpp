@@ -68,7 +68,7 @@ void updateServiceTax(UpdateRun &run)
     if (run.columnCount(QStringLiteral("SRate")) == 6)
         run.write(QStringLiteral("Alter Table SRate Add (ECess1 Double Default 0)"));
     if (run.findsNone(QStringLiteral("Select * from SRate Where Yr=2007 and Mon=5 and Dt=11")))
-        run.fill(QStringList{QStringLiteral("Delete From SRate")} + ServiceTaxInserts());
+        run.replace(QStringList{QStringLiteral("Delete From SRate")} + ServiceTaxInserts());
 }
 
 void fillBillTypes(UpdateRun &run)
@@ -129,10 +129,13 @@ constexpr Procedure procedures[] = {
     updateRows,     createIndexes, addRowKeys,
 };
 
-bool openMark(UpdateRun &run)
+// Without the mark a run that leaves something open could not be seen by the next start.
+bool openMark(UpdateRun &run, bool &marked)
 {
-    return carryOut(run, "UPDATEDB",
-                    [&] { run.write(Sql("Create Table If Not Exists ", updateMark, " (Nm Varchar(20))")); });
+    return carryOut(run, "UPDATEDB", [&] {
+        marked = run.send(Sql("Create Table If Not Exists ", updateMark, " (Nm Varchar(20))"));
+        run.flush();
+    });
 }
 
 bool closeMark(UpdateRun &run)
@@ -164,10 +167,10 @@ bool UPDATEDB(Connection *connection)
 bool UpdateDatabase(Connection *connection, UpdateLock *lock)
 {
     UpdateRun run(connection, lock);
-    // Without the mark a run that was cut off could not be seen, so nothing is begun.
-    if (!openMark(run) ||
+    bool marked = false;
+    if (!openMark(run, marked) ||
         !std::all_of(std::begin(procedures), std::end(procedures), [&](Procedure part) { return part(run); }) ||
         !isWhole(run))
         return false;
-    return run.leftOpen() || closeMark(run);
+    return run.leftOpen() ? marked : closeMark(run);
 }

@@ -1,11 +1,10 @@
 #include "db/updaterun.h"
 
 #include "context/errortail.h"
+#include "context/faultnotice.h"
 #include "db/updatelock.h"
 #include "platform/recordset.h"
 #include "records/change.h"
-
-#include <QRegularExpression>
 
 namespace {
 
@@ -20,14 +19,6 @@ QString firstRowOf(const QString &table)
 bool isLock(int number)
 {
     return number == 1205 || number == 1213;
-}
-
-// The disk, or what the server may use of it, is full. Some faults tell it by the system's number in their text only.
-bool isNoRoom(int number, const QString &text)
-{
-    static const QRegularExpression full(QStringLiteral("(errno|Errcode|error):? (27|28|122|135)\\b"),
-                                         QRegularExpression::CaseInsensitiveOption);
-    return number == 1021 || number == 1026 || number == 1114 || full.match(text).hasMatch();
 }
 
 } // namespace
@@ -58,7 +49,7 @@ UpdateRun::Refusal UpdateRun::lastRefusal()
         const int number = errors.Fields(u"Code").whole();
         if (isLock(number))
             return Refusal::Locked;
-        if (isNoRoom(number, errors.Fields(u"Message").text()))
+        if (IsNoRoom({number, errors.Fields(u"Message").text(), {}}))
             return Refusal::NoRoom;
     }
     return Refusal::CostsItself;
@@ -123,7 +114,7 @@ std::optional<int> UpdateRun::nextNumber(const QString &table, const QString &co
     return rows.Fields(0).whole() + 1;
 }
 
-bool UpdateRun::sendGroup(const QStringList &statements)
+bool UpdateRun::sendGroup(const QStringList &statements, Refused refused)
 {
     Refusal refusal = Refusal::CostsItself;
     const bool stays = ChangeTogether(
@@ -136,7 +127,7 @@ bool UpdateRun::sendGroup(const QStringList &statements)
                 if (m_connection->groupLost())
                     return false;
                 refusal = lastRefusal();
-                if (refusal == Refusal::NoRoom)
+                if (refusal == Refusal::NoRoom || refused == Refused::EndsTheGroup)
                     return false;
             }
             return true;
@@ -148,9 +139,9 @@ bool UpdateRun::sendGroup(const QStringList &statements)
     return stays;
 }
 
-bool UpdateRun::fill(const QStringList &statements)
+bool UpdateRun::group(const QStringList &statements, Refused refused)
 {
-    if (!sendGroup(statements)) {
+    if (!sendGroup(statements, refused)) {
         m_leftOpen = true;
         return false;
     }

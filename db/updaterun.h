@@ -66,7 +66,10 @@ public:
     /// at the first row only, and a table filled by half would stay so. A statement that is refused costs itself only,
     /// unless it ended the group, as a lock of another user does. A group that was ended is tried again as every
     /// change is; false when it was ended each time: then nothing of it stays and the check is still open.
-    bool fill(const QStringList &statements);
+    bool fill(const QStringList &statements) { return group(statements, Refused::CostsItself); }
+    /// `fill` for statements of which none may stay without the others, such as a delete and the inserts that replace
+    /// its rows: the first one that is refused ends the group.
+    bool replace(const QStringList &statements) { return group(statements, Refused::EndsTheGroup); }
 
     /// Carries out a step under its tail. A step in which the server was lost is carried out again. False when the
     /// update must end here, which the tail has logged: also when another program has taken the update over meanwhile.
@@ -81,7 +84,9 @@ private:
     [[nodiscard]] Refusal lastRefusal();
     void judge(Refusal refusal);
     void endWhenLost() const;
-    bool sendGroup(const QStringList &statements);
+    enum class Refused { CostsItself, EndsTheGroup };
+    bool group(const QStringList &statements, Refused refused);
+    bool sendGroup(const QStringList &statements, Refused refused);
 
     Connection *m_connection;
     UpdateLock *m_lock;

@@ -71,7 +71,7 @@ bool YearlyMasters::copyFromYearBefore(bool sourceFilled)
     QStringList copies;
     for (const TableShape &table : YearlyTables())
         copies << Sql("Insert Into ", table.name, m_year, " Select * From ", table.name, before);
-    return m_run.fill(copies);
+    return m_run.replace(copies);
 }
 
 // The Finance Act, 2006 made tour and travel a clause of its own, (Q), at 5 percent for every business, and lowered the
@@ -90,7 +90,7 @@ bool YearlyMasters::separateTour()
                         Sql("Delete from ", m_rate, " Where ", tourItems)};
     for (const int item : {58, 59, 60, 63, 64})
         changes << Sql("Insert into ", m_rate, " Values (", item, ",0,5)");
-    return m_run.fill(changes);
+    return m_run.replace(changes);
 }
 
 void YearlyMasters::changeRate(int headId, const QString &condition, int from, int to)
@@ -140,7 +140,7 @@ void YearlyMasters::addSecuritiesItem(int headId)
     const std::optional<int> srNo = m_run.nextNumber(m_item, QStringLiteral("SrNo"));
     if (!srNo)
         return;
-    m_run.fill(
+    m_run.replace(
         {Sql("Insert into ", m_item, " Values (", *srNo, ",", headId,
              ",'Any specified security or sweat equity shares allotted or transferred, directly or indirectly, by the "
              "employer free of cost or at concessional rate to his employees (including former employee or "

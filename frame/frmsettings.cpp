@@ -1,6 +1,7 @@
 #include "frame/frmsettings.h"
 
 #include "context/errortail.h"
+#include "context/faultnotice.h"
 #include "context/modbase.h"
 #include "frame/password.h"
 #include "platform/text.h"
@@ -8,6 +9,8 @@
 
 #include <QIntValidator>
 #include <QPrinterInfo>
+
+#include <algorithm>
 
 namespace {
 
@@ -66,8 +69,11 @@ void frmsettings::XPCMDBUTTON2_CLICK()
     const ErrorTail tail(this);
     if (!savePassword())
         return;
-    saveSettings();
-    Unload();
+    if (saveSettings())
+        Unload();
+    else
+        Notify({FaultNumber::PathAccess, QStringLiteral("the settings file cannot be written"), QStringLiteral("FBT"),
+                Doing::Save});
 }
 
 /// Shows why the password was not taken, and goes back to the field.
@@ -95,12 +101,15 @@ bool frmsettings::savePassword()
     return stored;
 }
 
-void frmsettings::saveSettings()
+/// False when one of them could not be written.
+bool frmsettings::saveSettings()
 {
     TXTLINES_LOSTFOCUS(); // a mnemonic saves without leaving the field
-    Base->SaveSettingINI(section(), QStringLiteral("DosPrinter"), ui->cbodos->currentText());
-    Base->SaveSettingINI(section(), QStringLiteral("WinPrinter"), ui->cbowin->currentText());
-    Base->SaveSettingINI(section(), QStringLiteral("LinesPP"), NumberText(Val(ui->txtlines->text())));
-    Base->SaveSettingINI(section(), QStringLiteral("Pin24"),
-                         ui->Check1->isChecked() ? QStringLiteral("1") : QStringLiteral("0"));
+    const std::pair<QString, QString> settings[] = {
+        {QStringLiteral("DosPrinter"), ui->cbodos->currentText()},
+        {QStringLiteral("WinPrinter"), ui->cbowin->currentText()},
+        {QStringLiteral("LinesPP"), NumberText(Val(ui->txtlines->text()))},
+        {QStringLiteral("Pin24"), ui->Check1->isChecked() ? QStringLiteral("1") : QStringLiteral("0")}};
+    return std::ranges::all_of(
+        settings, [](const auto &setting) { return Base->SaveSettingINI(section(), setting.first, setting.second); });
 }

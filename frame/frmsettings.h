@@ -25,7 +25,7 @@ private:
     void XPCMDBUTTON2_CLICK();
     bool savePassword();
     bool refusePassword(class QLineEdit *field, const QString &why);
-    void saveSettings();
+    bool saveSettings();
 
     std::unique_ptr<Ui::frmsettings> ui;
 };

@@ -34,6 +34,9 @@ QString PasswordFault(const QString &plain)
     for (const QChar c : plain) {
         if (c.unicode() < shift)
             return QStringLiteral("A password cannot hold the character \"%1\".").arg(c);
+        // What is no character by itself does not survive on its way into the table: nobody would get in again.
+        if (c.isSurrogate() || QChar(c.unicode() - shift).isSurrogate())
+            return QStringLiteral("A password can only hold letters, digits and signs of the keyboard.");
     }
     return {};
 }

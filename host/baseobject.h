@@ -31,7 +31,8 @@ public:
 
     [[nodiscard]] virtual QString GetSettingINI(const QString &section, const QString &key,
                                                 const QString &defaultValue) const = 0;
-    virtual void SaveSettingINI(const QString &section, const QString &key, const QString &value) = 0;
+    /// False when the file could not be written.
+    virtual bool SaveSettingINI(const QString &section, const QString &key, const QString &value) = 0;
 
     /// Writes one dated, compressed, verified file with all rows of all tables.
     virtual void BackUp() = 0;

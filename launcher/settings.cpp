@@ -109,32 +109,77 @@ const QHash<QString, QStringList> &sections()
     return known;
 }
 
-/// Why a line of the file cannot stand there, without the value in it; empty when it can.
-QString mistakeIn(const QString &line, QString &section)
+/// Looks at the lines of the file one after the other, for what the reader of the values would take otherwise than it
+/// stands there: a password cut at a semicolon, a key swallowed by the line before it.
+class LineCheck
 {
-    if (line.isEmpty() || line.startsWith(u';') || line.startsWith(u'#'))
-        return {};
-    if (line.startsWith(u'[')) {
-        section = line.mid(1).chopped(line.endsWith(u']') ? 1 : 0).trimmed();
-        return sections().contains(section) ? QString() : QStringLiteral("there is no section [%1]").arg(section);
+public:
+    /// Why a line cannot stand there, empty when it can. No value is told: it may be a password, or part of one.
+    QString mistakeIn(const QString &line)
+    {
+        if (line.isEmpty() || line.startsWith(u';') || line.startsWith(u'#'))
+            return {};
+        if (line.contains(u'\r'))
+            return QStringLiteral("its line ends are not those of this system");
+        return line.startsWith(u'[') ? mistakeInSection(line) : mistakeInKey(line);
     }
-    const QString key = line.section(u'=', 0, 0).trimmed();
-    const QStringList keys = sections().value(section);
-    if (section.isEmpty() || (!keys.isEmpty() && !keys.contains(key)))
-        return QStringLiteral("there is no key %1 in the section [%2]").arg(key, section);
-    static const QRegularExpression escaped(QStringLiteral(R"(\\.)"));
-    const bool open = QString(line).remove(escaped).count(u'"') % 2 != 0;
-    return open ? QStringLiteral("the value of %1 has a quote without its partner").arg(key) : QString();
-}
+
+private:
+    QString mistakeInSection(const QString &line)
+    {
+        static const QRegularExpression heading(QStringLiteral("^\\[ *([A-Za-z0-9]{1,30}) *\\]$"));
+        const QRegularExpressionMatch match = heading.match(line);
+        if (!match.hasMatch())
+            return QStringLiteral("there is no section of that name");
+        m_section = match.captured(1);
+        return sections().contains(m_section) ? QString() : QStringLiteral("there is no section [%1]").arg(m_section);
+    }
+
+    QString mistakeInKey(const QString &line)
+    {
+        static const QRegularExpression word(QStringLiteral("^[A-Za-z0-9]{1,30}$"));
+        const QString key = line.section(u'=', 0, 0).trimmed();
+        const QStringList keys = sections().value(m_section);
+        if (m_section.isEmpty() || (!keys.isEmpty() && !keys.contains(key))) {
+            return line.contains(u'=') && word.match(key).hasMatch()
+                       ? QStringLiteral("there is no key %1 in the section [%2]").arg(key, m_section)
+                       : QStringLiteral("there is no such key in the section [%1]").arg(m_section);
+        }
+        if (m_seen.contains(m_section + u'/' + key))
+            return QStringLiteral("the key %1 stands there twice").arg(key);
+        m_seen << m_section + u'/' + key;
+        return mistakeInValue(line, key);
+    }
+
+    static QString mistakeInValue(const QString &line, const QString &key)
+    {
+        static const QRegularExpression escaped(QStringLiteral(R"(\\.)"));
+        static const QRegularExpression quoted(QStringLiteral(R"("[^"]*")"));
+        QString rest = QString(line).remove(escaped);
+        if (rest.count(u'"') % 2 != 0)
+            return QStringLiteral("the value of %1 has a quote without its partner").arg(key);
+        rest.remove(quoted);
+        if (rest.contains(u';'))
+            return QStringLiteral("the value of %1 has a semicolon; put the value between quotes").arg(key);
+        return rest.contains(u'\\') ? QStringLiteral("the value of %1 ends in a backslash; write it twice").arg(key)
+                                    : QString();
+    }
+
+    QString m_section;
+    QStringList m_seen;
+};
 
 bool wellFormed(const QString &path, QString *why)
 {
     QFile file(path);
-    QString section;
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        return !file.exists();
+    LineCheck check;
+    if (!file.open(QIODevice::ReadOnly)) {
+        if (file.exists() || QFileInfo(path).isSymLink())
+            *why = QStringLiteral("The settings file %1 cannot be read.").arg(path);
+        return why->isEmpty();
+    }
     for (int number = 1; !file.atEnd(); ++number) {
-        const QString mistake = mistakeIn(QString::fromUtf8(file.readLine()).trimmed(), section);
+        const QString mistake = check.mistakeIn(QString::fromUtf8(file.readLine()).trimmed());
         if (mistake.isEmpty())
             continue;
         *why = QStringLiteral("The settings file %1 is wrong in line %2: %3.").arg(path).arg(number).arg(mistake);

@@ -6,5 +6,8 @@
 void KeepPrivate(const QString &path)
 {
     constexpr auto file = QFile::ReadOwner | QFile::WriteOwner;
-    QFile::setPermissions(path, QFileInfo(path).isDir() ? file | QFile::ExeOwner : file);
+    const QFileInfo info(path);
+    if (info.isDir() && info.permission(QFile::WriteOther))
+        return;
+    QFile::setPermissions(path, info.isDir() ? file | QFile::ExeOwner : file);
 }

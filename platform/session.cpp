@@ -10,6 +10,7 @@
 namespace {
 
 constexpr unsigned connectSeconds = 10;
+constexpr unsigned answerSeconds = 600; // the longest change of a large table's structure ends sooner
 
 // None that hands the server the password itself, nor one that can be read out of what is sent.
 constexpr const char *safePlugins = "mysql_native_password,caching_sha2_password,client_ed25519,auth_gssapi_client";
@@ -119,6 +120,7 @@ bool Session::connect(const ServerAddress &address)
 {
     const unsigned loadsFiles = 0;
     mysql_options(m_mysql, MYSQL_OPT_CONNECT_TIMEOUT, &connectSeconds);
+    mysql_options(m_mysql, MYSQL_OPT_READ_TIMEOUT, &answerSeconds);
     mysql_options(m_mysql, MYSQL_OPT_LOCAL_INFILE, &loadsFiles);
     mysql_options(m_mysql, MYSQL_SET_CHARSET_NAME, "utf8mb4");
     mysql_options(m_mysql, MARIADB_OPT_RESTRICTED_AUTH, safePlugins);

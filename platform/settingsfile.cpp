@@ -10,9 +10,10 @@ QString SettingsFile::value(const QString &section, const QString &key, const QS
     return found.typeId() == QMetaType::QStringList ? found.toStringList().join(u',') : found.toString();
 }
 
-void SettingsFile::save(const QString &section, const QString &key, const QString &value)
+bool SettingsFile::save(const QString &section, const QString &key, const QString &value)
 {
     m_file.setValue(section + u'/' + key, value);
     m_file.sync();
     KeepPrivate(m_file.fileName());
+    return m_file.status() == QSettings::NoError;
 }

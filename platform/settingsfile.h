@@ -17,7 +17,8 @@ public:
     /// A value as text, `defaultValue` when the key is not there. A value that was typed into the file with commas
     /// and without quotes reads as that text.
     [[nodiscard]] QString value(const QString &section, const QString &key, const QString &defaultValue) const;
-    void save(const QString &section, const QString &key, const QString &value);
+    /// False when the file could not be written.
+    bool save(const QString &section, const QString &key, const QString &value);
 
 private:
     QSettings m_file;

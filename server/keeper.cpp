@@ -19,6 +19,7 @@ struct Plan
 {
     const char *lockFile;
     char *const *arguments;
+    char *const *leftovers;
     int answer; // pipe that takes the server's process number
 };
 
@@ -63,6 +64,9 @@ void endServer(pid_t server)
     while (::waitpid(server, nullptr, WNOHANG) == 0) {
         if (lock >= 0 && ::flock(lock, LOCK_EX | LOCK_NB) == 0) {
             endServer(server);
+            for (char *const *left = plan.leftovers; *left != nullptr; ++left)
+                if (::unlink(*left) != 0)
+                    ::rmdir(*left);
             break;
         }
         ::usleep(pollUs);
@@ -87,17 +91,32 @@ void endServer(pid_t server)
     keep(plan, server);
 }
 
+/// Texts as the system's calls want them: pointers with a null one after the last.
+class Words
+{
+public:
+    explicit Words(const QStringList &texts)
+    {
+        for (const QString &text : texts)
+            m_words << QFile::encodeName(text);
+        for (QByteArray &word : m_words)
+            m_pointers.push_back(word.data());
+        m_pointers.push_back(nullptr);
+    }
+    [[nodiscard]] char *const *pointers() const { return m_pointers.data(); }
+
+private:
+    QList<QByteArray> m_words;
+    std::vector<char *> m_pointers;
+};
+
 } // namespace
 
-qint64 StartKept(const QString &program, const QStringList &arguments, const QString &lockFile)
+qint64 StartKept(const QString &program, const QStringList &arguments, const QString &lockFile,
+                 const QStringList &leftovers)
 {
-    QList<QByteArray> words{QFile::encodeName(program)};
-    for (const QString &argument : arguments)
-        words << argument.toLocal8Bit();
-    std::vector<char *> pointers;
-    for (QByteArray &word : words)
-        pointers.push_back(word.data());
-    pointers.push_back(nullptr);
+    Words words(QStringList(program) + arguments);
+    Words remains(leftovers);
     const QByteArray lock = QFile::encodeName(lockFile);
     int answer[2];
     if (::pipe2(answer, O_CLOEXEC) != 0)
@@ -106,7 +125,7 @@ qint64 StartKept(const QString &program, const QStringList &arguments, const QSt
     const pid_t between = ::fork();
     if (between == 0) {
         if (::fork() == 0)
-            becomeKeeper({lock.constData(), pointers.data(), answer[1]});
+            becomeKeeper({lock.constData(), words.pointers(), remains.pointers(), answer[1]});
         ::_exit(0);
     }
     ::close(answer[1]);

@@ -175,8 +175,11 @@ bool PrivateServer::startOrJoin(QString *why)
     // A server that runs may have its socket elsewhere: its program was started in another environment.
     QFile note(socketNote());
     const QString noted = note.open(QIODevice::ReadOnly) ? QString::fromUtf8(note.readAll()) : QString();
+    const QString own = m_socketFolder;
     if (!noted.isEmpty() && usableSocketFolder(noted))
         m_socketFolder = noted;
+    if (!answers()) // the note of a killed one may name a place that is no longer to be had
+        m_socketFolder = own;
     if (!prepareSocketFolder(why))
         return false;
     dropOrphan();
@@ -305,7 +308,8 @@ bool PrivateServer::launch(QString *why)
     else
         arguments << QStringLiteral("--innodb-flush-log-at-trx-commit=0")
                   << QStringLiteral("--skip-innodb-doublewrite");
-    const qint64 pid = StartKept(server, arguments, m_folder + QStringLiteral("/users.lock"));
+    const qint64 pid =
+        StartKept(server, arguments, m_folder + QStringLiteral("/users.lock"), {socketNote(), m_socketFolder});
     if (pid == 0) {
         *why = QStringLiteral("The program %1 could not be started.").arg(server);
         return false;

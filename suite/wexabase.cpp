@@ -50,9 +50,9 @@ QString WexaBase::GetSettingINI(const QString &section, const QString &key, cons
     return m_settings.value(section, key, defaultValue);
 }
 
-void WexaBase::SaveSettingINI(const QString &section, const QString &key, const QString &value)
+bool WexaBase::SaveSettingINI(const QString &section, const QString &key, const QString &value)
 {
-    m_settings.save(section, key, value);
+    return m_settings.save(section, key, value);
 }
 
 void WexaBase::BackUp()

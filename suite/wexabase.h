@@ -18,7 +18,7 @@ public:
 
     [[nodiscard]] QString GetSettingINI(const QString &section, const QString &key,
                                         const QString &defaultValue) const override;
-    void SaveSettingINI(const QString &section, const QString &key, const QString &value) override;
+    bool SaveSettingINI(const QString &section, const QString &key, const QString &value) override;
 
     void BackUp() override;
     bool Restoration() override;

@@ -152,6 +152,23 @@ private slots:
         QVERIFY(!UpdateIsMarked(&module.connection));
     }
 
+    void whatBelongsTogetherStaysOut()
+    {
+        TestModule module(m_server);
+        Carry(module,
+              {"Create Table SRate (Yr Int(11), Mon Int(11), Dt Int(11), Rate Double, ECess Double, X Int(11), Y "
+               "Int(11), Extra Int(11))",
+               "Insert into SRate Values (2004,9,10,10,2,0,0,0)",
+               "Create Table FBT_Head (HeadId Int(11), Section Varchar(50), HeadDesc Varchar(255), Extra Int(11))",
+               "Insert into FBT_Head Values (1,'115WB(2)(A)','Entertainment',0)"});
+        for (int start = 0; start < 2; ++start) {         // each finds it as the one before
+            QVERIFY(!UpdateDatabase(&module.connection)); // no year has heads
+            QVERIFY(UpdateIsMarked(&module.connection));
+            QCOMPARE(module.rows("Select Yr,Mon from SRate"), QStringList{"2004\t9"});
+            QCOMPARE(module.rows("Select count(*) from FBT_ExpHead2006"), QStringList{"0"});
+        }
+    }
+
     void missingTableIsNoSuccess()
     {
         TestModule module(m_server);

@@ -35,6 +35,7 @@ private slots:
     {
         Columns<QString, QString, bool>({"options", "steps", "terminated"}); // by SIGTERM after the last step
         const QString close = u";MainWindow close;QMessageBox &Yes;QMessageBox &No"_s;
+        Case("SIGTERM while another program updates", u""_s, u"frmupdatedb shown"_s, true);
         Case("cancelled login", u""_s, u"frmLogin escape"_s, false);
         Case("SIGTERM at the login", u""_s, u"frmLogin shown"_s, true);
         Case("SIGTERM at a question", u"--demo"_s, u"cmdfbtdet shown;MainWindow close;QMessageBox shown"_s, true);
@@ -46,6 +47,13 @@ private slots:
     {
         constexpr int patienceMs = 60'000;
         const auto [options, steps, terminated] = Row<QString, QString, bool>();
+        PrivateServer server(m_home.filePath(u"db"_s));
+        Connection other;
+        QString why;
+        if (steps.startsWith(u"frmupdatedb")) {
+            QVERIFY2(server.start(&why) && other.open(server.address()), qPrintable(why));
+            QVERIFY(other.Execute(u"Do Get_Lock(Concat('FBT-Update-',Md5('pelkfbt')),0)"_s));
+        }
         QProcess program;
         start(program, options.split(u' ', Qt::SkipEmptyParts), steps);
         QByteArray printed;
@@ -59,6 +67,8 @@ private slots:
         QCOMPARE(QString::fromUtf8(printed).trimmed().split(u'\n'), steps.split(u';'));
         QCOMPARE(program.exitStatus(), QProcess::NormalExit);
         QCOMPARE(program.exitCode(), 0);
+        other.close();
+        server.stop();
         QVERIFY2(!QFile::exists(m_home.filePath(u"db/server.pid"_s)), "the private server still runs");
         QVERIFY2(!QFile::exists(m_home.filePath(u"app/running.lock"_s)), "the next start would repair");
         QCOMPARE(QDir(m_home.path()).entryList({u"pelkfbt-*"_s}, QDir::Dirs), QStringList());

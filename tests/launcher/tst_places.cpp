@@ -66,6 +66,13 @@ private slots:
              u"is wrong in line 4: there is no key pasword in the section [Server]."_s},
             {"[Server]\nhost=db\nuser=u\npassword=\"ge\\\"heim\nschema=x\n",
              u"is wrong in line 4: the value of password has a quote without its partner."_s},
+            {"[Server]\nhost=db\nuser=u\npassword=ge;heim\n",
+             u"is wrong in line 4: the value of password has a semicolon; put the value between quotes."_s},
+            {"[Server]\nhost=db\npassword=geheim\\\nuser=u\n",
+             u"is wrong in line 3: the value of password ends in a backslash; write it twice."_s},
+            {"[Server]\nhost=db\nuser=u\nhost=db2\n", u"is wrong in line 4: the key host stands there twice."_s},
+            {"[Server] password=geheim\n", u"is wrong in line 1: there is no section of that name."_s},
+            {"[Server]\rpassword=geheim\r", u"is wrong in line 1: its line ends are not those of this system."_s},
             {"[Server]\nhost=db\nuser=u\ntls=maybe\n", u"is wrong at [Server] tls: say required, preferred or off."_s},
             {"hello\n", u"is not a settings file: it has lines that are no key=value."_s},
         };

@@ -17,9 +17,10 @@ public:
     {
         return m_settings.value(section + u'/' + key, defaultValue);
     }
-    void SaveSettingINI(const QString &section, const QString &key, const QString &value) override
+    bool SaveSettingINI(const QString &section, const QString &key, const QString &value) override
     {
         m_settings[section + u'/' + key] = value;
+        return true;
     }
     void BackUp() override { calls << "BackUp"; }
     bool Restoration() override
