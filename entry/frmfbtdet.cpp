@@ -131,8 +131,8 @@ void frmfbtdet::connectButtons()
         screen.LOADPRNGRID(ReturnFormOf(client().year));
         screen.showModal();
     });
-    connect(ui->cmdchallan, &QAbstractButton::clicked, this, [] { (new Challan(MdiForm))->openChild(MdiForm); });
-    connect(ui->Command2, &QAbstractButton::clicked, this, [] { (new frmfbtrep(MdiForm))->openChild(MdiForm); });
+    connect(ui->cmdchallan, &QAbstractButton::clicked, this, [] { openOnce<Challan>(MdiForm); });
+    connect(ui->Command2, &QAbstractButton::clicked, this, [] { openOnce<frmfbtrep>(MdiForm); });
     connect(ui->cboquarter, &QComboBox::currentIndexChanged, this, &frmfbtdet::CBOQUARTER_CLICK);
     connect(ui->cbonature, &QComboBox::currentIndexChanged, this, &frmfbtdet::CBONATURE_CLICK);
 }
@@ -520,8 +520,22 @@ bool frmfbtdet::FORM_KEYPRESS(int asciiKey)
     return (asciiKey == escapeKey && m_list->escape()) || Screen::FORM_KEYPRESS(asciiKey);
 }
 
+/// What was opened from here is for the same client and year, so it goes first. False when one of them stays.
+bool frmfbtdet::closeOpened()
+{
+    for (Screen *other : {static_cast<Screen *>(opened<Challan>()), static_cast<Screen *>(opened<frmfbtrep>())}) {
+        if (other == nullptr || other->Unload())
+            continue;
+        other->openChild(MdiForm);
+        return false;
+    }
+    return true;
+}
+
 bool frmfbtdet::FORM_UNLOAD()
 {
+    if (!closeOpened())
+        return false;
     if (ui->famcon->isVisibleTo(this) && !ui->famcon->SAVESALDATA())
         return false;
     return askExit(Icon::Exclamation);

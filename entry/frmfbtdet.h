@@ -58,6 +58,7 @@ private:
     void CMDADDINFO_CLICK();
     void CMDCONEXP_CLICK();
     void CMDEFL_CLICK();
+    bool closeOpened();
     bool mayModify(const Expense &row);
 
     std::optional<std::vector<Expense>> readRows();

@@ -42,7 +42,9 @@ std::optional<int> SaveBank(Connection *cnn, const Bank &bank, bool adding)
 
 bool DeleteBank(Connection *cnn, int number)
 {
-    return WriteOne(cnn, Sql("Delete from bank_master Where bank_code_no=", number));
+    return ChangeTogether(
+        cnn, [&](Change &change) { return change.remove(Sql("Delete from bank_master Where bank_code_no=", number)); },
+        Doing::Delete);
 }
 
 std::optional<bool> BankInUse(Connection *cnn, int number)
