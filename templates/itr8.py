@@ -17,7 +17,7 @@ def label(text, **look):
 
 
 def value(span=1, align="l", edges="lrb"):
-    return Cell("", bold=True, size=9, span=span, align=align, edges=edges, valign="c")
+    return Cell("", bold=True, size=8, span=span, align=align, edges=edges, valign="c")
 
 
 def box():
@@ -25,8 +25,8 @@ def box():
     return Cell("", bold=True, align="c", valign="c")
 
 
-def amount():
-    return Cell("", bold=True, align="r", valign="c", size=9)
+def amount(size=9):
+    return Cell("", bold=True, align="r", valign="c", size=size)
 
 
 def text(content, **look):
@@ -37,7 +37,7 @@ def number(content, **look):
     return Cell(content, size=TEXT, bold=True, align="c", valign="c", **look)
 
 
-def pairs(widths, labels, below, height=5.5):
+def pairs(widths, labels, below, height=5):
     """A row of labels with the fields under them."""
     return Table(widths, [Row(labels), Row(below, height=height)])
 
@@ -78,7 +78,7 @@ def particulars(year):
     status = "Status (fill the code)" if year >= 2009 else ""
     return [
         Table(
-            [130, 60],
+            [105, 85],
             [
                 Row([label("Name"), label("PAN")]),
                 Row([value(), value()], height=6),
@@ -159,7 +159,7 @@ def acknowledgement(year):
                     Cell(
                         [P("Receipt No. ______________________", before=8), P("Date ______________________", before=8)]
                     ),
-                    Cell([P("Seal", align="c", before=10), P("Signature of receiving official", align="c", before=20)]),
+                    Cell([P("Seal", align="c", before=10), P("Signature of receiving official", align="c", before=14)]),
                 ],
                 height=24,
             )
@@ -211,7 +211,7 @@ def personal(year):
         domestic = "If a domestic company (Tick)"
     return [
         pairs(
-            [82, 38, 55, 15],
+            [88, 28, 59, 15],
             [
                 label("Name"),
                 label("PAN"),
@@ -244,7 +244,7 @@ def personal(year):
             [value(), value(), value(), Cell("", span=2, edges="lrb")],
         ),
         Gap(1),
-        pairs([110, 80], [label("Email Address"), label("(STD code)-Phone Number")], [value(), value()]),
+        pairs([130, 60], [label("Email Address"), label("(STD code)-Phone Number")], [value(), value()]),
     ]
 
 
@@ -338,7 +338,7 @@ def filing():
             [
                 "Name of the representative",
                 "Address of the representative",
-                "Permanent Account Number (PAN) of the representative",
+                "PAN of the representative",
             ]
         ),
     ]
@@ -349,7 +349,7 @@ def lettered(labels):
         Row([number("(%s)" % chr(ord("a") + i)), text(what), value(edges="tlbr")], height=6)
         for i, what in enumerate(labels)
     ]
-    return Table([10, 80, 100], rows)
+    return Table([10, 62, 118], rows)
 
 
 def audit():
@@ -378,7 +378,7 @@ def audit():
                 "Name of the auditor signing the tax audit report",
                 "Membership no. of the auditor",
                 "Name of the auditor (proprietorship/firm)",
-                "Permanent Account Number (PAN) of the proprietorship/firm",
+                "PAN of the proprietorship/firm",
                 "Date of audit report",
             ]
         ),
@@ -394,8 +394,8 @@ def main(year):
                     Cell(
                         [
                             P("For Office Use Only", bold=True, size=8),
-                            P("Receipt No", size=8, before=4),
-                            P("Date", size=8, before=6),
+                            P("Receipt No", size=8, before=2),
+                            P("Date", size=8, before=4),
                         ]
                     ),
                     Cell(
@@ -405,7 +405,7 @@ def main(year):
                         ]
                     ),
                 ],
-                height=20,
+                height=15,
             )
         ],
     )
@@ -735,11 +735,11 @@ def nature(no, what, percent):
             number(no),
             text(what, size=7),
             code(no + "ii"),
-            amount(),
+            amount(8),
             code(no + "iii"),
             Cell(percent, size=8, align="c", valign="c"),
             code(no + "iv"),
-            amount(),
+            amount(8),
         ],
         height=4.6,
     )
@@ -766,11 +766,11 @@ def divided(groups):
                         number(letter),
                         text(what, size=7),
                         code(no + letter + "ii"),
-                        amount(),
+                        amount(8),
                         code(no + letter + "iii"),
                         Cell(percent, size=8, align="c", valign="c"),
                         code(no + letter + "iv"),
-                        amount(),
+                        amount(8),
                     ],
                     height=4.6,
                 )
