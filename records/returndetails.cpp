@@ -56,7 +56,7 @@ bool Signatory::isEmpty() const
 Reading<Signatory> SignatoryOf(Connection *cnn, const ClientYear &client)
 {
     for (const int year : {client.year, client.year - 1, 0}) {
-        const Reading<Signatory> found = ReadFirst(cnn, Sql("Select *") + signatoryRow(client.code, year), signatoryIn);
+        Reading<Signatory> found = ReadFirst(cnn, Sql("Select *") + signatoryRow(client.code, year), signatoryIn);
         if (!found.none())
             return found;
     }
