@@ -10,6 +10,7 @@
 #include "tests/support/screenuser.h"
 #include "tests/support/testmodule.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QHeaderView>
 #include <QTimer>
