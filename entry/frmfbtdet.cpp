@@ -260,6 +260,17 @@ void frmfbtdet::markFigures(bool computed)
     tell(Told::Figures, whole ? QString() : tr("The figures are incomplete."));
 }
 
+void frmfbtdet::reload()
+{
+    ErrorTail tail(this, "LOADGRIDDED");
+    if (m_list->editing())
+        return;
+    m_inHand.putBack();
+    takeAddInfo();
+    LOADGRIDDED();
+    LOADDATADED();
+}
+
 /// None when the expenses could not be read.
 std::optional<std::vector<Expense>> frmfbtdet::readRows()
 {

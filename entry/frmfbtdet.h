@@ -28,6 +28,9 @@ public:
     explicit frmfbtdet(QWidget *parent = nullptr);
     ~frmfbtdet() override;
 
+    /// Reads the list and its figures anew, for what was changed elsewhere; not while a row is being entered.
+    void reload();
+
     void FORM_LOAD() override;
     void FORM_ACTIVATE() override;
     bool FORM_UNLOAD() override;

@@ -6,6 +6,7 @@
 #include "controls/screen.h"
 #include "frame/frmmain.h"
 #include "frame/noticeline.h"
+#include "frame/returnplaces.h"
 #include "platform/connection.h"
 
 #include <QApplication>
@@ -65,6 +66,7 @@ ClsMain::~ClsMain()
     dropScreens();
     receiveFaults({}, {});
     m_notices.reset();
+    SetPlaceOpener({});
     ResetModule();
 }
 
@@ -97,6 +99,7 @@ bool ClsMain::LoadFBT(bool suiteFlag)
     if (!makeMainObject(tail) || !makeReporter(tail))
         return false;
     tail([&] { takeConnection(); });
+    SetPlaceOpener(OpenReturnPlace);
     tail([&] { prepareReporter(); });
     if (!SuiteMode && MdiForm != nullptr)
         MdiForm->setWindowTitle(QStringLiteral("Pelk FBT ver ") + VerText);

@@ -4,6 +4,7 @@
 #include "context/modbase.h"
 #include "controls/pelkbtn.h"
 #include "db/frmupdatedb.h"
+#include "efile/frmchkret.h"
 #include "entry/frmfbtdet.h"
 #include "frame/frmLogin.h"
 #include "frame/frmsbase.h"
@@ -83,6 +84,7 @@ void frmmain::buildMenus()
     mnureps = addMenu(QStringLiteral("mnureps"), QStringLiteral("&Reports"));
     addEntry(mnureps, QStringLiteral("mnucldet"), QStringLiteral("&Client Details"), &frmmain::MNUCLDET_CLICK);
     addEntry(mnureps, QStringLiteral("mnuret"), QStringLiteral("&Returns"), &frmmain::MNURET_CLICK);
+    addEntry(mnureps, QStringLiteral("mnuchkret"), QStringLiteral("Check &all returns"), &frmmain::MNUCHKRET_CLICK);
     mnutools = addMenu(QStringLiteral("mnutools"), QStringLiteral("T&ools"));
     addEntry(mnutools, QStringLiteral("mnubkup"), QStringLiteral("&BackUp"), &frmmain::MNUBKUP_CLICK);
     addEntry(mnutools, QStringLiteral("mnurestore"), QStringLiteral("&Restore"), &frmmain::MNURESTORE_CLICK);
@@ -282,6 +284,12 @@ void frmmain::MNURET_CLICK()
 {
     ErrorTail tail(this);
     Base->ShowReturn();
+}
+
+void frmmain::MNUCHKRET_CLICK()
+{
+    ErrorTail tail(this);
+    openOnce<frmchkret>(MdiForm);
 }
 
 void frmmain::MNUBKUP_CLICK()

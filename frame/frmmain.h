@@ -49,6 +49,7 @@ private:
     void MNUDUEDT_CLICK();
     void MNUCLDET_CLICK();
     void MNURET_CLICK();
+    void MNUCHKRET_CLICK();
     void MNUBKUP_CLICK();
     void MNURESTORE_CLICK();
     void MNUREPAIR_CLICK();

@@ -4,6 +4,8 @@
 #include "controls/screen.h"
 #include "host/baseobject.h"
 #include "launcher/application.h"
+#include "launcher/checkrun.h"
+#include "launcher/delivered.h"
 #include "launcher/program.h"
 #include "launcher/samplerun.h"
 
@@ -62,6 +64,32 @@ int runSamples(const LaunchOptions &options)
     const bool done = computeSamples(database, options, &why);
     standardOutput().flush();
     return done ? 0 : Refuse(why);
+}
+
+/// The user's own database, in which nothing is changed.
+bool checkReturns(LauncherDatabase &database, const LaunchOptions &options, QString *why)
+{
+    const ProgramPlaces places = placesOf(options);
+    if (!TopUpApplicationFolder(places.delivered, {QStringLiteral("Data")}, places.appPath, why) || !database.open(why))
+        return false;
+    const std::unique_ptr<SuiteObject> made = makeBase(options.appPath);
+    auto *base = dynamic_cast<BaseObject *>(made.get());
+    return base != nullptr && RunCheck(database.connection(), *base, options.year, options.csv, standardOutput(), why);
+}
+
+/// 1 also without a sentence: the errors were printed.
+int runCheck(const LaunchOptions &options)
+{
+    QString why;
+    const std::optional<LauncherSettings> settings = ReadLauncherSettings(UserSettingsFile(), &why);
+    if (!settings)
+        return Refuse(why);
+    LauncherDatabase database(*settings, options.dataFolder);
+    const bool right = checkReturns(database, options, &why);
+    standardOutput().flush();
+    if (!why.isEmpty())
+        return Refuse(why);
+    return right ? 0 : 1;
 }
 
 /// Runs the window from its start to its end.
@@ -137,6 +165,8 @@ int Launch(const LaunchOptions &options)
         return 0;
     case Action::Sample:
         return runSamples(options);
+    case Action::Check:
+        return runCheck(options);
     case Action::Demo:
         return runDemo(options);
     case Action::Window:

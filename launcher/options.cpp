@@ -14,6 +14,8 @@ const QString sampleOption = QStringLiteral("sample");
 const QString demoOption = QStringLiteral("demo");
 const QString samplesOption = QStringLiteral("samples");
 const QString dataOption = QStringLiteral("data");
+const QString checkOption = QStringLiteral("check");
+const QString csvOption = QStringLiteral("csv");
 const QString appOption = QStringLiteral("app");
 
 void define(QCommandLineParser &parser)
@@ -25,6 +27,11 @@ void define(QCommandLineParser &parser)
         {sampleOption, QStringLiteral("Compute the sample employers in a scratch database, print them, and end.")},
         {demoOption, QStringLiteral("Open the window on a scratch database with the sample employers; it is removed at "
                                     "the end.")},
+        {checkOption,
+         QStringLiteral("Write and validate the returns of all clients of the assessment year YEAR (2008 for 2008-09) "
+                        "in a scratch folder, print them with their errors, and end; 1 when there are errors."),
+         QStringLiteral("YEAR")},
+        {csvOption, QStringLiteral("With --check: write the same as a table to FILE."), QStringLiteral("FILE")},
         {samplesOption, QStringLiteral("Take the sample employers from DIR."), QStringLiteral("DIR")},
         {dataOption, QStringLiteral("Keep the private database in DIR."), QStringLiteral("DIR")},
         {appOption, QStringLiteral("Use DIR as the application folder (log, delivered files)."), QStringLiteral("DIR")},
@@ -40,9 +47,13 @@ QString folder(const QCommandLineParser &parser, const QString &option, const QS
 
 bool RunsWithoutWindow(const QStringList &arguments)
 {
-    static const std::array windowless{QStringLiteral("--sample"), QStringLiteral("--version"), QStringLiteral("-v"),
-                                       QStringLiteral("--help"), QStringLiteral("-h")};
-    return std::ranges::any_of(windowless, [&](const QString &option) { return arguments.contains(option); });
+    static const std::array windowless{QStringLiteral("--sample"), QStringLiteral("--version"),
+                                       QStringLiteral("-v"),       QStringLiteral("--help"),
+                                       QStringLiteral("-h"),       QStringLiteral("--check")};
+    const auto isWindowless = [](const QString &argument) {
+        return std::ranges::count(windowless, argument) > 0 || argument.startsWith(u"--check=");
+    };
+    return std::ranges::any_of(arguments, isWindowless);
 }
 
 bool ReadOptions(const QStringList &arguments, LaunchOptions *options, QString *why)
@@ -66,6 +77,10 @@ bool ReadOptions(const QStringList &arguments, LaunchOptions *options, QString *
         options->action = Action::Sample;
     else if (parser.isSet(demoOption))
         options->action = Action::Demo;
+    else if (parser.isSet(checkOption))
+        options->action = Action::Check;
+    options->year = parser.value(checkOption).toInt();
+    options->csv = parser.value(csvOption);
     options->appPath = folder(parser, appOption, QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
     options->dataFolder = folder(parser, dataOption, options->appPath + QStringLiteral("/db"));
     options->samples = folder(parser, samplesOption, DeliveredFolder() + QStringLiteral("/samples"));

@@ -9,12 +9,14 @@
 /// What the command line asks for.
 struct LaunchOptions
 {
-    enum class Action { Window, Demo, Sample, Version, Help };
+    enum class Action { Window, Demo, Sample, Check, Version, Help };
 
     Action action = Action::Window;
     QString appPath;    ///< application folder
     QString dataFolder; ///< folder of the private database
     QString samples;    ///< folder with the data files of the sample employers
+    int year = 0;       ///< of Check: the first calendar year of an assessment year
+    QString csv;        ///< of Check: file for the table, empty for none
 };
 
 /// Whether the program is to run without a window, judged before there is an application object.

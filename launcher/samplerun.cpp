@@ -2,9 +2,9 @@
 
 #include "calc/clientyear.h"
 #include "calc/modfbtcalc.h"
-#include "context/errortail.h"
 #include "context/modbase.h"
 #include "db/updater.h"
+#include "launcher/modulescope.h"
 #include "launcher/sampleloader.h"
 #include "launcher/samplereader.h"
 #include "launcher/samplereport.h"
@@ -88,24 +88,15 @@ bool withModule(Connection &connection, BaseObject *base, QString *why, const st
         *why = QStringLiteral("The suite has no base object.");
         return false;
     }
-    Cnn = &connection;
-    Base = base;
-    Base->CnnObj = Cnn;
-    connection.setFaultHandler(ErrorTail::dispatch);
-    ErrText.clear();
-    {
-        const ErrorTail tail(QStringLiteral("LAUNCHER"), QStringLiteral("RUNSAMPLES"));
-        if (UpdateDatabase(&connection))
-            work();
-        else
-            *why = QStringLiteral("The database structure could not be updated; FBTLogger.log in %1 tells why.")
-                       .arg(base->AppPath);
-    }
-    if (!ErrText.isEmpty() && why->isEmpty())
+    const ModuleScope scope(connection, *base, QStringLiteral("RUNSAMPLES"));
+    if (UpdateDatabase(&connection))
+        work();
+    else
+        *why = QStringLiteral("The database structure could not be updated; FBTLogger.log in %1 tells why.")
+                   .arg(base->AppPath);
+    if (ModuleScope::hasFaults() && why->isEmpty())
         *why = QStringLiteral("The sample employers were not computed in full; FBTLogger.log in %1 tells why.")
                    .arg(base->AppPath);
-    connection.setFaultHandler({});
-    ResetModule();
     return why->isEmpty();
 }
 

@@ -219,6 +219,12 @@ void Challan::LOADDATA()
         showChallan(*challan);
 }
 
+void Challan::showChallanOf(int quarter, int srNo)
+{
+    m_list->select(quarter, srNo);
+    LOADDATA();
+}
+
 void Challan::CLEARDATA()
 {
     ErrorTail tail(this);

@@ -29,6 +29,9 @@ public:
     explicit Challan(QWidget *parent = nullptr);
     ~Challan() override;
 
+    /// Makes a challan current by its quarter and number, once the screen is loaded; the first one when it is not there.
+    void showChallanOf(int quarter, int srNo);
+
     void FORM_LOAD() override;
     void FORM_ACTIVATE() override;
     bool FORM_UNLOAD() override;

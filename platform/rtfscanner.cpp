@@ -1,5 +1,7 @@
 #include "platform/rtfscanner.h"
 
+#include "platform/windows1252.h"
+
 #include <algorithm>
 #include <array>
 

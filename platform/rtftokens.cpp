@@ -1,5 +1,7 @@
 #include "platform/rtftokens.h"
 
+#include "platform/windows1252.h"
+
 #include <algorithm>
 #include <array>
 #include <limits>
@@ -8,14 +10,6 @@
 namespace {
 
 using Kind = RtfToken::Kind;
-
-constexpr unsigned char firstHigh = 0x80;
-
-/// The characters of the bytes 0x80 to 0x9f; bytes that stand for none are those of the control set.
-constexpr std::array<char16_t, 32> highTable = {0x20ac, 0x0081, 0x201a, 0x0192, 0x201e, 0x2026, 0x2020, 0x2021,
-                                                0x02c6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008d, 0x017d, 0x008f,
-                                                0x0090, 0x2018, 0x2019, 0x201c, 0x201d, 0x2022, 0x2013, 0x2014,
-                                                0x02dc, 0x2122, 0x0161, 0x203a, 0x0153, 0x009d, 0x017e, 0x0178};
 
 bool isLetter(char c)
 {
@@ -154,14 +148,6 @@ bool runsInto(const RtfToken &word, const QByteArray &next)
     return isLetter(first) || (first == '-' && next.size() > 1 && isDigit(next[1]));
 }
 
-int windows1252Of(char16_t unit)
-{
-    if (unit < firstHigh || (unit >= 0xa0 && unit <= 0xff))
-        return unit;
-    const auto *found = std::find(highTable.begin(), highTable.end(), unit);
-    return found == highTable.end() ? -1 : firstHigh + static_cast<int>(found - highTable.begin());
-}
-
 QByteArray escaped(QChar c)
 {
     const char16_t unit = c.unicode();
@@ -175,7 +161,7 @@ QByteArray escaped(QChar c)
         return {};
     if (unit < 0x7f)
         return QByteArray(1, static_cast<char>(unit));
-    const int byte = windows1252Of(unit);
+    const int byte = Windows1252Of(c);
     const QByteArray plain = byte < 0 ? QByteArray("?") : "\\'" + QByteArray::number(byte, 16).rightJustified(2, '0');
     return "{\\uc1\\u" + QByteArray::number(static_cast<qint16>(unit)) + (byte < 0 ? " " : "") + plain + "}";
 }
@@ -219,10 +205,4 @@ QByteArray RtfOfText(const QString &text)
             rtf += '}';
     }
     return struck ? rtf + '}' : rtf;
-}
-
-QChar CharOfWindows1252(unsigned char byte)
-{
-    const bool special = byte >= firstHigh && byte < firstHigh + highTable.size();
-    return special ? QChar(highTable[byte - firstHigh]) : QChar(static_cast<char16_t>(byte));
 }

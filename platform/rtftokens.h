@@ -41,6 +41,3 @@ FBT_OFFERED QByteArray RtfBytes(const RtfTokens &tokens);
 /// A text as RTF: ESC "S" and ESC "T" switch strike-through on and off, CR LF becomes a line break, a tab a tab; letters
 /// beyond ASCII go out as \u with their Windows-1252 byte (or "?") for readers that do not know it.
 FBT_OFFERED QByteArray RtfOfText(const QString &text);
-
-/// The character of a byte in Windows-1252.
-FBT_OFFERED QChar CharOfWindows1252(unsigned char byte);

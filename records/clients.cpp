@@ -52,6 +52,11 @@ QStringList clientColumns(Connection *cnn)
     return names;
 }
 
+NamedClient namedClient(const Recordset &row)
+{
+    return {row.Fields(0).text(), row.Fields(1).text()};
+}
+
 QString firstText(const Recordset &row)
 {
     return row.Fields(0).text();
@@ -161,10 +166,18 @@ RowsRead<QString> ExistingCodes(Connection *cnn)
 
 RowsRead<NamedClient> ClientNames(Connection *cnn)
 {
-    return ReadRows(cnn, QStringLiteral("Select Code_no, Name from FBT_Info Order by Name, Code_no"),
-                    [](const Recordset &row) {
-                        return NamedClient{row.Fields(0).text(), row.Fields(1).text()};
-                    });
+    return ReadRows(cnn, "Select Code_no, Name from FBT_Info Order by Name, Code_no", namedClient);
+}
+
+RowsRead<NamedClient> ClientsOfYear(Connection *cnn, int year)
+{
+    return ReadRows(
+        cnn,
+        Sql("Select FBT_Info.Code_no, Name from FBT_Info Join (Select Code_No from FBT_AddInfo Where Tyear=", year,
+            " Union Select Code_No from FBT_Detail Where Tyear=", year,
+            " Union Select Code_No from FBT_Challan Where t_year=", year,
+            ") as Working on FBT_Info.Code_no=Working.Code_No Order by Name, FBT_Info.Code_no"),
+        namedClient);
 }
 
 std::optional<bool> HasNatureDetails(Connection *cnn, const QString &code, int natId)

@@ -72,6 +72,9 @@ struct NamedClient
 /// All clients in the order of their names.
 FBT_OFFERED RowsRead<NamedClient> ClientNames(Connection *cnn);
 
+/// Those that have additional information, an expense or a payment in an assessment year.
+FBT_OFFERED RowsRead<NamedClient> ClientsOfYear(Connection *cnn, int year);
+
 /// Whether an expense or a salary of any year was entered for a nature of the client. Without a value after a fault.
 FBT_OFFERED std::optional<bool> HasNatureDetails(Connection *cnn, const QString &code, int natId);
 

@@ -56,7 +56,8 @@ ScheduledPayment paymentIn(const Recordset &row)
             text(u"BankBSR"),
             DateFromText(text(u"ChDt")),
             text(u"ChNo"),
-            row.Fields(u"ChAmt").num()};
+            row.Fields(u"ChAmt").num(),
+            row.Fields(u"SrNo").whole()};
 }
 
 RowsRead<ScheduledPayment> schedule(Connection *cnn, const ClientYear &client, const SqlText &rest)

@@ -24,6 +24,7 @@ struct ScheduledPayment
     QDate date; ///< invalid for none
     QString challanNo;
     double amount = 0; ///< rupees
+    int number = 0;    ///< counts in client, year and quarter
 
     /// Bank and branch with a comma between them, as far as they are known.
     [[nodiscard]] FBT_OFFERED QString bankAndBranch() const;

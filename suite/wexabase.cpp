@@ -3,12 +3,12 @@
 #include "platform/dates.h"
 #include "platform/text.h"
 #include "records/clientcode.h"
+#include "records/statelist.h"
 #include "suite/clientinfo/frmaddinfo.h"
 #include "suite/clientinfo/frmbankmas.h"
 #include "suite/clientinfo/frmretreg.h"
 #include "suite/clientinfo/suitereports.h"
 #include "suite/datacare/datacare.h"
-#include "suite/statelist.h"
 
 #include <QApplication>
 #include <QComboBox>

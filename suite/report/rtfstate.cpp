@@ -1,5 +1,7 @@
 #include "suite/report/rtfstate.h"
 
+#include "platform/windows1252.h"
+
 #include <algorithm>
 #include <array>
 #include <string_view>

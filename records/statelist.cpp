@@ -1,4 +1,4 @@
-#include "suite/statelist.h"
+#include "records/statelist.h"
 
 #include <QFile>
 

@@ -1,0 +1,118 @@
+#pragma once
+
+#include "platform/windows1252.h"
+
+#include <QByteArray>
+#include <QString>
+
+/// How the files for the department are made: one element, or one tag that opens or closes it, on a line; lines end in
+/// CR LF, blanks indent them, and the text is Windows-1252 whatever the file declares. Values go out as they are: neither
+/// cut nor escaped.
+class FileText
+{
+public:
+    /// @param prefix of all elements that do not name one of their own
+    explicit FileText(QString prefix = {})
+        : m_prefix(std::move(prefix))
+    {
+    }
+
+    void line(const QString &text, int indent = 0)
+    {
+        m_bytes += QByteArray(indent, ' ') + Windows1252Bytes(text) + "\r\n";
+    }
+    void open(const char *name, int indent) { line(u'<' + nameOf(name) + u'>', indent); }
+    void close(const char *name, int indent) { line(QStringLiteral("</") + nameOf(name) + u'>', indent); }
+    void value(const char *name, const QString &content, int indent)
+    {
+        line(u'<' + nameOf(name) + u'>' + content + QStringLiteral("</") + nameOf(name) + u'>', indent);
+    }
+    [[nodiscard]] const QByteArray &bytes() const { return m_bytes; }
+
+private:
+    [[nodiscard]] QString nameOf(const char *name) const
+    {
+        const QString own = QString::fromLatin1(name);
+        return own.contains(u':') ? own : m_prefix + own;
+    }
+
+    QString m_prefix;
+    QByteArray m_bytes;
+};
+
+enum class ElementKind { Open, Close, Value, Rows };
+
+/// One line of a form, made from `Data`.
+template<class Data>
+struct Element
+{
+    using Content = QString (*)(const Data &);
+    using Condition = bool (*)(const Data &);
+    using Lines = void (*)(FileText &, const Data &);
+
+    int indent;
+    const char *name;
+    ElementKind kind;
+    Condition condition = nullptr; ///< when the line is written; always without one
+    Content content = nullptr;     ///< of a value that depends on the data
+    const char *fixed = "";        ///< of one that does not
+    Lines rows = nullptr;          ///< writes the lines of other tables that stand here
+
+    void write(FileText &file, const Data &data) const
+    {
+        if (condition != nullptr && !condition(data))
+            return;
+        switch (kind) {
+        case ElementKind::Open:
+            file.open(name, indent);
+            break;
+        case ElementKind::Close:
+            file.close(name, indent);
+            break;
+        case ElementKind::Value:
+            file.value(name, content != nullptr ? content(data) : QString::fromLatin1(fixed), indent);
+            break;
+        case ElementKind::Rows:
+            rows(file, data);
+            break;
+        }
+    }
+};
+
+/// The words in which the table of a form is written down.
+template<class Data>
+struct FormTable
+{
+    using Line = Element<Data>;
+
+    static constexpr Line open(int indent, const char *name, typename Line::Condition condition = nullptr)
+    {
+        return {indent, name, ElementKind::Open, condition};
+    }
+    static constexpr Line close(int indent, const char *name, typename Line::Condition condition = nullptr)
+    {
+        return {indent, name, ElementKind::Close, condition};
+    }
+    static constexpr Line value(int indent, const char *name, typename Line::Content content,
+                                typename Line::Condition condition = nullptr)
+    {
+        return {indent, name, ElementKind::Value, condition, content};
+    }
+    static constexpr Line fixed(int indent, const char *name, const char *text,
+                                typename Line::Condition condition = nullptr)
+    {
+        return {indent, name, ElementKind::Value, condition, nullptr, text};
+    }
+    static constexpr Line rows(typename Line::Lines lines)
+    {
+        return {0, "", ElementKind::Rows, nullptr, nullptr, "", lines};
+    }
+};
+
+/// Writes the lines of a table in their order.
+template<class Table, class Data>
+void WriteElements(FileText &file, const Table &elements, const Data &data)
+{
+    for (const Element<Data> &element : elements)
+        element.write(file, data);
+}

@@ -1,0 +1,63 @@
+#include "efile/errorlocator.h"
+
+namespace {
+
+/// The lists of a file, whose entries the user has in lists, too.
+struct List
+{
+    const char *entry;
+    const char *whole;
+    bool advance;
+    bool allPayments;
+};
+
+constexpr List lists[] = {
+    {"ITRForm:TaxPayment", "ITRForm:ScheduleFBT", false, true},
+    {"advance_FBT_detail", "advance_FBT_details", true, false},
+    {"FBT_SATax_detail", "FBT_SATax_details", false, false},
+    {"bankaccount", "bankaccounts", false, false},
+};
+
+} // namespace
+
+ErrorLocator::ErrorLocator(FileForm form)
+    : m_form(form)
+{
+}
+
+void ErrorLocator::take(const QString &line)
+{
+    constexpr int linesBeforeForm = 2; // of the later form: the declaration and the root
+    ++m_line;
+    m_path.take(line, m_form == FileForm::Form3B || m_line > linesBeforeForm);
+    countEntries(line);
+}
+
+void ErrorLocator::countEntries(const QString &line)
+{
+    const bool closes = line.trimmed().startsWith(QStringLiteral("</"));
+    for (const List &list : lists) {
+        if (m_path.element() == QLatin1String(list.whole)) {
+            m_list = {};
+            m_list.advance = !closes && list.advance;
+            m_list.allPayments = !closes && list.allPayments;
+        } else if (m_path.element() == QLatin1String(list.entry) && !closes) {
+            ++m_list.item;
+        }
+    }
+}
+
+LocatedError ErrorLocator::here() const
+{
+    LocatedError error;
+    error.element = m_path.element();
+    if (m_form == FileForm::Itr8)
+        error.element.remove(QStringLiteral("ITRForm:"));
+    error.path = m_path.path();
+    error.source = SourceOfError(m_form, error.path);
+    if (const auto at = PlaceOfElement(error.element, error.path)) {
+        error.place = m_list;
+        error.place->at = *at;
+    }
+    return error;
+}

@@ -1,0 +1,168 @@
+#include "efile/frmchkret.h"
+#include "ui_frmchkret.h"
+
+#include "calc/clientyear.h"
+#include "context/errortail.h"
+#include "context/modbase.h"
+#include "controls/yearcombo.h"
+#include "efile/frmeflvalid.h"
+#include "efile/returnfile.h"
+#include "platform/dates.h"
+
+namespace {
+
+constexpr int escapeKey = 27;
+constexpr int enterKey = 13;
+constexpr int firstFigure = 2; // the columns from here on are numbers
+
+} // namespace
+
+frmchkret::frmchkret(QWidget *parent)
+    : Screen(QStringLiteral("frmchkret"), parent)
+    , ui(std::make_unique<Ui::frmchkret>())
+{
+    ui->setupUi(this);
+    ui->vsf->setCaptions(CheckCaptions());
+    for (int col = firstFigure; col < ui->vsf->Cols(); ++col)
+        ui->vsf->setColAlignment(col, Qt::AlignRight | Qt::AlignVCenter);
+    ui->vsf->setSortByHeader(true);
+    ui->vsf->setStretchCol(1);
+    ui->progress->hide();
+    ui->cmdcancel->setEnabled(false);
+    connect(ui->cmdcheck, &QPushButton::clicked, this, &frmchkret::CMDCHECK_CLICK);
+    connect(ui->cmdcancel, &QPushButton::clicked, this, &frmchkret::CMDCANCEL_CLICK);
+    connect(ui->cmderrors, &QPushButton::clicked, this, &frmchkret::CMDERRORS_CLICK);
+    connect(ui->cmdback, &QPushButton::clicked, this, [this] { Unload(); });
+    connect(ui->vsf, &Grid::dblClick, this, &frmchkret::CMDERRORS_CLICK);
+    connect(ui->vsf, &Grid::keyPress, this, [this](int ascii) {
+        if (ascii == enterKey)
+            CMDERRORS_CLICK();
+    });
+    connect(&m_turn, &QTimer::timeout, this, &frmchkret::checkNext);
+}
+
+frmchkret::~frmchkret() = default;
+
+void frmchkret::FORM_LOAD()
+{
+    ErrorTail tail(this);
+    Base->Resize_For_Resolution(this);
+    LoadYears(ui->cboyear, Base->TYear == 0 ? lastTaxedYear : Base->TYear);
+}
+
+bool frmchkret::FORM_KEYPRESS(int asciiKey)
+{
+    if (asciiKey != escapeKey || !isRunning())
+        return Screen::FORM_KEYPRESS(asciiKey);
+    CMDCANCEL_CLICK();
+    return true;
+}
+
+void frmchkret::CMDCHECK_CLICK()
+{
+    ErrorTail tail(this);
+    m_year = ui->cboyear->currentData().toInt();
+    if (m_year > lastTaxedYear) {
+        MsgBox(this, QStringLiteral("E-filing Rules have not been notified for A.Y. 2010-11."), Buttons::Ok,
+               Icon::Information);
+        return;
+    }
+    const RowsRead<NamedClient> clients = ClientsOfYear(Cnn, m_year);
+    noteReading(QStringLiteral("clients"), !clients.failed());
+    m_clients = *clients;
+    m_next = 0;
+    m_wrong = 0;
+    ui->vsf->clearBody();
+    ui->lblresult->clear();
+    ui->progress->setRange(0, std::max(1, static_cast<int>(m_clients.size())));
+    ui->progress->setValue(0);
+    ui->progress->show();
+    ui->cmdcheck->setEnabled(false);
+    ui->cmdcancel->setEnabled(true);
+    m_turn.start(0);
+}
+
+void frmchkret::checkNext()
+{
+    ErrorTail tail(this);
+    if (m_next >= m_clients.size()) {
+        endRun(QStringLiteral("%1 returns, %2 of them with errors.").arg(m_clients.size()).arg(m_wrong));
+        return;
+    }
+    const CheckedReturn checked = CheckReturn(m_clients[m_next], m_year, scratchFile());
+    const int row = ui->vsf->AddItem(CheckCells(checked));
+    ui->vsf->setRowData(row, static_cast<int>(m_next));
+    showChecked(row, checked);
+    m_wrong += checked.isRight() ? 0 : 1;
+    ui->progress->setValue(static_cast<int>(++m_next));
+}
+
+void frmchkret::showChecked(int row, const CheckedReturn &checked)
+{
+    const QStringList cells = CheckCells(checked);
+    for (int col = 0; col < cells.size(); ++col)
+        ui->vsf->setTextMatrix(row, col, cells[col]);
+    ui->vsf->setRowColor(row, checked.isRight() ? QColor() : QColor(Qt::red));
+}
+
+void frmchkret::CMDCANCEL_CLICK()
+{
+    if (isRunning())
+        endRun(QStringLiteral("Cancelled after %1 of %2 returns, %3 of them with errors.")
+                   .arg(m_next)
+                   .arg(m_clients.size())
+                   .arg(m_wrong));
+}
+
+void frmchkret::endRun(const QString &result)
+{
+    m_turn.stop();
+    ui->progress->hide();
+    ui->cmdcancel->setEnabled(false);
+    ui->cmdcheck->setEnabled(true);
+    ui->lblresult->setText(result);
+}
+
+void frmchkret::CMDERRORS_CLICK()
+{
+    ErrorTail tail(this);
+    if (!ui->vsf->hasDataRow())
+        return;
+    const bool running = isRunning();
+    m_turn.stop();
+    const int row = ui->vsf->Row();
+    const NamedClient client = m_clients[static_cast<std::size_t>(ui->vsf->RowData(row).toInt())];
+    showErrorsOf(client);
+    showChecked(row, CheckReturn(client, m_year, scratchFile()));
+    if (running)
+        m_turn.start(0);
+}
+
+/// The client is in hand while the errors are shown: the screens of the values work on it.
+void frmchkret::showErrorsOf(const NamedClient &client)
+{
+    const ClientYearKeeper inHand;
+    if (!CheckReturn(client, m_year, scratchFile()).refused.isEmpty() || !TakeClientYear(client.code, m_year) ||
+        !TakeEmployeesOfYear()) {
+        MsgBox(this, QStringLiteral("The return could not be written."), Buttons::Ok, Icon::Exclamation);
+        return;
+    }
+    Base->Cap = QStringLiteral(" of %1 for the Assessment Year %2").arg(client.name, LongYearLabel(m_year));
+    const ValidationTask task = ValidationOf(m_year);
+    frmeflvalid screen(this);
+    screen.setWriteAgain([&] {
+        return TakeClientYear(QString(client.code), m_year) && TakeEmployeesOfYear() &&
+               CheckReturn(client, m_year, scratchFile()).refused.isEmpty();
+    });
+    screen.Load();
+    if (screen.VALIDFILE(task.xsd, scratchFile(), task.form) != Validation::Errors) {
+        MsgBox(this, QStringLiteral("The return has no errors."), Buttons::Ok, Icon::Information);
+        return;
+    }
+    screen.showModal();
+    if (!screen.wantedField().isEmpty())
+        MsgBox(this,
+               QStringLiteral("This value is typed where the return is made: FBT Details of the client, e-Return "
+                              "Filing."),
+               Buttons::Ok, Icon::Information);
+}

@@ -1,0 +1,452 @@
+#include "efile/frmeflvalid.h"
+#include "ui_frmeflvalid.h"
+
+#include "context/errortail.h"
+#include "context/modbase.h"
+#include "efile/errorlocator.h"
+#include "efile/errorreport.h"
+#include "efile/myvalidtor.h"
+#include "efile/returnschemas.h"
+#include "efile/specialcharacters.h"
+#include "platform/windows1252.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QFile>
+#include <QMultiHash>
+#include <QStyledItemDelegate>
+
+namespace {
+
+constexpr int escapeKey = 27;
+constexpr int enterKey = 13;
+
+enum FileColumn { Flag, Number, Line };
+enum CharacterColumn { Character, ReplaceWith };
+
+constexpr const char *captions[] = {"Sr. No.", "Variable Name", "Name of Head", "Error No.", "Error Description",
+                                    "Root",    "Line No.",      "Column No.",   ""};
+
+/// Draws the number of a line with an error white on red.
+class LineNumberDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        if (index.siblingAtColumn(Flag).data().toString() != u"1")
+            return;
+        option->backgroundBrush = Qt::red;
+        option->palette.setColor(QPalette::Text, Qt::white);
+        option->font.setBold(true);
+    }
+};
+
+/// The hourglass, as long as this lives.
+class Busy
+{
+public:
+    Busy() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~Busy() { QApplication::restoreOverrideCursor(); }
+    Busy(const Busy &) = delete;
+    Busy &operator=(const Busy &) = delete;
+};
+
+QString listPath()
+{
+    return Base->AppPath + QStringLiteral("/SpChList");
+}
+
+QString withoutLineEnd(QByteArray line)
+{
+    while (line.endsWith('\n') || line.endsWith('\r'))
+        line.chop(1);
+    return Windows1252Text(line);
+}
+
+} // namespace
+
+frmeflvalid::frmeflvalid(QWidget *parent)
+    : Screen(QStringLiteral("frmeflvalid"), parent)
+    , ui(std::make_unique<Ui::frmeflvalid>())
+{
+    ui->setupUi(this);
+    setUpGrids();
+    connectControls();
+    showFrame(ui->fam1, nullptr);
+}
+
+frmeflvalid::~frmeflvalid() = default;
+
+void frmeflvalid::setUpGrids()
+{
+    QStringList texts;
+    for (const char *caption : captions)
+        texts << QString::fromLatin1(caption);
+    ui->vsf->setCaptions(texts);
+    ui->vsf->setColHidden(Correct, true);
+    for (const int col : {int(SrNo), int(ErrorNo), int(LineNo), int(ColumnNo)})
+        ui->vsf->setColAlignment(col, Qt::AlignRight | Qt::AlignVCenter);
+    ui->vsf1->setCaptions({QStringLiteral("Character"), QStringLiteral("Replace with")});
+    ui->vsf1->setSelectionBehavior(QAbstractItemView::SelectItems);
+    ui->vsf1->setEditable([](int, int) { return true; });
+    ui->vsfv->setFixedRows(0);
+    ui->vsfv->setCols(Line + 1);
+    ui->vsfv->setColHidden(Flag, true);
+    ui->vsfv->setFont(QFont(QStringLiteral("Courier New")));
+    ui->vsfv->setItemDelegateForColumn(Number, new LineNumberDelegate(ui->vsfv));
+}
+
+void frmeflvalid::connectControls()
+{
+    const auto clicked = [this](QAbstractButton *button, void (frmeflvalid::*procedure)()) {
+        connect(button, &QAbstractButton::clicked, this, procedure);
+    };
+    clicked(ui->cmdgoto, &frmeflvalid::CMDGOTO_CLICK);
+    clicked(ui->cmdview, &frmeflvalid::CMDVIEW_CLICK);
+    clicked(ui->cmdnexterr, &frmeflvalid::CMDNEXTERR_CLICK);
+    clicked(ui->cmdpreverr, &frmeflvalid::CMDPREVERR_CLICK);
+    clicked(ui->cmdprev, &frmeflvalid::CMDPREVIEW_CLICK);
+    clicked(ui->cmdremspch, &frmeflvalid::CMDREMSPCH_CLICK);
+    clicked(ui->cmdadd, &frmeflvalid::CMDADD_CLICK);
+    clicked(ui->cmddel, &frmeflvalid::CMDDEL_CLICK);
+    clicked(ui->cmdok, &frmeflvalid::CMDOK_CLICK);
+    for (QAbstractButton *back : {ui->cmdback, ui->cmdcancel})
+        connect(back, &QAbstractButton::clicked, this, [this] { FORM_KEYPRESS(escapeKey); });
+    connect(ui->Command3, &QAbstractButton::clicked, this, [this] { Unload(); });
+    connect(ui->vsf, &Grid::rowColChange, this, &frmeflvalid::VSF_ROWCOLCHANGE);
+    connect(ui->vsf, &Grid::dblClick, this, &frmeflvalid::VSF_DBLCLICK);
+    connect(ui->vsf, &Grid::keyPress, this, &frmeflvalid::VSF_KEYPRESS);
+    for (int index = 0; index < shownErrorColumns; ++index)
+        connect(findChild<QCheckBox *>(QStringLiteral("Check1_%1").arg(index)), &QCheckBox::toggled, this,
+                [this, index] { CHECK1_CLICK(index); });
+}
+
+void frmeflvalid::FORM_LOAD()
+{
+    ErrorTail tail(this);
+    Base->Resize_For_Resolution(this);
+}
+
+void frmeflvalid::showFrame(QWidget *frame, QWidget *focus)
+{
+    for (QWidget *one : {ui->fam1, ui->famview, ui->fam2})
+        one->setVisible(one == frame);
+    if (focus != nullptr)
+        focus->setFocus();
+}
+
+bool frmeflvalid::FORM_KEYPRESS(int asciiKey)
+{
+    if (asciiKey != escapeKey)
+        return false;
+    if (!ui->famview->isHidden())
+        showFrame(ui->fam1, ui->vsf);
+    else if (!ui->fam2->isHidden())
+        showFrame(ui->fam1, ui->cmdremspch);
+    else
+        Unload();
+    return true;
+}
+
+bool frmeflvalid::FORM_KEYDOWN(int key, Qt::KeyboardModifiers /*modifiers*/)
+{
+    if (ui->famview->isHidden() || (key != Qt::Key_F7 && key != Qt::Key_F8))
+        return false;
+    key == Qt::Key_F8 ? CMDNEXTERR_CLICK() : CMDPREVERR_CLICK();
+    return true;
+}
+
+// --- validation ---
+
+FileForm frmeflvalid::fileForm() const
+{
+    return ValidForm.isEmpty() ? FileForm::Form3B : FileForm::Itr8;
+}
+
+std::vector<XmlSchema> frmeflvalid::schemas() const
+{
+    return fileForm() == FileForm::Form3B ? Form3BSchemas(ValidXsd) : Itr8Schemas(ValidXsd, Base->TYear);
+}
+
+int frmeflvalid::errorCount() const
+{
+    return ui->vsf->Rows() - ui->vsf->FixedRows();
+}
+
+void frmeflvalid::clearErrors()
+{
+    ui->vsfv->setRows(0);
+    ui->vsf->clearBody();
+    ui->lblerr->clear();
+    m_places.clear();
+    setChecks();
+}
+
+void frmeflvalid::setChecks()
+{
+    for (int index = 0; index < shownErrorColumns; ++index) {
+        const bool on = index == SrNo || index == VariableName || index == HeadName || index == Description;
+        findChild<QCheckBox *>(QStringLiteral("Check1_%1").arg(index))->setChecked(on);
+        CHECK1_CLICK(index);
+    }
+}
+
+Validation frmeflvalid::VALIDFILE(const QString &Xsd, const QString &FileName, const QString &Form)
+{
+    ErrorTail tail(this);
+    const Busy busy;
+    ValidXsd = Xsd;
+    ValidFileName = FileName;
+    ValidForm = Form;
+    m_last = Validation::Failed;
+    clearErrors();
+    ui->vsf->setRedraw(false);
+    ui->vsfv->setRedraw(false);
+    const bool ended = tail([this] {
+        MyValidtor validator(ui->vsf);
+        ValidateXml(ValidFileName, schemas(), validator);
+    });
+    if (errorCount() > 0) {
+        tail([this] { readFile(); });
+        markLines();
+        ui->vsf->setRow(ui->vsf->FixedRows());
+    }
+    ui->vsfv->setRedraw(true);
+    ui->vsf->setRedraw(true);
+    fitGrids();
+    if (ended)
+        m_last = errorCount() > 0 ? Validation::Errors : Validation::Valid;
+    return m_last;
+}
+
+void frmeflvalid::readFile()
+{
+    QFile file(ValidFileName);
+    if (!file.open(QIODevice::ReadOnly))
+        throw FaultError(FaultNumber::FileNotFound, QStringLiteral("%1 cannot be read.").arg(ValidFileName));
+    QMultiHash<int, int> rowsOfLine;
+    for (int row = ui->vsf->Rows() - 1; row >= ui->vsf->FixedRows(); --row)
+        rowsOfLine.insert(ui->vsf->TextMatrix(row, LineNo).toInt(), row);
+    ErrorLocator locator(fileForm());
+    for (int number = 1; !file.atEnd(); ++number) {
+        const QString line = withoutLineEnd(file.readLine());
+        ui->vsfv->AddItem({QStringLiteral("0"), QString::number(number), line});
+        locator.take(line);
+        for (const int row : rowsOfLine.values(number))
+            tellSource(row, locator.here());
+    }
+}
+
+/// Tells the part of the form and what is expected there, and keeps where it is typed.
+void frmeflvalid::tellSource(int row, const LocatedError &error)
+{
+    ui->vsf->setTextMatrix(row, VariableName, error.element);
+    ui->vsf->setTextMatrix(row, Root, error.path);
+    ui->vsf->setTextMatrix(row, HeadName, error.source.head);
+    ui->vsf->setTextMatrix(row, Correct, error.source.correct);
+    if (!error.place)
+        return;
+    m_places.push_back(*error.place);
+    ui->vsf->setRowData(row, static_cast<int>(m_places.size()));
+    const QString &expected = error.place->at.expected;
+    if (!expected.isEmpty())
+        ui->vsf->setTextMatrix(row, Description, ui->vsf->TextMatrix(row, Description) + u' ' + expected);
+}
+
+void frmeflvalid::markLines()
+{
+    for (int row = ui->vsf->FixedRows(); row < ui->vsf->Rows(); ++row) {
+        const int line = ui->vsf->TextMatrix(row, LineNo).toInt();
+        if (line > 0 && line <= ui->vsfv->Rows())
+            ui->vsfv->setTextMatrix(line - 1, Flag, QStringLiteral("1"));
+    }
+}
+
+void frmeflvalid::fitGrids()
+{
+    constexpr int widest = 520;
+    ui->vsfv->fitColumns();
+    ui->vsf->fitColumns();
+    for (int col = 0; col < shownErrorColumns; ++col)
+        ui->vsf->setColWidth(col, std::min(widest, ui->vsf->ColWidth(col)));
+}
+
+// --- the list ---
+
+void frmeflvalid::CHECK1_CLICK(int Index)
+{
+    ui->vsf->setColHidden(Index, !findChild<QCheckBox *>(QStringLiteral("Check1_%1").arg(Index))->isChecked());
+}
+
+void frmeflvalid::VSF_ROWCOLCHANGE()
+{
+    ui->lblerr->clear();
+    if (ui->vsf->hasDataRow())
+        ui->lblerr->setText(QStringLiteral("To Correct GoTo: ") + ui->vsf->TextMatrix(ui->vsf->Row(), Correct));
+}
+
+void frmeflvalid::VSF_KEYPRESS(int KeyAscii)
+{
+    if (KeyAscii == enterKey)
+        CMDGOTO_CLICK();
+}
+
+/// Takes the user to the screen of the value; afterwards the file is written and looked at anew.
+void frmeflvalid::CMDGOTO_CLICK()
+{
+    ErrorTail tail(this);
+    const int place = ui->vsf->hasDataRow() ? ui->vsf->RowData(ui->vsf->Row()).toInt() : 0;
+    if (place == 0) {
+        MsgBox(this, QStringLiteral("This value is not typed on any screen."), Buttons::Ok, Icon::Information);
+        return;
+    }
+    const ReturnPlace wanted = m_places[static_cast<std::size_t>(place) - 1];
+    if (wanted.at.screen == ReturnScreen::Return) {
+        m_wantedField = wanted.at.field;
+        Unload();
+        return;
+    }
+    if (!OpenerOfPlaces()) {
+        MsgBox(this, QStringLiteral("The screen of this value cannot be opened from here."), Buttons::Ok,
+               Icon::Information);
+        return;
+    }
+    OpenerOfPlaces()(wanted);
+    if (m_writeAgain)
+        validateAgain();
+}
+
+void frmeflvalid::validateAgain()
+{
+    if (!m_writeAgain()) {
+        MsgBox(this, QStringLiteral("The file could not be written again."), Buttons::Ok, Icon::Exclamation);
+        return;
+    }
+    VALIDFILE(ValidXsd, ValidFileName, ValidForm);
+    if (m_last != Validation::Valid) {
+        ui->vsf->setFocus();
+        return;
+    }
+    MsgBox(this, QStringLiteral("The file has no errors any more."), Buttons::Ok, Icon::Information);
+    Unload();
+}
+
+// --- the file ---
+
+void frmeflvalid::selectLine(int row)
+{
+    const bool inView = ui->vsfv->isRowInView(row);
+    ui->vsfv->setRow(row);
+    if (!inView)
+        ui->vsfv->showAtTop(row);
+}
+
+void frmeflvalid::VSF_DBLCLICK()
+{
+    const int line = ui->vsf->TextMatrix(ui->vsf->Row(), LineNo).toInt();
+    if (line < 1 || line > ui->vsfv->Rows())
+        return;
+    showFrame(ui->famview, ui->vsfv);
+    selectLine(line - 1);
+}
+
+void frmeflvalid::CMDVIEW_CLICK()
+{
+    showFrame(ui->famview, ui->vsfv);
+    selectLine(0);
+}
+
+bool frmeflvalid::isMarked(int row) const
+{
+    return ui->vsfv->TextMatrix(row, Flag) == u"1";
+}
+
+void frmeflvalid::CMDNEXTERR_CLICK()
+{
+    const int next = ui->vsfv->FindRow(QStringLiteral("1"), ui->vsfv->Row() + 1, Flag);
+    if (next >= 0 && next != ui->vsfv->Row())
+        selectLine(next);
+    else
+        MsgBox(this, QStringLiteral("No More Error."));
+}
+
+void frmeflvalid::CMDPREVERR_CLICK()
+{
+    int before = ui->vsfv->Row() - 1;
+    while (before >= 0 && !isMarked(before))
+        --before;
+    if (before >= 0)
+        selectLine(before);
+    else
+        MsgBox(this, QStringLiteral("No Previous Error."));
+}
+
+// --- the report ---
+
+void frmeflvalid::CMDPREVIEW_CLICK()
+{
+    ErrorTail tail(this);
+    tail([this] {
+        Reporter->WinModeReport = true;
+        Reporter->NewReport();
+        ERRORREPORT();
+        Reporter->ShowReport();
+    });
+}
+
+void frmeflvalid::ERRORREPORT()
+{
+    WriteErrorReport(*Reporter, *ui->vsf);
+}
+
+// --- special characters ---
+
+void frmeflvalid::CMDREMSPCH_CLICK()
+{
+    ErrorTail tail(this);
+    ui->vsf1->clearBody();
+    for (const Replacement &one : LoadReplacements(listPath()))
+        ui->vsf1->AddItem({one.character, one.with});
+    ui->vsf1->fitColumns();
+    showFrame(ui->fam2, ui->cmdok);
+}
+
+void frmeflvalid::CMDADD_CLICK()
+{
+    ui->vsf1->setFocus();
+    ui->vsf1->setCell(ui->vsf1->AddItem({QString(), QString()}), Character);
+    ui->vsf1->EditCell();
+}
+
+void frmeflvalid::CMDDEL_CLICK()
+{
+    if (ui->vsf1->hasDataRow())
+        ui->vsf1->RemoveItem(ui->vsf1->Row());
+}
+
+void frmeflvalid::CMDOK_CLICK()
+{
+    ErrorTail tail(this);
+    if (!ui->vsf1->finishEdit())
+        return;
+    std::vector<Replacement> replacements;
+    for (int row = ui->vsf1->FixedRows(); row < ui->vsf1->Rows(); ++row)
+        replacements.push_back({ui->vsf1->TextMatrix(row, Character), ui->vsf1->TextMatrix(row, ReplaceWith)});
+    if (!replacements.empty() &&
+        MsgBox(this,
+               QStringLiteral("This will change the Characters in XML File only, not in the Original Data in the "
+                              "Software. Do you want to Proceed?"),
+               Buttons::YesNo, Icon::Question) != Reply::Yes)
+        return;
+    const bool kept = SaveReplacements(listPath(), replacements);
+    const bool replaced = replacements.empty() || ReplaceInFile(ValidFileName, replacements);
+    FORM_KEYPRESS(escapeKey);
+    if (!kept || !replaced)
+        MsgBox(this, QStringLiteral("The characters could not be replaced."), Buttons::Ok, Icon::Exclamation);
+    else if (!replacements.empty())
+        VALIDFILE(ValidXsd, ValidFileName, ValidForm);
+}

@@ -1,0 +1,179 @@
+#include "frame/returnplaces.h"
+
+#include "context/modbase.h"
+#include "controls/grid.h"
+#include "efile/filedreturn.h"
+#include "entry/frmfbtdet.h"
+#include "host/siblings.h"
+#include "masters/frmclinfo.h"
+#include "payments/challan.h"
+#include "records/addinfo.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QMainWindow>
+#include <QTimer>
+
+namespace {
+
+/// Does something on the screen that is opened next and waits for the user, once it is up.
+void onNextModal(const std::function<void(Screen &)> &act)
+{
+    QTimer::singleShot(0, MdiForm, [act] {
+        const QList<Screen *> modals = Screen::modalScreens();
+        if (!modals.isEmpty())
+            act(*modals.last());
+    });
+}
+
+/// What would leave the client, or open a screen behind the one that waits.
+void lock(const Screen &screen, std::initializer_list<const char *> controls)
+{
+    for (const char *name : controls) {
+        if (auto *control = screen.findChild<QWidget *>(QString::fromLatin1(name)))
+            control->setEnabled(false);
+    }
+}
+
+void press(const Screen &screen, const char *name)
+{
+    auto *button = screen.findChild<QAbstractButton *>(QString::fromLatin1(name));
+    if (button != nullptr && button->isEnabled())
+        button->click();
+}
+
+void focus(const Screen &screen, const QString &field)
+{
+    if (auto *control = screen.findChild<QWidget *>(field))
+        control->setFocus(Qt::OtherFocusReason);
+}
+
+/// The client's own row, which is the current one of the list.
+void openClient(const QString &field)
+{
+    frmclinfo screen(MdiForm);
+    onNextModal([field](Screen &up) {
+        lock(up, {"cmdadd", "cmddelete"});
+        press(up, "cmdmodify");
+        lock(up, {"txtfields_0", "cmdimpcl"});
+        focus(up, field);
+    });
+    screen.showModal();
+}
+
+/// A year that has no additional information yet gets what is carried forward, as when it is entered.
+void openAddInfo(const std::function<void(Screen &)> &act)
+{
+    const ClientYear client{Base->code, Base->TYear};
+    if (OpenAddInfoYear(Cnn, client).failed())
+        return;
+    onNextModal(act);
+    if (client.year < firstYearOfItr8)
+        Base->ShowAddInfo();
+    else
+        Base->ShowAddInfo1();
+}
+
+void openMiscInf(const QString &field)
+{
+    const std::unique_ptr<SuiteObject> made = CreateObject(QStringLiteral("WexaMiscInf.ClsMain"));
+    auto *miscInf = dynamic_cast<MiscInfObject *>(made.get());
+    if (miscInf == nullptr) {
+        MsgBox(MdiForm, QStringLiteral("The screen of the miscellaneous information is not installed."));
+        return;
+    }
+    onNextModal([field](Screen &up) {
+        auto *client = up.findChild<QComboBox *>(QStringLiteral("cboclient"));
+        auto *year = up.findChild<QComboBox *>(QStringLiteral("cboyear"));
+        if (client == nullptr || year == nullptr)
+            return;
+        client->setCurrentIndex(client->findData(Base->code));
+        year->setCurrentIndex(year->findData(Base->TYear));
+        emit client->activated(client->currentIndex());
+        focus(up, field);
+    });
+    miscInf->InitMe(Base->AppPath, Cnn, QStringLiteral("FBTLogger.log"), Base->vScreenRatX, Base->vScreenRatY,
+                    Base->vScreenRatFS);
+    miscInf->ObjMain();
+}
+
+/// The row of the list of accounts: the one that the file tells of, which the later form takes from the default account.
+int rowOfAccount(int item)
+{
+    if (item > 0)
+        return item;
+    const RowsRead<BankAccount> accounts = BankAccounts(Cnn, {Base->code, Base->TYear});
+    const auto found =
+        std::find_if(accounts->begin(), accounts->end(), [](const BankAccount &account) { return account.isDefault; });
+    return found == accounts->end() ? 0 : static_cast<int>(found - accounts->begin()) + 1;
+}
+
+void editAccount(const Screen &screen, const ReturnPlace &place)
+{
+    const int row = rowOfAccount(place.item);
+    if (auto *list = screen.findChild<Grid *>(QStringLiteral("vsf")); list != nullptr && row > 0)
+        list->setRow(row);
+    press(screen, row > 0 ? "cmdmodify" : "cmdadd");
+    focus(screen, place.at.field);
+}
+
+void openBanks(const ReturnPlace &place)
+{
+    openAddInfo([place](Screen &up) {
+        onNextModal([place](Screen &banks) { editAccount(banks, place); });
+        press(up, "cmdbank");
+    });
+}
+
+void openChallans(const ReturnPlace &place)
+{
+    Challan screen(MdiForm);
+    screen.Load();
+    const auto payment = PaymentOfFile({Base->code, Base->TYear}, place.advance, place.allPayments, place.item);
+    if (payment)
+        screen.showChallanOf(payment->quarter, payment->number);
+    onNextModal([payment, place](Screen &up) {
+        if (payment)
+            press(up, "cmdmodify");
+        focus(up, place.at.field);
+    });
+    screen.showModal();
+}
+
+void openExpenses()
+{
+    frmfbtdet screen(MdiForm);
+    onNextModal([](Screen &up) { lock(up, {"cmdchallan", "Command2", "cmdret", "cmdefl"}); });
+    screen.showModal();
+    if (auto *below = Screen::opened<frmfbtdet>())
+        below->reload();
+}
+
+} // namespace
+
+void OpenReturnPlace(const ReturnPlace &place)
+{
+    const QString field = place.at.field;
+    switch (place.at.screen) {
+    case ReturnScreen::Client:
+        openClient(field);
+        break;
+    case ReturnScreen::AddInfo:
+        openAddInfo([field](Screen &up) { focus(up, field); });
+        break;
+    case ReturnScreen::MiscInf:
+        openMiscInf(field);
+        break;
+    case ReturnScreen::Banks:
+        openBanks(place);
+        break;
+    case ReturnScreen::Challans:
+        openChallans(place);
+        break;
+    case ReturnScreen::Expenses:
+        openExpenses();
+        break;
+    case ReturnScreen::Return: // the caller has it
+        break;
+    }
+}
