@@ -221,7 +221,10 @@ void Challan::LOADDATA()
 
 void Challan::showChallanOf(int quarter, int srNo)
 {
-    m_list->select(quarter, srNo);
+    ChallanRecord wanted;
+    wanted.quarter = quarter;
+    wanted.srNo = srNo;
+    m_list->select(wanted);
     LOADDATA();
 }
 

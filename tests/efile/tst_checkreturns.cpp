@@ -1,0 +1,127 @@
+#include "calc/clientyear.h"
+#include "calc/returnform.h"
+#include "db/updater.h"
+#include "efile/checkreturns.h"
+#include "efile/filedreturn.h"
+#include "efile/itr8.h"
+#include "records/banks.h"
+#include "records/challans.h"
+#include "tests/support/employer.h"
+#include "tests/support/testmodule.h"
+
+#include <QFile>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+/// The returns of clients as their rows in the database make them.
+class TestCheckReturns : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { m_server = std::make_unique<TestServer>(); }
+    void init()
+    {
+        m_module = std::make_unique<TestModule>(*m_server);
+        QVERIFY(UpdateDatabase(Cnn));
+        QVERIFY(QFile::link(QStringLiteral(FBT_SOURCE "/Data"), Base->AppPath + u"/Data"_s));
+        employer(*Cnn, u"A1"_s).name(u"ALPHA"_s).status(16).natures({1}).expense(2008, 1, 1, 3, 10000);
+        employer(*Cnn, u"B1"_s).name(u"BETA"_s).status(16).natures({1}).expense(2007, 1, 1, 3, 10000);
+    }
+    void cleanup() { m_module.reset(); }
+
+    /// The check takes the payments as they are; the return screen takes them from the schedule that it made. Both give one
+    /// file.
+    void bothSourcesOfPaymentsGiveOneFile()
+    {
+        const auto bank = SaveBank(Cnn, {0, u" STATE BANK "_s, u"FORT"_s, u"0001234"_s}, true);
+        QVERIFY(bank);
+        const struct
+        {
+            int quarter;
+            const char *type;
+            const char *date;
+            int bank;
+        } challans[] = {{4, advanceTax, "15/03/2008", *bank},
+                        {1, advanceTax, "15/06/2007", 0},
+                        {0, "Self Assessment Tax (300)", "", *bank},
+                        {2, advanceTax, "15/06/2007", *bank},
+                        {0, "Tax on Regular Assessment (400)", "01/09/2008", 77},
+                        {1, advanceTax, "15/06/2007", *bank}};
+        int number = 0;
+        for (const auto &row : challans) {
+            ChallanRecord challan;
+            challan.quarter = row.quarter;
+            challan.payType = QString::fromLatin1(row.type);
+            challan.date = QString::fromLatin1(row.date);
+            challan.bank = row.bank;
+            challan.challanNo = QString::number(++number);
+            challan.TotAmt = 100.5 * number;
+            QVERIFY(AddChallan(Cnn, m_alpha, challan));
+        }
+        QVERIFY(TakeClientYear(m_alpha.code, m_alpha.year) && TakeEmployeesOfYear());
+        QVERIFY(RebuildPaymentSchedule(Cnn, m_alpha));
+        const ReturnForm form = ReturnFormOfToday();
+        const QByteArray bySchedule = Itr8File(FileOf(form, PaymentSource::Schedule));
+        QCOMPARE(Itr8File(FileOf(form, PaymentSource::Challans)), bySchedule);
+        // By date and quarter, advance tax first; the one without a date before the other.
+        QStringList numbers;
+        for (const QByteArray &line : bySchedule.split('\n')) {
+            if (line.contains("SrlNoOfChaln"))
+                numbers << QString::fromLatin1(line.trimmed().mid(22, 1));
+        }
+        QCOMPARE(numbers.join(u' '), u"2 6 4 1 3 5"_s);
+        QCOMPARE(PaymentOfFile(m_alpha, false, true, 5)->challanNo, u"3"_s);
+        QCOMPARE(PaymentOfFile(m_alpha, true, false, 3)->challanNo, u"4"_s);
+        QVERIFY(!PaymentOfFile(m_alpha, false, false, 3));
+    }
+
+    void theClientsOfAYearAreCheckedAndNothingIsWritten()
+    {
+        const QStringList before = m_module->rows(u"Show Tables"_s);
+        Base->code = u"B1"_s;
+        Base->TYear = 2007;
+        std::vector<CheckedReturn> checked;
+        const RowsRead<NamedClient> clients = ClientsOfYear(Cnn, 2008);
+        QCOMPARE(clients->size(), 1U);
+        CheckReturns(*clients, 2008, [&](const CheckedReturn &one) {
+            checked.push_back(one);
+            return true;
+        });
+        QCOMPARE(checked.size(), 1U);
+        QCOMPARE(checked[0].name, u"ALPHA"_s);
+        QVERIFY(checked[0].refused.isEmpty());
+        QVERIFY(!checked[0].isRight());
+        QVERIFY(std::any_of(checked[0].errors.begin(), checked[0].errors.end(), [](const CheckedError &error) {
+            return error.element == u"PAN" && error.screen == u"Employer Details" &&
+                   error.description.endsWith(u"one letter");
+        }));
+        QVERIFY(checked[0].tax > 0);
+        QCOMPARE(Base->code, u"B1"_s);
+        QCOMPARE(m_module->rows(u"Show Tables"_s), before);
+    }
+
+    /// What could not be read is no return without payments.
+    void whatCannotBeReadIsNotFiled()
+    {
+        QVERIFY(Cnn->Execute("Drop Table FBT_Challan"));
+        const CheckedReturn checked = CheckReturn({u"A1"_s, u"ALPHA"_s}, 2008, Base->AppPath + u"/return.xml"_s);
+        QVERIFY(checked.refused.contains(u"challans"));
+        QVERIFY(!QFile::exists(Base->AppPath + u"/return.xml"_s));
+    }
+
+    void statesHaveTheirNumbers()
+    {
+        QCOMPARE(GETSTATECODE(u" Maharashtra "_s), u"19"_s);
+        QCOMPARE(GETSTATECODE(u"MAHARASTRA"_s), QString());
+    }
+
+private:
+    std::unique_ptr<TestServer> m_server;
+    std::unique_ptr<TestModule> m_module;
+    const ClientYear m_alpha{u"A1"_s, 2008};
+};
+
+QTEST_MAIN(TestCheckReturns)
+#include "tst_checkreturns.moc"
