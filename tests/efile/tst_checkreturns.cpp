@@ -94,8 +94,8 @@ private slots:
         QVERIFY(checked[0].refused.isEmpty());
         QVERIFY(!checked[0].isRight());
         QVERIFY(std::any_of(checked[0].errors.begin(), checked[0].errors.end(), [](const CheckedError &error) {
-            return error.element == u"PAN" && error.screen == u"Employer Details" &&
-                   error.description.endsWith(u"one letter");
+            return error.element == u"PinCode" && error.screen == u"Employer Details" &&
+                   error.description.endsWith(u"Pin Code: six digits");
         }));
         QVERIFY(checked[0].tax > 0);
         QCOMPARE(Base->code, u"B1"_s);

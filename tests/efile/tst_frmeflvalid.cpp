@@ -112,22 +112,22 @@ private slots:
     void charactersAreReplacedAndTheFileIsValid()
     {
         FiledReturn filed = leanForm3B();
-        filed.form.ClName = u"A & B"_s;
+        filed.form.ClName = u"A & B%"_s;
         QCOMPARE(validate(filed), Validation::Errors);
         m_user->sitAt(m_screen);
         m_user->click(u"cmdremspch"_s);
         m_user->click(u"cmdadd"_s);
-        m_user->keys(u"B\r"_s); // nothing in its place: it goes
+        m_user->keys(u"%\r"_s); // nothing in its place: it goes
         m_user->answers({Reply::Yes});
         m_user->click(u"cmdok"_s);
         QCOMPARE(m_user->said().size(), 1);
         QCOMPARE(m_screen->lastValidation(), Validation::Valid);
         QFile file(m_path);
         QVERIFY(file.open(QIODevice::ReadOnly));
-        QVERIFY(file.readAll().contains("<name>A AND </name>"));
+        QVERIFY(file.readAll().contains("<name>A AND B</name>"));
         QFile list(Base->AppPath + u"/SpChList"_s);
         QVERIFY(list.open(QIODevice::ReadOnly));
-        QCOMPARE(list.readAll(), "&\tAND\nB\t\n");
+        QCOMPARE(list.readAll(), "&\tAND\n%\t\n");
     }
 
     /// 10,000 errors and a file of 20 MB are listed and shown.

@@ -185,8 +185,8 @@ private slots:
         put(m_scratch.filePath(u"return.xml"_s), Form3BFile(leanForm3B()));
         Collector collector;
         for (const QString &schema : {wrong, m_scratch.filePath(u"none.xsd"_s)})
-            QVERIFY_EXCEPTION_THROWN(ValidateXml(m_scratch.filePath(u"return.xml"_s), Form3BSchemas(schema), collector),
-                                     FaultError);
+            QVERIFY_THROWS_EXCEPTION(
+                FaultError, ValidateXml(m_scratch.filePath(u"return.xml"_s), Form3BSchemas(schema), collector));
     }
 
 private:
