@@ -125,12 +125,7 @@ void frmfbtdet::connectButtons()
     clicked(ui->cmdaddinfo, &frmfbtdet::CMDADDINFO_CLICK);
     clicked(ui->cmdconexp, &frmfbtdet::CMDCONEXP_CLICK);
     clicked(ui->cmdefl, &frmfbtdet::CMDEFL_CLICK);
-    connect(ui->cmdret, &QAbstractButton::clicked, this, [this] {
-        frmretfrm screen(MdiForm);
-        screen.Load();
-        screen.LOADPRNGRID(ReturnFormOf(client().year));
-        screen.showModal();
-    });
+    connect(ui->cmdret, &QAbstractButton::clicked, this, [this] { showReturn(&frmretfrm::LOADPRNGRID); });
     connect(ui->cmdchallan, &QAbstractButton::clicked, this, [] { openOnce<Challan>(MdiForm); });
     connect(ui->Command2, &QAbstractButton::clicked, this, [] { openOnce<frmfbtrep>(MdiForm); });
     connect(ui->cboquarter, &QComboBox::currentIndexChanged, this, &frmfbtdet::CBOQUARTER_CLICK);
@@ -518,7 +513,16 @@ void frmfbtdet::CMDEFL_CLICK()
         MsgBox(this, QStringLiteral("E-filing Rules have not been notified for A.Y. 2010-11."), Buttons::Ok,
                Icon::Information);
     else
-        emit OpenLater(QStringLiteral("frmretfrm"));
+        showReturn(&frmretfrm::EFILE);
+}
+
+/// @param begin makes the screen of the return ready for what is to be done with it
+void frmfbtdet::showReturn(void (frmretfrm::*begin)(const QString &FormName))
+{
+    frmretfrm screen(MdiForm);
+    screen.Load();
+    (screen.*begin)(ReturnFormOf(client().year));
+    screen.showModal();
 }
 
 bool frmfbtdet::FORM_KEYPRESS(int asciiKey)

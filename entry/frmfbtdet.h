@@ -11,6 +11,7 @@
 #include <memory>
 
 class ExpenseEntry;
+class frmretfrm;
 struct Figures;
 
 namespace Ui {
@@ -37,10 +38,6 @@ public:
     void FORM_SESSIONEND() override;
     bool FORM_KEYPRESS(int asciiKey) override;
 
-signals:
-    /// The user asks for a screen of returns, by its class name.
-    void OpenLater(const QString &name);
-
 private:
     void setUpList();
     void connectButtons();
@@ -62,6 +59,7 @@ private:
     void CMDCONEXP_CLICK();
     void CMDEFL_CLICK();
     bool closeOpened();
+    void showReturn(void (frmretfrm::*begin)(const QString &FormName));
     bool mayModify(const Expense &row);
 
     std::optional<std::vector<Expense>> readRows();

@@ -4,6 +4,7 @@
 #include "context/errortail.h"
 #include "context/modbase.h"
 #include "controls/uiarray.h"
+#include "efile/returnfile.h"
 #include "platform/sqltext.h"
 #include "platform/text.h"
 #include "records/paymentschedule.h"
@@ -119,6 +120,17 @@ void frmretfrm::LOADPRNGRID(const QString &FormName)
     ui->chkack->setChecked(true);
     ui->chkform->setChecked(true);
     ui->cmdprn->setText(QStringLiteral("&Preview"));
+}
+
+void frmretfrm::EFILE(const QString &FormName)
+{
+    ErrorTail tail(this);
+    m_filing = true;
+    setWindowTitle(QStringLiteral("E-Filing of Form ") + FormName);
+    LOADMAININFO();
+    ui->famform->hide();
+    ui->cmdpgbrk->hide();
+    ui->cmdprn->setText(QStringLiteral("&E-File"));
 }
 
 void frmretfrm::LOADMAININFO()
@@ -291,7 +303,7 @@ void frmretfrm::CMDPRN_CLICK()
     m_paymentsKnown = TRANSCHALLANS();
     noteReading(QStringLiteral("challans"), m_paymentsKnown && m_form.figures.paidKnown);
     m_form.fields = fields();
-    printReturn();
+    m_filing ? fileReturn() : printReturn();
 }
 
 bool frmretfrm::mayPrintBalance()
@@ -307,6 +319,31 @@ bool frmretfrm::TRANSCHALLANS()
 {
     ErrorTail tail(this);
     return RebuildPaymentSchedule(Cnn, {Base->code, Base->TYear});
+}
+
+void frmretfrm::fileReturn()
+{
+    const bool itr8 = m_form.TYear >= firstYearOfItr8;
+    if (itr8 && m_form.fields.signatory.pan.isEmpty() &&
+        MsgBox(this, QStringLiteral("PAN [Verification] is Blank.\n\nDo you want to continue?"), Buttons::YesNo,
+               Icon::Question) != Reply::Yes)
+        return;
+    const QString path = AskReturnFile(this, m_form);
+    if (path.isEmpty())
+        return;
+    const QString wanted = FileReturn(this, path, [this] { return formNow(); });
+    if (auto *field = findChild<QWidget *>(wanted); field != nullptr && !wanted.isEmpty())
+        field->setFocus();
+}
+
+/// The client may have been corrected meanwhile: his city is the place, and a refund may be due that was not.
+ReturnForm frmretfrm::formNow()
+{
+    m_form = ReadReturnForm();
+    CHKPLACE_CLICK();
+    ui->cborefm->setEnabled(m_form.refundDue());
+    m_form.fields = fields();
+    return m_form;
 }
 
 void frmretfrm::printReturn()

@@ -32,6 +32,8 @@ public:
 
     /// Makes the screen ready to print a form, "3B" or "ITR-8". Called once, after `Load` and before it is shown.
     void LOADPRNGRID(const QString &FormName);
+    /// Makes the screen ready to file a form electronically; likewise.
+    void EFILE(const QString &FormName);
 
     void FORM_LOAD() override;
     bool FORM_UNLOAD() override; ///< false while it prints
@@ -64,6 +66,8 @@ private:
 
     bool mayPrintBalance();
     void printReturn();
+    void fileReturn();
+    [[nodiscard]] ReturnForm formNow(); ///< read anew, with what is typed on the screen
     [[nodiscard]] bool findFolders(Itr8Job &job);
     void printItems(const Itr8Job &job);
     void printItem(int item, const Itr8Job &job);
@@ -75,6 +79,7 @@ private:
     ReturnForm m_form;
     QString m_place; ///< typed, while the city is not taken for the place
     std::optional<std::pair<Signatory, ReturnDetails>> m_refused;
+    bool m_filing = false; ///< the button files the return, else it prints
     bool m_paymentsKnown = true;
     bool m_printing = false;
     bool m_cancelled = false;

@@ -19,8 +19,8 @@ foreach(script IN LISTS scripts)
   if(NOT code EQUAL 0 OR NOT differs EQUAL 0)
     message(FATAL_ERROR "${name}: exit ${code}\n${complaints}\n${difference}")
   endif()
-  # Reports that the script wrote.
-  file(GLOB reports RELATIVE "${SCRATCH}" "${SCRATCH}/*.txt")
+  # Reports and returns that the script wrote.
+  file(GLOB reports RELATIVE "${SCRATCH}" "${SCRATCH}/*.txt" "${SCRATCH}/*.xml")
   foreach(report IN LISTS reports)
     execute_process(COMMAND diff -u "${STORY}/${report}" "${SCRATCH}/${report}" OUTPUT_VARIABLE difference RESULT_VARIABLE differs)
     if(NOT differs EQUAL 0)
