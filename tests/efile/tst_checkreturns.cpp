@@ -96,7 +96,8 @@ private slots:
         QStringList errors;
         for (const CheckedError &error : checked[0].errors)
             errors << error.screen + u'/' + error.element + u'/' + error.description.right(20);
-        QVERIFY2(errors.contains(u"Bank Accounts/BankAccountNumber/ the default account"), qPrintable(errors.join(u'\n')));
+        QVERIFY2(errors.contains(u"Bank Accounts/BankAccountNumber/ the default account"),
+                 qPrintable(errors.join(u'\n')));
         QVERIFY(checked[0].tax > 0);
         QCOMPARE(Base->code, u"B1"_s);
         QCOMPARE(m_module->rows(u"Show Tables"_s), before);
