@@ -26,8 +26,8 @@ private slots:
         m_module = std::make_unique<TestModule>(*m_server);
         QVERIFY(UpdateDatabase(Cnn));
         QVERIFY(QFile::link(QStringLiteral(FBT_SOURCE "/Data"), Base->AppPath + u"/Data"_s));
-        employer(*Cnn, u"A1"_s).name(u"ALPHA"_s).status(16).natures({1}).expense(2008, 1, 1, 3, 10000);
-        employer(*Cnn, u"B1"_s).name(u"BETA"_s).status(16).natures({1}).expense(2007, 1, 1, 3, 10000);
+        employer(*Cnn, u"A1"_s).name(u"ALPHA"_s).status(16).natures({7}).expense(2008, 1, 7, 57, 100000);
+        employer(*Cnn, u"B1"_s).name(u"BETA"_s).status(16).natures({7}).expense(2007, 1, 7, 57, 100000);
     }
     void cleanup() { m_module.reset(); }
 

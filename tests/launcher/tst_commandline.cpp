@@ -50,8 +50,7 @@ private slots:
              u"The settings file %1/config/pelkfbt/pelkfbt.ini is wrong at [Server] user: the user is missing.\n"_s},
             {u"--check 1999 --app %1/app --data %1/db"_s, "",
              u"There are returns for the assessment years 2006 (2006-07) to 2009 (2009-10) only.\n"_s},
-            {u"--check 2009 --app %1/app --data %1/db"_s, "",
-             u"The database is not of this version; start the program once with its window.\n"_s},
+            {u"--check 2009 --app %1/app --data %1/db"_s, "", u"The version of the database could not be read.\n"_s},
             {u"--smaple"_s, "", u"Unknown option 'smaple'.\n"_s},
             {u"client"_s, "", u"There is nothing to do with \"client\".\n"_s},
         };
