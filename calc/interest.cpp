@@ -142,7 +142,7 @@ PaymentMonths laterPayments(const DatedPayments &payments, double credit, const 
 int classOfReturn(int status, bool audited)
 {
     constexpr int firm = 3;
-    if (PaysFourInstalments(status))
+    if (IsCompany(status))
         return 1;
     if (!audited)
         return 3;

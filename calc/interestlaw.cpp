@@ -120,12 +120,17 @@ InterestWork InterestByQuarters(const std::array<double, 4> &taxes, const std::a
     return work;
 }
 
-bool PaysFourInstalments(int status)
+bool IsCompany(int status)
 {
     constexpr int foreignCompany = 5;
     constexpr int publicCompany = 15;
     constexpr int privateCompany = 16;
     return status == foreignCompany || status == publicCompany || status == privateCompany;
+}
+
+bool PaysFourInstalments(int status)
+{
+    return IsCompany(status);
 }
 
 std::vector<Instalment> InstalmentsOf(int status)

@@ -60,6 +60,9 @@ InterestWork InterestByQuarters(const std::array<double, 4> &taxes, const std::a
 
 // --- section 115WJ(3) and (4) from A.Y. 2008-09: instalments of the year's tax ---
 
+/// @param status employer status code; 5, 15 and 16 are the companies
+bool IsCompany(int status);
+
 /// Whether an employer pays four instalments (section 115WJ(3): companies) or three (115WJ(4): all others).
 /// @param status employer status code; 5, 15 and 16 are the companies
 FBT_OFFERED bool PaysFourInstalments(int status);

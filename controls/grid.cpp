@@ -204,9 +204,18 @@ QModelIndex Grid::indexOf(int row, int col) const
     return viewRow < 0 ? QModelIndex() : m_model->index(viewRow, col);
 }
 
+/// The current column of a row; the first one shown where that is hidden: from a hidden cell no key leads on.
+QModelIndex Grid::shownIndex(int row) const
+{
+    int col = m_col;
+    for (int place = 0; place < m_header->count() && isColumnHidden(col); ++place)
+        col = m_header->logicalIndex(place);
+    return indexOf(row, col);
+}
+
 void Grid::showCurrent()
 {
-    const QModelIndex current = indexOf(m_row, m_col);
+    const QModelIndex current = shownIndex(m_row);
     ++m_syncing;
     if (current.isValid())
         selectionModel()->setCurrentIndex(current, selectionCommand(current, nullptr));
@@ -257,6 +266,7 @@ bool Grid::ColHidden(int col) const
 void Grid::setColHidden(int col, bool hidden)
 {
     setColumnHidden(col, hidden);
+    showCurrent();
     m_header->relayout();
 }
 
@@ -296,7 +306,7 @@ void Grid::ShowCell(int row, int col)
 void Grid::showAtTop(int row)
 {
     updateGeometries(); // the scroll bar knows new rows only from here on
-    scrollTo(indexOf(row, m_col), PositionAtTop);
+    scrollTo(shownIndex(row), PositionAtTop);
 }
 
 bool Grid::isRowInView(int row) const

@@ -143,6 +143,7 @@ private:
     void applyRowHeight();
     void applyStretch();
     [[nodiscard]] QModelIndex indexOf(int row, int col) const;
+    [[nodiscard]] QModelIndex shownIndex(int row) const;
 
     GridModel *m_model;
     GridHeader *m_header;

@@ -151,6 +151,7 @@ protected:
 
 private:
     [[nodiscard]] bool concerns(const QWidget *target, QEvent::Type type) const;
+    bool mousePressed(QWidget *target, QEvent::Type type);
     bool keyPressed(QWidget *target, QKeyEvent *event);
     bool escapePressed(QWidget *target);
     bool enterPressed(QWidget *target);
@@ -185,6 +186,7 @@ private:
     bool m_escaping = false;
     bool m_checking = false;
     bool m_swallowPress = false;
+    QPointer<QWidget> m_pressed; // by the mouse, last
     bool m_deleteOnUnload = false;
     bool m_child = false; // opened by openChild
 };

@@ -5,6 +5,7 @@
 #include "controls/matchlist.h"
 #include "controls/typedtext.h"
 
+#include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAbstractSpinBox>
 #include <QApplication>
@@ -89,7 +90,7 @@ bool Screen::eventFilter(QObject *watched, QEvent *event)
 {
     const QEvent::Type type = event->type();
     const bool ours = type == QEvent::KeyPress || type == QEvent::FocusIn || type == QEvent::FocusOut ||
-                      type == QEvent::MouseButtonPress;
+                      type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick;
     auto *target = ours ? qobject_cast<QWidget *>(watched) : nullptr;
     if (!target || !concerns(target, type))
         return false;
@@ -102,8 +103,17 @@ bool Screen::eventFilter(QObject *watched, QEvent *event)
     case QEvent::FocusOut:
         return focusLost(target, static_cast<QFocusEvent *>(event));
     default:
-        return std::exchange(m_swallowPress, false);
+        return mousePressed(target, type);
     }
+}
+
+/// The second click of two that fell on different buttons was meant for the first one, which another one replaced.
+bool Screen::mousePressed(QWidget *target, QEvent::Type type)
+{
+    const bool twice = type == QEvent::MouseButtonDblClick;
+    const bool replaced = twice && target != m_pressed && qobject_cast<QAbstractButton *>(target) != nullptr;
+    m_pressed = target;
+    return std::exchange(m_swallowPress, false) || replaced;
 }
 
 // --- keys ---

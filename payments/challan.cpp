@@ -437,6 +437,8 @@ void Challan::CMDDELETECLICK()
     DeleteChallan(Cnn, m_inHand.client, *challan);
     LOADGRID();
     LOADDATA();
+    if (m_list->current() == nullptr)
+        ui->cmdadd->setFocus(Qt::OtherFocusReason);
 }
 
 /// A button pressed by its key saves while a field is still open.

@@ -88,7 +88,7 @@ bool Connection::sessionSettings()
     // the other MySQL's; a server refuses the one that it does not know, which does no harm.
     set("SET SESSION join_cache_level=0");
     set("SET SESSION optimizer_switch='block_nested_loop=off'");
-    set("SET SESSION innodb_lock_wait_timeout=5"); // a change takes milliseconds; it is tried again
+    set("SET SESSION innodb_lock_wait_timeout=2"); // a change takes milliseconds; it is tried again
     // A server that logs statements as texts carries no change out under READ COMMITTED.
     const auto log = m_session->send(QStringLiteral("Select @@log_bin and @@binlog_format='STATEMENT'"));
     if (log && log->next() && log->value(0).toInt() == 0)

@@ -5,6 +5,7 @@
 #include "records/readrows.h"
 
 #include <algorithm>
+#include <set>
 
 namespace {
 
@@ -39,8 +40,9 @@ Reading<DueDateRows> readDates(Connection *cnn, const DatesTable &table, int yea
     if (found.failed())
         return Reading<DueDateRows>::failure();
     DueDateRows dates;
+    std::set<int> seen; // of two rows for one place the first counts
     for (const auto &[place, row] : *found) {
-        if (place >= 1 && place <= static_cast<int>(dates.size()))
+        if (place >= 1 && place <= static_cast<int>(dates.size()) && seen.insert(place).second)
             dates[static_cast<std::size_t>(place - 1)] = row;
     }
     return dates;

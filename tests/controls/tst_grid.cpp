@@ -69,6 +69,15 @@ private slots:
         QCOMPARE(m_grid->Rows(), 1);
     }
 
+    void fromAHiddenColumnTheKeysLeadOn()
+    {
+        m_grid->setCol(0);
+        m_grid->setRow(1);
+        m_grid->setColHidden(0, true);
+        QTest::keyClick(m_grid.get(), Qt::Key_Down);
+        QCOMPARE(m_grid->Row(), 2);
+    }
+
     void hiddenRowStaysCurrent()
     {
         m_grid->setRow(2);
