@@ -70,6 +70,13 @@ std::vector<CheckedError> errorsOf(const QString &path, int year)
     return collector.errors;
 }
 
+/// Without waiting for the disk, as a file that is to be kept does.
+bool writeScratch(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
+}
+
 void check(CheckedReturn &checked, int year, const QString &path)
 {
     const FiledReturn file = FileOf(ReturnFormOfToday(), PaymentSource::Challans);
@@ -77,7 +84,7 @@ void check(CheckedReturn &checked, int year, const QString &path)
     checked.balance = file.form.figures.sums.balance;
     if (!file.form.unread.isEmpty())
         checked.refused = QStringLiteral("could not be read: ") + file.form.unread.join(QStringLiteral(", "));
-    else if (!WriteReturn(path, file))
+    else if (!writeScratch(path, BytesOfReturn(file)))
         checked.refused = QStringLiteral("the file could not be written");
     else
         checked.errors = errorsOf(path, year);

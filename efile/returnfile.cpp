@@ -77,6 +77,11 @@ bool EFILE_ITR8(const QString &FileName, const FiledReturn &file)
     return tail([&] { save(FileName, Itr8File(file)); });
 }
 
+QByteArray BytesOfReturn(const FiledReturn &file)
+{
+    return file.form.TYear >= firstYearOfItr8 ? Itr8File(file) : Form3BFile(file);
+}
+
 bool WriteReturn(const QString &path, const FiledReturn &file)
 {
     if (!file.form.unread.isEmpty())

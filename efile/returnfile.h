@@ -3,6 +3,7 @@
 #include "efile/filedreturn.h"
 #include "platform/offer.h"
 
+#include <QByteArray>
 #include <QString>
 
 #include <functional>
@@ -13,6 +14,9 @@ class QWidget;
 /// it could not be written; a file that was there stays then.
 FBT_OFFERED bool EFILE3B(const QString &FileName, const FiledReturn &file);
 FBT_OFFERED bool EFILE_ITR8(const QString &FileName, const FiledReturn &file);
+
+/// The file of a return on the form of its year.
+FBT_OFFERED QByteArray BytesOfReturn(const FiledReturn &file);
 
 /// Writes a return on the form of its year, unless something of it could not be read.
 FBT_OFFERED bool WriteReturn(const QString &path, const FiledReturn &file);
