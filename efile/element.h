@@ -12,31 +12,29 @@ class FileText
 {
 public:
     /// @param prefix of all elements that do not name one of their own
-    explicit FileText(QString prefix = {})
+    explicit FileText(QByteArray prefix = {})
         : m_prefix(std::move(prefix))
     {
     }
 
-    void line(const QString &text, int indent = 0)
-    {
-        m_bytes += QByteArray(indent, ' ') + Windows1252Bytes(text) + "\r\n";
-    }
-    void open(const char *name, int indent) { line(u'<' + nameOf(name) + u'>', indent); }
-    void close(const char *name, int indent) { line(QStringLiteral("</") + nameOf(name) + u'>', indent); }
+    void line(const QString &text) { m_bytes += Windows1252Bytes(text) + "\r\n"; }
+    void open(const char *name, int indent) { m_bytes += QByteArray(indent, ' ') + '<' + nameOf(name) + ">\r\n"; }
+    void close(const char *name, int indent) { m_bytes += QByteArray(indent, ' ') + "</" + nameOf(name) + ">\r\n"; }
     void value(const char *name, const QString &content, int indent)
     {
-        line(u'<' + nameOf(name) + u'>' + content + QStringLiteral("</") + nameOf(name) + u'>', indent);
+        const QByteArray element = nameOf(name);
+        m_bytes += QByteArray(indent, ' ') + '<' + element + '>' + Windows1252Bytes(content) + "</" + element + ">\r\n";
     }
     [[nodiscard]] const QByteArray &bytes() const { return m_bytes; }
 
 private:
-    [[nodiscard]] QString nameOf(const char *name) const
+    [[nodiscard]] QByteArray nameOf(const char *name) const
     {
-        const QString own = QString::fromLatin1(name);
-        return own.contains(u':') ? own : m_prefix + own;
+        const QByteArray own(name);
+        return own.contains(':') ? own : m_prefix + own;
     }
 
-    QString m_prefix;
+    QByteArray m_prefix;
     QByteArray m_bytes;
 };
 

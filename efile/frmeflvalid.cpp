@@ -20,6 +20,8 @@ namespace {
 
 constexpr int escapeKey = 27;
 constexpr int enterKey = 13;
+constexpr int leastDescription = 400; // pixels
+constexpr int leastLine = 600;
 
 enum FileColumn { Flag, Number, Line };
 enum CharacterColumn { Character, ReplaceWith };
@@ -88,6 +90,7 @@ void frmeflvalid::setUpGrids()
         texts << QString::fromLatin1(caption);
     ui->vsf->setCaptions(texts);
     ui->vsf->setColHidden(Correct, true);
+    ui->vsf->setStretchCol(Description, leastDescription);
     for (const int col : {int(SrNo), int(ErrorNo), int(LineNo), int(ColumnNo)})
         ui->vsf->setColAlignment(col, Qt::AlignRight | Qt::AlignVCenter);
     ui->vsf1->setCaptions({QStringLiteral("Character"), QStringLiteral("Replace with")});
@@ -96,6 +99,7 @@ void frmeflvalid::setUpGrids()
     ui->vsfv->setFixedRows(0);
     ui->vsfv->setCols(Line + 1);
     ui->vsfv->setColHidden(Flag, true);
+    ui->vsfv->setStretchCol(Line, leastLine);
     ui->vsfv->setFont(QFont(QStringLiteral("Courier New")));
     ui->vsfv->setItemDelegateForColumn(Number, new LineNumberDelegate(ui->vsfv));
 }
@@ -182,6 +186,7 @@ void frmeflvalid::clearErrors()
     ui->vsfv->setRows(0);
     ui->vsf->clearBody();
     ui->lblerr->clear();
+    ui->lbldesc->clear();
     m_places.clear();
     setChecks();
 }
@@ -271,8 +276,10 @@ void frmeflvalid::fitGrids()
     constexpr int widest = 520;
     ui->vsfv->fitColumns();
     ui->vsf->fitColumns();
-    for (int col = 0; col < shownErrorColumns; ++col)
-        ui->vsf->setColWidth(col, std::min(widest, ui->vsf->ColWidth(col)));
+    for (int col = 0; col < shownErrorColumns; ++col) {
+        if (col != Description)
+            ui->vsf->setColWidth(col, std::min(widest, ui->vsf->ColWidth(col)));
+    }
 }
 
 // --- the list ---
@@ -285,8 +292,11 @@ void frmeflvalid::CHECK1_CLICK(int Index)
 void frmeflvalid::VSF_ROWCOLCHANGE()
 {
     ui->lblerr->clear();
-    if (ui->vsf->hasDataRow())
-        ui->lblerr->setText(QStringLiteral("To Correct GoTo: ") + ui->vsf->TextMatrix(ui->vsf->Row(), Correct));
+    ui->lbldesc->clear();
+    if (!ui->vsf->hasDataRow())
+        return;
+    ui->lbldesc->setText(ui->vsf->TextMatrix(ui->vsf->Row(), Description)); // in full, where the column is too narrow
+    ui->lblerr->setText(QStringLiteral("To Correct GoTo: ") + ui->vsf->TextMatrix(ui->vsf->Row(), Correct));
 }
 
 void frmeflvalid::VSF_KEYPRESS(int KeyAscii)

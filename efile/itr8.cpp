@@ -494,7 +494,7 @@ QString rootOf(int year)
 
 QByteArray Itr8File(const FiledReturn &file)
 {
-    FileText text(QStringLiteral("ITRForm:"));
+    FileText text("ITRForm:");
     text.line(QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>"));
     text.line(rootOf(file.form.TYear));
     WriteElements(text, lines, file);
