@@ -60,6 +60,7 @@ frmfbtmas::frmfbtmas(QWidget *parent)
     setUpRates();
     showItemsLevel(false);
     connect(ui->Combo4, &QComboBox::currentIndexChanged, this, &frmfbtmas::COMBO4_CLICK);
+    connect(ui->Combo4, &QComboBox::activated, this, &frmfbtmas::COMBO4_CLICK); // the same year, to try again
     connect(ui->cmdpaydet, &QAbstractButton::clicked, this, &frmfbtmas::CMDPAYDET_CLICK);
 }
 
@@ -186,7 +187,7 @@ void frmfbtmas::COMBO4_CLICK()
 {
     ErrorTail tail(this);
     const int year = ui->Combo4->currentData().toInt();
-    if (year == SelYear)
+    if (year == SelYear && couldRead(tr("heads of expenses")))
         return;
     SelYear = year;
     m_heads->FORM_LOAD();
@@ -243,13 +244,10 @@ void frmfbtmas::CMDUPDATECH_CLICK()
     if (refuseEmpty(section, "Please Specify Section.", ui->txtchflds_0) ||
         refuseEmpty(text, "Please Specify Head of Expenses.", ui->txtchflds_0))
         return;
-    std::optional<int> id = m_heads->editedKey();
-    if (m_heads->Adding())
-        id = AddExpenseHead(Cnn, SelYear, section, text);
-    else if (!ChangeExpenseHead(Cnn, SelYear, {*id, section, text}))
-        id.reset();
-    if (id)
-        m_heads->saved(*id);
+    const std::optional<ExpenseHead> before = m_heads->edited();
+    ExpenseHead head{before.value_or(ExpenseHead()).headId, section, text};
+    if (before ? ChangeExpenseHead(Cnn, SelYear, *before, head) : AddExpenseHead(Cnn, SelYear, &head))
+        m_heads->saved([&head](const ExpenseHead &one) { return one == head; });
     else
         m_heads->notSaved();
 }
@@ -260,7 +258,7 @@ void frmfbtmas::CMDDELETECH_CLICK(const ExpenseHead &head)
     if (IsStatutoryHead(SelYear, head.headId) || ExpenseHeadInUse(Cnn, SelYear, head.headId).value_or(true))
         return;
     if (askDelete("Do you want to Delete Selected Item? All the Sub Items of this Item will be Deleted.") &&
-        DeleteExpenseHead(Cnn, SelYear, head.headId))
+        DeleteExpenseHead(Cnn, SelYear, head))
         m_heads->deleted();
 }
 

@@ -41,6 +41,22 @@ bool writeItem(Change &change, int year, int headId, const ExpenseItem &item, co
            writeRates(change, year, item.srNo, rates);
 }
 
+/// Two heads can have one number; their texts tell them apart.
+SqlText isHead(const ExpenseHead &head)
+{
+    return Sql(" Where HeadId=", head.headId, " and Coalesce(Section,'')=", Quoted(head.section),
+               " and Coalesce(HeadDesc,'')=", Quoted(head.text));
+}
+
+bool deleteItemsOf(Change &change, int year, int headId)
+{
+    // The rates go before the items: the join needs the items.
+    return change.write(Sql("Delete FBT_ExpRate", year, " from FBT_ExpHead", year, ", FBT_ExpRate", year,
+                            " Where FBT_ExpHead", year, ".HeadId=", headId, " and FBT_ExpHead", year,
+                            ".SrNo=FBT_ExpRate", year, ".SrNo")) &&
+           change.write(Sql("Delete from FBT_ExpHead", year, " Where HeadId=", headId));
+}
+
 } // namespace
 
 RowsRead<ExpenseHead> ExpenseHeads(Connection *cnn, int year)
@@ -51,23 +67,22 @@ RowsRead<ExpenseHead> ExpenseHeads(Connection *cnn, int year)
     });
 }
 
-std::optional<int> AddExpenseHead(Connection *cnn, int year, const QString &section, const QString &text)
+bool AddExpenseHead(Connection *cnn, int year, ExpenseHead *head)
 {
-    std::optional<int> id;
-    const bool added = ChangeTogether(cnn, [&](Change &change) {
-        id = change.nextNumber(Joined("FBT_ExpHead", year), {},
-                               Sql("Select Max(HeadId) as MaxSr from FBT_ExpHead", year));
-        return id &&
-               change.write(Sql("Insert into FBT_Head", year, " Values (", *id, ",'", section, "'", ",'", text, "')"));
+    return ChangeTogether(cnn, [&](Change &change) {
+        const auto id = change.nextNumber(Joined("FBT_ExpHead", year), {},
+                                          Sql("Select Max(HeadId) as MaxSr from FBT_ExpHead", year));
+        head->headId = id.value_or(0);
+        return id && change.write(Sql("Insert into FBT_Head", year, " Values (", *id, ",'", head->section, "'", ",'",
+                                      head->text, "')"));
     });
-    return added ? id : std::nullopt;
 }
 
-bool ChangeExpenseHead(Connection *cnn, int year, const ExpenseHead &head)
+bool ChangeExpenseHead(Connection *cnn, int year, const ExpenseHead &before, const ExpenseHead &head)
 {
     return ChangeTogether(cnn, [&](Change &change) {
         return change.rewrite(Sql("Update FBT_Head", year, " Set Section='", head.section, "'", ",HeadDesc='",
-                                  head.text, "' Where HeadId=", head.headId));
+                                  head.text, "'", isHead(before)));
     });
 }
 
@@ -79,15 +94,13 @@ std::optional<bool> ExpenseHeadInUse(Connection *cnn, int year, int headId)
                                " Where FBT_ExpHead", year, ".HeadId=", headId));
 }
 
-bool DeleteExpenseHead(Connection *cnn, int year, int headId)
+bool DeleteExpenseHead(Connection *cnn, int year, const ExpenseHead &head)
 {
-    const auto remove = [=](Change &change) {
-        // The rates go before the items: the join needs the items.
-        return change.write(Sql("Delete from FBT_Head", year, " Where HeadId=", headId)) &&
-               change.write(Sql("Delete FBT_ExpRate", year, " from FBT_ExpHead", year, ", FBT_ExpRate", year,
-                                " Where FBT_ExpHead", year, ".HeadId=", headId, " and FBT_ExpHead", year,
-                                ".SrNo=FBT_ExpRate", year, ".SrNo")) &&
-               change.write(Sql("Delete from FBT_ExpHead", year, " Where HeadId=", headId));
+    const auto remove = [&](Change &change) {
+        if (!change.remove(Sql("Delete from FBT_Head", year, isHead(head))))
+            return false;
+        const auto shared = FindsRow(cnn, Sql("Select * from FBT_Head", year, " Where HeadId=", head.headId));
+        return shared && (*shared || deleteItemsOf(change, year, head.headId));
     };
     return ChangeTogether(cnn, remove, Doing::Delete);
 }

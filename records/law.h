@@ -18,6 +18,8 @@ struct ExpenseHead
     int headId = 0;
     QString section; ///< clause, such as "115WB(2)(A)"
     QString text;
+
+    bool operator==(const ExpenseHead &) const = default;
 };
 
 struct ExpenseItem
@@ -42,19 +44,21 @@ struct RatedItem
 /// The heads in the order of their section.
 FBT_OFFERED RowsRead<ExpenseHead> ExpenseHeads(Connection *cnn, int year);
 
-/// Adds a head and gives its number. The number is one above the highest head that has an item, so a head that never
-/// got an item shares its number with the next one. Without a value, and nothing saved, after a fault.
-FBT_OFFERED std::optional<int> AddExpenseHead(Connection *cnn, int year, const QString &section, const QString &text);
+/// Adds a head and gives it its number: one above the highest head that has an item, so a head that never got an item
+/// shares its number with the next one. False, and nothing saved, after a fault.
+FBT_OFFERED bool AddExpenseHead(Connection *cnn, int year, ExpenseHead *head);
 
-/// Writes section and text of the head with that number. False after a fault or when there is no such head.
-FBT_OFFERED bool ChangeExpenseHead(Connection *cnn, int year, const ExpenseHead &head);
+/// Writes section and text of a head. Of heads that share its number only the one that reads as `before` is changed.
+/// False after a fault or when there is no such head.
+FBT_OFFERED bool ChangeExpenseHead(Connection *cnn, int year, const ExpenseHead &before, const ExpenseHead &head);
 
 /// Whether an expense of the year was entered under an item of the head. Without a value after a fault: the head then
 /// counts as used.
 FBT_OFFERED std::optional<bool> ExpenseHeadInUse(Connection *cnn, int year, int headId);
 
-/// Deletes a head with its items and their rates: all of them, or nothing after a fault.
-FBT_OFFERED bool DeleteExpenseHead(Connection *cnn, int year, int headId);
+/// Deletes a head with its items and their rates: all of them, or nothing after a fault. While another head has its
+/// number, that one keeps the items.
+FBT_OFFERED bool DeleteExpenseHead(Connection *cnn, int year, const ExpenseHead &head);
 
 /// The items of all heads, or of one.
 FBT_OFFERED RowsRead<ExpenseItem> ExpenseItems(Connection *cnn, int year);

@@ -38,6 +38,37 @@ private slots:
         user.key(Qt::Key_Tab);
         QVERIFY(!vsfr->isEditing() && !vsfr->hasFocus());
     }
+
+    /// A head that never got an item shares its number with the next one: the one chosen is changed, the one chosen goes.
+    void headsOfOneNumber()
+    {
+        LawDatabase law;
+        ScreenUser user;
+        user.open<frmfbtmas>();
+        user.choose("Combo4", "2008-09");
+        for (const char *section : {"ZZ1", "ZZ2"}) {
+            user.click("cmdaddch");
+            user.type("txtchflds_0", section);
+            user.type("txtchflds_1", "TEXT");
+            user.click("cmdupdatech");
+        }
+        const auto stored = [&law] {
+            return law.module.rows("Select Section,HeadDesc from FBT_Head2008 Where HeadId>21 Order by Section");
+        };
+        const auto choose = [&user](const char *section) {
+            user.grid("vsf")->setRow(user.grid("vsf")->FindRow(section, 1, 1));
+        };
+        choose("ZZ2");
+        user.click("cmdmodifych");
+        user.type("txtchflds_1", "OTHER");
+        user.click("cmdupdatech");
+        QCOMPARE(stored(), QStringList({"ZZ1\tTEXT", "ZZ2\tOTHER"}));
+        choose("ZZ1");
+        user.answers({Reply::Yes});
+        user.click("cmddeletech");
+        QCOMPARE(stored(), QStringList("ZZ2\tOTHER"));
+        user.said();
+    }
 };
 
 QTEST_MAIN(TestLaw)
