@@ -225,9 +225,14 @@ bool ClGrd::loadClients()
 void ClGrd::SelectLastClient()
 {
     const ErrorTail tail(controlName());
-    if (Base->code.isEmpty())
+    SelectClient(Base->code);
+}
+
+void ClGrd::SelectClient(const QString &code)
+{
+    if (code.isEmpty())
         return;
-    const int row = vsf->FindRow(Base->code, vsf->FixedRows(), Code, true);
+    const int row = vsf->FindRow(code, vsf->FixedRows(), Code, true);
     if (row < 0 || vsf->RowHidden(row))
         return;
     const bool inView = vsf->isRowInView(row);

@@ -36,6 +36,7 @@ public:
     void DispClGrid();
     /// Moves to the client whose code the base object remembers, if it is in the list and not hidden.
     void SelectLastClient();
+    void SelectClient(const QString &code); ///< makes a client current, where the list shows him
 
 signals:
     void DblClick();             ///< on a client that shows, or Enter in a search box

@@ -20,6 +20,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace {
 
@@ -220,7 +221,6 @@ bool frmclinfo::LOADDATA()
     const auto stored = EditMode ? ReadClient(Cnn, EditCode) : Reading<ClientRecord>::nothing();
     noteReading(tr("employer"), !stored.failed());
     showRecord(*stored, tail);
-    m_natures->keepOthers(NaturesIn((*stored)[ClientRecord::Natures]));
     m_surApp = stored->surApp;
     rebuildSurcharge();
     return !EditMode || !stored.none();
@@ -259,7 +259,7 @@ ClientRecord frmclinfo::typedRecord() const
     client[ClientRecord::Audit] = ui->Check1->isChecked() ? QStringLiteral("1") : QStringLiteral("0");
     const int resident = ui->cboresst->currentIndex();
     client[ClientRecord::Resident] = resident < 0 ? m_resident : QString::number(resident);
-    client[ClientRecord::Natures] = BusnatOf(m_natures->ofEmployer());
+    client[ClientRecord::Natures] = BusnatOf(m_natures->tickedNatures());
     QStringList applies;
     for (int row = ui->vsfs->FixedRows(); row < ui->vsfs->Rows(); ++row)
         applies << ui->vsfs->TextMatrix(row, Applies);
@@ -301,13 +301,13 @@ bool frmclinfo::CHECKNATURES()
         if (!*goes)
             m_natures->tickRow(row);
     }
-    const std::size_t count = m_natures->tickedCount();
+    const std::size_t count = m_natures->tickedNatures().size();
     if (count == 0) {
         deleteDropped();
         refuse("Please Select a Nature of Employer.", ui->vsfn);
         return false;
     }
-    return m_natures->ofEmployer().size() > 1 || !EditMode || askDropConsolidated();
+    return count > 1 || !EditMode || askDropConsolidated();
 }
 
 /// What a client has of a nature that is not his any more goes with the user's consent only, and with the save. False: the
@@ -415,7 +415,8 @@ void frmclinfo::CMDUPDATE_CLICK()
     const ClientSave saved = UPDATEDATA();
     if (saved == ClientSave::CodeTaken)
         return refuse("Duplicate Code Entered.", txtfields[ClientRecord::Code]);
-    if (saved != ClientSave::Done)
+    m_saveRefused = saved != ClientSave::Done;
+    if (m_saveRefused)
         return txtfields[ClientRecord::Code]->setFocus(); // with all that was typed; the status bar says why
     const Hourglass wait;
     const QString code = typedCode();
@@ -460,8 +461,10 @@ void frmclinfo::CMDDELETE_CLICK()
     EditCode = ui->ClGrd1->TextMatrix(ui->ClGrd1->Row(), 0);
     const Hourglass wait;
     Base->DeleteClient(EditCode);
-    if (Base->code == EditCode && ReadClient(Cnn, EditCode).none())
-        Base->code.clear(); // one who could not be deleted stays in hand
+    if (!ReadClient(Cnn, EditCode).none())
+        return; // one who could not be deleted stays in hand, and current
+    if (Base->code == EditCode)
+        Base->code.clear();
     afterChange();
 }
 
@@ -490,7 +493,17 @@ void frmclinfo::CMDCANCEL_CLICK()
 {
     const ErrorTail tail(this);
     SETBUTTON(true);
+    if (std::exchange(m_saveRefused, false))
+        reloadClients();
     ui->ClGrd1->setFocus();
+}
+
+/// The database may hold other employers than the list, which is then why a save was refused.
+void frmclinfo::reloadClients()
+{
+    const QString current = ui->ClGrd1->TextMatrix(ui->ClGrd1->Row(), 0);
+    ui->ClGrd1->DispClGrid();
+    ui->ClGrd1->SelectClient(current);
 }
 
 void frmclinfo::CMDEXIT_CLICK()

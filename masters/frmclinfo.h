@@ -72,6 +72,7 @@ private:
     bool askDropConsolidated();
     bool refuseUnread();
     void afterChange();
+    void reloadClients();
     void deleteDropped();
     void refuse(const QString &message, QWidget *field);
 
@@ -84,6 +85,7 @@ private:
     bool EditMode = false;                // true: modify, false: add
     QString m_surApp;                     // as last loaded
     QString m_resident;                   // as last loaded, for a value that the list does not have
+    bool m_saveRefused = false;           // of the record in the edit frame
     std::vector<int> m_dropped;           // natures whose details go with the next save
     std::vector<SuiteClientLine> m_suite; // the clients of the suite, by the data of their rows
     QString m_builtStatus;                // the status position that vsfs was built for; empty: none yet

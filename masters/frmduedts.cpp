@@ -92,6 +92,7 @@ frmduedts::frmduedts(QWidget *parent)
     ui->vsf1->setValidateEdit([this](int row, int col, QString &text) { return VSF1_VALIDATEEDIT(row, col, text); });
     setUpDates(ui->vsf);
     connect(ui->Combo4, &QComboBox::currentIndexChanged, this, &frmduedts::COMBO4_CLICK);
+    connect(ui->Combo4, &QComboBox::activated, this, &frmduedts::COMBO4_CLICK); // the same year, to try again
     connect(ui->cmdsave, &QAbstractButton::clicked, this, [this] { SAVEGRID(); });
     connect(ui->cmdback, &QAbstractButton::clicked, this, [this] { FORM_KEYPRESS(27); });
 }
@@ -164,7 +165,7 @@ void frmduedts::LOADGRID()
 {
     ErrorTail tail(this);
     const int year = ui->Combo4->currentData().toInt();
-    if (year == SelYear)
+    if (year == SelYear && couldRead())
         return;
     SelYear = year;
     m_missingDate = {};

@@ -43,15 +43,6 @@ void NatureTicks::tick(const std::vector<int> &natures)
     m_grid->setCell(0, Tick);
 }
 
-void NatureTicks::keepOthers(const std::vector<int> &natures)
-{
-    m_others.clear();
-    for (const int nature : natures) {
-        if (nature > 0 && m_grid->FindRow(QString::number(nature), 0, Number) < 0)
-            m_others.push_back(nature);
-    }
-}
-
 int NatureTicks::rows() const
 {
     return m_grid->Rows();
@@ -77,21 +68,12 @@ void NatureTicks::tickRow(int row)
     m_grid->setTextMatrix(row, Tick, on);
 }
 
-std::size_t NatureTicks::tickedCount() const
+std::vector<int> NatureTicks::tickedNatures() const
 {
-    std::size_t count = 0;
-    for (int row = 0; row < rows(); ++row)
-        count += ticked(row) ? 1 : 0;
-    return count;
-}
-
-std::vector<int> NatureTicks::ofEmployer() const
-{
-    std::vector<int> natures = m_others;
+    std::vector<int> natures;
     for (int row = 0; row < rows(); ++row) {
         if (ticked(row))
             natures.push_back(natureAt(row));
     }
-    std::sort(natures.begin(), natures.end());
     return natures;
 }

@@ -18,8 +18,6 @@ public:
     void setNatures(const std::vector<Nature> &natures);
     /// Ticks these natures and no others.
     void tick(const std::vector<int> &natures);
-    /// Keeps those of these natures that the list does not have: they stay with the employer, whatever is ticked.
-    void keepOthers(const std::vector<int> &natures);
 
     [[nodiscard]] int rows() const;
     [[nodiscard]] int natureAt(int row) const;
@@ -27,10 +25,8 @@ public:
     [[nodiscard]] bool ticked(int row) const;
     void tickRow(int row);
 
-    [[nodiscard]] std::size_t tickedCount() const;     ///< of those in the list
-    [[nodiscard]] std::vector<int> ofEmployer() const; ///< ticked or kept, in the order of their numbers
+    [[nodiscard]] std::vector<int> tickedNatures() const; ///< by number, in the order of the list
 
 private:
     Grid *m_grid;
-    std::vector<int> m_others;
 };

@@ -434,7 +434,8 @@ void Challan::CMDDELETECLICK()
     if (challan == nullptr || MsgBox(this, QStringLiteral("Do you want to delete this record?"), Buttons::YesNo,
                                      Icon::Question, QStringLiteral("Confirmation")) != Reply::Yes)
         return;
-    DeleteChallan(Cnn, m_inHand.client, *challan);
+    if (!DeleteChallan(Cnn, m_inHand.client, *challan))
+        return; // it stays, and stays current
     LOADGRID();
     LOADDATA();
     if (m_list->current() == nullptr)

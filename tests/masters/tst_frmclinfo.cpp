@@ -113,18 +113,48 @@ private slots:
     void aClientThatCannotBeDeletedStaysInHand()
     {
         employer(m_module->connection, "A1").expense(2008, 1, 1, 69, 500);
+        employer(m_module->connection, "B1");
         Base->code = "A1";
         QStringList notices;
         SetFaultNotice([&notices](const QString &line) { notices << line; });
         m_user->open<frmclinfo>();
         m_module->execute("Drop Table FBT_RetDet");
-        m_user->answers({Reply::Yes, Reply::Ok});
-        m_user->click("cmddelete");
+        Grid *list = clients()->findChild<Grid *>("vsf");
+        for (const int row : {1, 2}) { // the second is not the one in hand
+            list->setRow(row);
+            m_user->answers({Reply::Yes, Reply::Ok});
+            m_user->click("cmddelete");
+            QCOMPARE(list->Row(), row);
+        }
         SetFaultNotice({});
         QVERIFY(notices.value(0).startsWith("Not deleted: "));
-        QCOMPARE(codes() + m_module->rows("Select Code_No from FBT_Detail").join(u'|'), QString("A1A1"));
+        QCOMPARE(codes() + m_module->rows("Select Code_No from FBT_Detail").join(u'|'), QString("A1|B1A1"));
         QCOMPARE(Base->code, QString("A1"));
-        QCOMPARE(m_user->said().size(), 2);
+        QCOMPARE(m_user->said().size(), 4);
+    }
+
+    /// What is stored is what is ticked, though the employer had a nature that the list has not any more.
+    void natureThatHasGone()
+    {
+        employer(m_module->connection, "A1").busnat("1,99").expense(2008, 1, -1, 69, 500);
+        startModifying();
+        m_user->answers({Reply::Yes});
+        m_user->click("cmdupdate");
+        QVERIFY(m_user->said().value(0).startsWith("You have Selected only One Nature of Business."));
+        QCOMPARE(m_module->rows("Select Busnat from FBT_Info"), QStringList("1"));
+    }
+
+    /// After a save that was refused since another user has deleted the client, the list does not show him any more.
+    void clientWhoHasGone()
+    {
+        employer(m_module->connection, "A1").busnat("1");
+        employer(m_module->connection, "B1").busnat("1");
+        startModifying();
+        m_module->execute("Delete from FBT_Info Where Code_No='A1'");
+        m_user->click("cmdupdate");
+        QVERIFY(editing());
+        m_user->click("cmdcancel");
+        QCOMPARE(m_user->find<ClGrd>("ClGrd1")->TextMatrix(1, 0), QString("B1"));
     }
 
     /// A list that cannot be read anew stays as it was, and says so.
