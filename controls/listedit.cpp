@@ -7,6 +7,7 @@
 #include <QAbstractButton>
 #include <QScopedValueRollback>
 
+#include <algorithm>
 #include <utility>
 
 ListEdit::ListEdit(Screen *screen, const Controls &controls, const Procedures &procedures)
@@ -78,6 +79,16 @@ void ListEdit::LOADDATA()
     m_procedures.CLEARDATA();
     if (m_controls.vsf->hasDataRow())
         m_procedures.showRow(m_controls.vsf->Row());
+    enableForRow();
+}
+
+void ListEdit::enableForRow()
+{
+    const bool row = m_controls.vsf->hasDataRow();
+    const auto hasFocus = [](const QWidget *control) { return control->hasFocus(); };
+    if (!row && std::ranges::any_of(m_controls.rowOnly, hasFocus))
+        focus(m_controls.cmdadd);
+    setEnabled(m_controls.rowOnly, row);
 }
 
 void ListEdit::SETBUTTON(bool Browse)
@@ -98,6 +109,7 @@ void ListEdit::CMDADD_CLICK()
     if (m_procedures.mayAdd && !m_procedures.mayAdd())
         return;
     m_adding = true;
+    m_refused = false;
     m_procedures.CLEARDATA();
     SETBUTTON(false);
 }
@@ -107,13 +119,17 @@ void ListEdit::CMDMODIFY_CLICK()
     if (!m_controls.vsf->hasDataRow() || (m_procedures.mayModify && !m_procedures.mayModify()))
         return;
     m_adding = false;
+    m_refused = false;
     SETBUTTON(false);
 }
 
 void ListEdit::CMDCANCEL_CLICK()
 {
     SETBUTTON(true);
-    LOADDATA();
+    if (std::exchange(m_refused, false) && m_procedures.reload)
+        m_procedures.reload();
+    else
+        LOADDATA();
     focus(std::exchange(m_adding, false) ? m_controls.cmdadd : m_controls.cmdmodify);
 }
 
@@ -147,6 +163,7 @@ void ListEdit::endEdit()
 
 void ListEdit::notSaved()
 {
+    m_refused = true;
     focus(m_controls.firstField);
 }
 

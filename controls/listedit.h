@@ -39,6 +39,7 @@ public:
         QAbstractButton *cmdback = nullptr;
         QList<QWidget *> browseOnly = {}; ///< further controls, enabled while browsing
         QList<QWidget *> editOnly = {};   ///< further controls, enabled while editing
+        QList<QWidget *> rowOnly = {};    ///< of those for browsing, what is enabled only with a current row
     };
 
     /// The controls of a screen with one list, by the names that they have in its drawing.
@@ -70,6 +71,14 @@ public:
                 .cmdback = cmdback,
                 .browseOnly = browseOnly};
     }
+    /// The same, where nothing can be changed or deleted without a current row.
+    template<class Ui>
+    static Controls ofEntries(const Ui &ui, const QList<QWidget *> &browseOnly)
+    {
+        Controls controls = ofExpenses(ui, ui.cmdback, browseOnly);
+        controls.rowOnly = {ui.cmdmodifyded, ui.cmddeleteded};
+        return controls;
+    }
 
     /// The screen's own procedures. The first three must be there.
     struct Procedures
@@ -81,6 +90,7 @@ public:
         std::function<void()> CMDDELETE_CLICK; ///< asks and deletes, and ends in `deleted` when it did
         std::function<bool()> mayAdd = {};     ///< false, after telling why, keeps an addition from beginning
         std::function<bool()> mayModify = {};  ///< the same for a change of the current data row
+        std::function<void()> reload = {};     ///< fills the grid anew and shows its current row; without it it stays
     };
 
     ListEdit(Screen *screen, const Controls &controls, const Procedures &procedures);
@@ -88,14 +98,17 @@ public:
     [[nodiscard]] bool Adding() const { return m_adding; }
     [[nodiscard]] bool editing() const; ///< whether the edit frame is enabled
 
-    void FORM_LOAD();            ///< LOADGRID, SETBUTTON true, LOADDATA
-    void LOADGRID();             ///< fills the grid anew, numbers it and selects its first data row
-    void GETSRNOS();             ///< writes 1, 2, 3, ... in column 0
-    void LOADDATA();             ///< the current row, if a data row is current, to the edit fields; else they are empty
+    void FORM_LOAD(); ///< LOADGRID, SETBUTTON true, LOADDATA
+    void LOADGRID();  ///< fills the grid anew, numbers it and selects its first data row
+    void GETSRNOS();  ///< writes 1, 2, 3, ... in column 0
+    /// The current row, if a data row is current, to the edit fields; else they are empty. A button that needs a row
+    /// hands its focus on to `cmdadd` when the last one is gone.
+    void LOADDATA();
     void SETBUTTON(bool Browse); ///< true: the list can be worked in; false: the edit frame
 
     void CMDADD_CLICK();
     void CMDMODIFY_CLICK();
+    /// After a save that was refused the grid is filled anew: the row may have gone meanwhile.
     void CMDCANCEL_CLICK();
     void CMDBACK_CLICK(); ///< acts as the Escape key
 
@@ -107,7 +120,7 @@ public:
     /// after an addition.
     void endEdit();
 
-    /// After a save that failed: says so. What was typed stays.
+    /// After a save that failed, which the fault itself has told: back to the first field. What was typed stays.
     void notSaved();
 
     /// After a delete: removes the current grid row, renumbers and shows the row that is current now.
@@ -119,6 +132,7 @@ protected:
 private:
     void connectButtons();
     void rowChanged(int oldRow, int newRow);
+    void enableForRow();
     static void setEnabled(const QList<QWidget *> &controls, bool enabled);
     static void focus(QWidget *control);
 
@@ -126,5 +140,6 @@ private:
     Controls m_controls;
     Procedures m_procedures;
     bool m_adding = false;
+    bool m_refused = false; // the edit in hand was not saved
     bool m_filling = false;
 };

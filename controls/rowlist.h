@@ -47,6 +47,7 @@ public:
         std::function<bool()> mayAdd = {};                     ///< false, after telling why: nothing is added
         std::function<bool(const Row &)> mayModify = {};       ///< the same for a change of the current record
         std::function<std::optional<QColor>(const Row &)> colour = {}; ///< of a record that stands out
+        std::function<void()> LOADGRID = {}; ///< fills the grid and what hangs on it; without it the grid alone
     };
 
     RowList(Screen *screen, const Controls &controls, const Columns &columns, const Procedures &procedures)
@@ -57,7 +58,8 @@ public:
                     .CMDUPDATE_CLICK = [this] { update(); },
                     .CMDDELETE_CLICK = [this] { remove(); },
                     .mayAdd = [this] { return known() && (!m_own.mayAdd || m_own.mayAdd()); },
-                    .mayModify = [this] { return known() && (!m_own.mayModify || m_own.mayModify(*current())); }})
+                    .mayModify = [this] { return known() && (!m_own.mayModify || m_own.mayModify(*current())); },
+                    .reload = [this] { reload(); }})
         , m_screen(screen)
         , m_vsf(controls.vsf)
         , m_own(procedures)
@@ -114,7 +116,7 @@ public:
     void reload()
     {
         const int key = current() != nullptr ? m_own.key(*current()) : 0;
-        LOADGRID();
+        m_own.LOADGRID ? m_own.LOADGRID() : LOADGRID();
         select([this, key](const Row &row) { return m_own.key(row) == key; });
         LOADDATA();
     }

@@ -139,6 +139,15 @@ bool DeleteAnnual(Connection *cnn, const ClientYear &client, const AnnualRow &li
     return ChangeTogether(cnn, remove, Doing::Delete);
 }
 
+int KeyOf(const AnnualRow &line)
+{
+    for (int i = 0; i < quarterCount; ++i) {
+        if (const Cell &cell = line.quarters[i])
+            return cell->srNo * quarterCount + i;
+    }
+    return 0;
+}
+
 bool IsLine(const AnnualRow &line, const AnnualRow &written)
 {
     for (int i = 0; i < quarterCount; ++i) {

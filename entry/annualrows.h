@@ -45,5 +45,8 @@ FBT_OFFERED std::optional<AnnualRow> SaveAnnual(Connection *cnn, const ClientYea
 /// Deletes the rows of a line in all its quarters, all or none. A row without number and amount stays.
 FBT_OFFERED bool DeleteAnnual(Connection *cnn, const ClientYear &client, const AnnualRow &line);
 
+/// What a line is found by again as long as nobody changes its first quarter.
+int KeyOf(const AnnualRow &line);
+
 /// Whether a line is the one that was written: it has the same item and number in the first quarter that was written.
 FBT_OFFERED bool IsLine(const AnnualRow &line, const AnnualRow &written);

@@ -5,7 +5,7 @@
 #include "context/errortail.h"
 #include "context/modbase.h"
 #include "controls/msgbox.h"
-#include "entry/readingnote.h"
+#include "controls/screen.h"
 #include "platform/text.h"
 
 #include <QScopedValueRollback>
@@ -94,12 +94,17 @@ bool ConsolidatedPanel::LOADSALDET(int quarter)
     m_quarter = quarter;
     const RowsRead<Salary> read = SalariesOfQuarter(Cnn, m_client, quarter);
     m_salaryRead = !read.failed();
-    const QuarterSalary salary = SalaryByNature(*read, m_natures);
+    showSalary(SalaryByNature(*read, m_natures));
+    m_stored = salary(); // in the paise that the cells show
+    return m_salaryRead;
+}
+
+void ConsolidatedPanel::showSalary(const QuarterSalary &salary)
+{
     const int totalCol = static_cast<int>(m_natures.size()) + 1;
     for (int col = 1; col < totalCol; ++col)
         ui->vsfs->setTextMatrix(salaryRow, col, Money(salary.ofNatures[col - 1]));
     ui->vsfs->setTextMatrix(salaryRow, totalCol, Money(salary.total));
-    return m_salaryRead;
 }
 
 void ConsolidatedPanel::setExpenses(const std::vector<Expense> &expenses, const QStringList &descriptions)
@@ -118,8 +123,21 @@ void ConsolidatedPanel::begin()
         ui->cboexp->setCurrentIndex(m_descriptions.isEmpty() ? -1 : 0);
     }
     LOADEXPDET();
+    LOADALLEXPDET(); // of the salaries as they stand now
     ui->vsfs->setCell(salaryRow, 1);
     ui->vsfs->setFocus(Qt::OtherFocusReason);
+}
+
+bool ConsolidatedPanel::editNextSalary()
+{
+    const int next = ui->vsfs->Col() + 1;
+    if (!ui->vsfs->isEditing() || next >= ui->vsfs->Cols())
+        return false;
+    if (ui->vsfs->finishEdit()) {
+        ui->vsfs->setCell(salaryRow, next);
+        ui->vsfs->EditCell();
+    }
+    return true;
 }
 
 QString ConsolidatedPanel::percentages()
@@ -175,7 +193,7 @@ void ConsolidatedPanel::LOADEXPDET()
         figures = percent.failed() ? Reading<SharedFigures>::failure()
                                    : ShareExpense(expense.amount, *percent, salary(), EmployeesInHand(), FBTRate);
     }
-    NoteReading(Screen::of(this), QStringLiteral("percentages of the expense"), percent.failed());
+    Screen::of(this)->noteReading(QStringLiteral("percentages of the expense"), !percent.failed());
     for (std::size_t i = 0; i < natures; ++i)
         ui->vsfe->setTextMatrix(rateRow, static_cast<int>(i) + 1,
                                 percent.failed() ? QString() : NumberText((*percent)[i]));
@@ -187,7 +205,7 @@ void ConsolidatedPanel::LOADALLEXPDET()
 {
     ErrorTail tail(formName);
     m_all = ShareAll(m_expenses, m_client.year, m_natures, salary(), EmployeesInHand(), FBTRate);
-    NoteReading(Screen::of(this), percentages(), m_all.failed());
+    Screen::of(this)->noteReading(percentages(), !m_all.failed());
     showFigures(ui->vsfr, m_all);
 }
 
@@ -234,7 +252,29 @@ bool ConsolidatedPanel::SAVESALDATA()
         tellTotalTooSmall();
         return false;
     }
-    return SaveSalaries(Cnn, m_client, m_quarter, SalaryRows(now, m_quarter, m_natures));
+    return save(now) || leaveUnsaved();
+}
+
+/// What is as it was read is not written: another user may have changed it since.
+bool ConsolidatedPanel::save(const QuarterSalary &now)
+{
+    if (now != m_stored && !SaveSalaries(Cnn, m_client, m_quarter, SalaryRows(now, m_quarter, m_natures)))
+        return false;
+    m_stored = now;
+    return true;
+}
+
+/// Asks whether to give up what was typed and could not be saved. The figures are then those of the stored salaries.
+bool ConsolidatedPanel::leaveUnsaved()
+{
+    constexpr int no = 2;
+    const QString question = tr("The salaries could not be saved. Do you want to leave without saving them?");
+    if (MsgBox(this, question, Buttons::YesNo, Icon::Exclamation, {}, no) != Reply::Yes)
+        return false;
+    showSalary(m_stored);
+    LOADEXPDET();
+    LOADALLEXPDET();
+    return true;
 }
 
 void ConsolidatedPanel::keepSalaries()
@@ -243,5 +283,5 @@ void ConsolidatedPanel::keepSalaries()
     const QScopedValueRollback silent(m_silent, true);
     ui->vsfs->finishEdit();
     if (const QuarterSalary now = salary(); m_salaryRead && !now.totalTooSmall())
-        SaveSalaries(Cnn, m_client, m_quarter, SalaryRows(now, m_quarter, m_natures));
+        save(now);
 }

@@ -3,7 +3,7 @@
 #include "context/errortail.h"
 #include "context/modbase.h"
 #include "controls/grid.h"
-#include "entry/readingnote.h"
+#include "controls/screen.h"
 #include "records/law.h"
 
 #include <algorithm>
@@ -71,5 +71,6 @@ void GETITEMS(Grid *grid, int year)
     const RowsRead<ExpenseItem> items = ExpenseItems(Cnn, year);
     grid->setColComboList(1, displayList(choices(heads)));
     grid->setColComboList(2, displayList(choices(items)));
-    NoteReading(Screen::of(grid), QStringLiteral("descriptions of heads and items"), heads.failed() || items.failed());
+    Screen::of(grid)->noteReading(QStringLiteral("descriptions of heads and items"),
+                                  !heads.failed() && !items.failed());
 }

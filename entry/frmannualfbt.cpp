@@ -10,7 +10,6 @@
 #include "entry/expenselists.h"
 #include "entry/figures.h"
 #include "entry/natures.h"
-#include "entry/readingnote.h"
 #include "platform/text.h"
 
 #include <algorithm>
@@ -110,10 +109,10 @@ void frmannualfbt::setUpList()
 {
     ui->vsf2->setFixedRows(2);
     ui->vsf2->setMergeHeaders(true);
-    m_list = new RowList<AnnualRow>(this, ListEdit::ofExpenses(*ui, ui->cmdback, {ui->famselect}), listColumns(),
+    m_list = new RowList<AnnualRow>(this, ListEdit::ofEntries(*ui, {ui->famselect}), listColumns(),
                                     {.what = QStringLiteral("expenses"),
                                      .read = [this] { return readLines(); },
-                                     .key = {},
+                                     .key = [](const AnnualRow &line) { return KeyOf(line); },
                                      .CLEARDATA = [this] { clearFields(); },
                                      .LOADDATA = [this](const AnnualRow &line) { showLine(line); },
                                      .CMDUPDATE_CLICK = [this] { CMDUPDATEDED_CLICK(); },
@@ -135,7 +134,7 @@ void frmannualfbt::INITDATA(int nature)
 {
     ErrorTail tail(this);
     const RowsRead<Nature> natures = ClientNatures(Cnn, m_client.code);
-    NoteReading(this, QStringLiteral("natures of business"), natures.failed());
+    noteReading(QStringLiteral("natures of business"), !natures.failed());
     FillNatures(ui->cbonature, *natures, nature);
     connect(ui->cbonature, &QComboBox::currentIndexChanged, this, &frmannualfbt::CBONATURE_CLICK);
     CBONATURE_CLICK();
@@ -177,8 +176,6 @@ void frmannualfbt::clearFields()
     m_entry->clear();
     for (int i = firstAmountField; i < firstAmountField + quarterCount; ++i)
         txtdedflds[i]->clear();
-    for (QPushButton *button : {ui->cmdmodifyded, ui->cmddeleteded})
-        button->setEnabled(ui->vsf2->hasDataRow());
 }
 
 void frmannualfbt::showLine(const AnnualRow &line)
@@ -228,7 +225,9 @@ void frmannualfbt::CMDUPDATEDED_CLICK()
 void frmannualfbt::saveLine(const QuarterAmounts &amounts)
 {
     const auto written = SaveAnnual(Cnn, m_client, m_nature, m_entry->expId(), amounts, m_list->edited());
-    if (written)
+    if (!written)
+        m_list->notSaved();
+    else
         m_list->saved([&](const AnnualRow &line) { return IsLine(line, *written); });
 }
 
@@ -238,10 +237,9 @@ void frmannualfbt::CMDDELETEDED_CLICK(const AnnualRow &line)
     if (MsgBox(this, QStringLiteral("Do you want to Delete Selected Item?"), Buttons::YesNo, Icon::Question, {}, 2) !=
         Reply::Yes)
         return;
-    DeleteAnnual(Cnn, m_client, line);
+    if (!DeleteAnnual(Cnn, m_client, line))
+        return; // it stays, and stays current
     LOADGRIDDED();
-    if (!ui->vsf2->hasDataRow())
-        ui->cmdaddded->setFocus(Qt::OtherFocusReason);
     m_list->LOADDATA();
 }
 

@@ -13,7 +13,6 @@
 #include "entry/expenselists.h"
 #include "entry/frmannualfbt.h"
 #include "entry/natures.h"
-#include "entry/readingnote.h"
 #include "payments/challan.h"
 #include "platform/text.h"
 #include "records/change.h"
@@ -100,7 +99,7 @@ frmfbtdet::~frmfbtdet() = default;
 void frmfbtdet::setUpList()
 {
     m_list = new RowList<Expense>(
-        this, ListEdit::ofExpenses(*ui, ui->cmdback, {ui->famselect, ui->fambuttons}), listColumns(),
+        this, ListEdit::ofEntries(*ui, {ui->famselect, ui->fambuttons}), listColumns(),
         {.what = ownExpenses,
          .read = [this] { return readRows(); },
          .key = [](const Expense &row) { return row.srNo; },
@@ -111,9 +110,8 @@ void frmfbtdet::setUpList()
          .mayAdd = [this] { return NatureChosen(this, ui->cbonature); },
          .mayModify = [this](const Expense &row) { return mayModify(row); },
          .colour =
-             [](const Expense &row) {
-                 return row.srNo == shareSrNo ? std::optional(QColor(Qt::blue)) : std::nullopt;
-             }});
+             [](const Expense &row) { return row.srNo == shareSrNo ? std::optional(QColor(Qt::blue)) : std::nullopt; },
+         .LOADGRID = [this] { LOADGRIDDED(); }});
 }
 
 void frmfbtdet::connectButtons()
@@ -157,7 +155,7 @@ void frmfbtdet::FORM_ACTIVATE()
 /// The employees belong to what is in hand from here on.
 void frmfbtdet::takeAddInfo()
 {
-    NoteReading(this, additionalInformation, !LOADADDINFO(client()));
+    noteReading(additionalInformation, LOADADDINFO(client()));
     m_inHand = InHand::now();
 }
 
@@ -178,7 +176,7 @@ void frmfbtdet::LOADNATURES()
 {
     ErrorTail tail(this);
     const RowsRead<Nature> natures = ClientNatures(Cnn, client().code);
-    NoteReading(this, businessNatures, natures.failed());
+    noteReading(businessNatures, !natures.failed());
     m_natures = *natures;
     // The list follows once a quarter is selected.
     const QSignalBlocker blocker(ui->cbonature);
@@ -189,7 +187,7 @@ void frmfbtdet::LOADNATURES()
 
 void frmfbtdet::LOADSALDET()
 {
-    NoteReading(this, salaries, !ui->famcon->LOADSALDET(m_quarter));
+    noteReading(salaries, ui->famcon->LOADSALDET(m_quarter));
 }
 
 bool frmfbtdet::sharesExpenses() const
@@ -279,7 +277,7 @@ void frmfbtdet::GETCONSITEMS(std::vector<Expense> &rows)
 {
     ErrorTail tail(this);
     const RowsRead<Expense> expenses = ExpensesOfQuarter(Cnn, client(), m_quarter, consolidatedNature, m_nature);
-    NoteReading(this, consolidatedExpenses, expenses.failed());
+    noteReading(consolidatedExpenses, !expenses.failed());
     const auto shares = SharesOf(*expenses, positionOf(m_nature, m_natures), ui->famcon->salary());
     rows.insert(rows.end(), shares.begin(), shares.end());
 }
@@ -364,8 +362,6 @@ void frmfbtdet::clearFields()
 {
     m_entry->clear();
     ui->txtdedflds_2->clear();
-    for (QPushButton *button : {ui->cmdmodifyded, ui->cmddeleteded})
-        button->setEnabled(ui->vsf2->hasDataRow());
 }
 
 void frmfbtdet::showRow(const Expense &expense)
@@ -397,11 +393,10 @@ void frmfbtdet::CMDDELETEDED_CLICK(const Expense &row)
     if (MsgBox(this, QStringLiteral("Do you want to Delete Selected Item?"), Buttons::YesNo, Icon::Question, {}, 2) !=
         Reply::Yes)
         return;
-    ChangeTogether(
-        Cnn, [&](Change &change) { return DeleteExpense(change, client(), row); }, Doing::Delete);
+    if (!ChangeTogether(
+            Cnn, [&](Change &change) { return DeleteExpense(change, client(), row); }, Doing::Delete))
+        return; // it stays, and stays current
     LOADGRIDDED();
-    if (!ui->vsf2->hasDataRow())
-        ui->cmdaddded->setFocus(Qt::OtherFocusReason);
     LOADDATADED();
 }
 
@@ -414,7 +409,7 @@ void frmfbtdet::CMDUPDATEDED_CLICK()
     if (!m_entry->itemChosen())
         return;
     if (!saveRow())
-        return; // what was typed stays
+        return m_list->notSaved();
     LOADGRIDDED();
     m_list->endEdit();
 }
@@ -469,7 +464,8 @@ void frmfbtdet::CMDADDINFO_CLICK()
     ErrorTail tail(this);
     constexpr int lastYearOfFirstForm = 2006;
     const Employees before = EmployeesInHand();
-    if (!couldRead(additionalInformation))
+    const bool known = couldRead(additionalInformation);
+    if (!known)
         takeAddInfo();
     // What did not come into the year would be missing for good once the user saves there.
     if (!couldRead(additionalInformation))
@@ -479,28 +475,32 @@ void frmfbtdet::CMDADDINFO_CLICK()
     else
         Base->ShowAddInfo1();
     takeAddInfo();
-    if (EmployeesInHand() == before)
+    if (EmployeesInHand() == before && couldRead(additionalInformation) == known)
         return;
-    LOADGRIDDED();
-    LOADDATADED();
+    m_list->reload();
 }
 
 void frmfbtdet::CMDCONEXP_CLICK()
 {
     ErrorTail tail(this);
-    if (!ui->famcon->salaryRead())
-        LOADSALDET();
+    LOADSALDET(); // another user may have changed them
     ui->famcon->show();
     ui->famcon->begin();
+    showConsolidatedFigures();
     ui->Frame3->hide();
+}
+
+void frmfbtdet::showConsolidatedFigures()
+{
+    GETCONSFIGS();
+    markFigures(true);
 }
 
 void frmfbtdet::closeConsolidated()
 {
     if (!ui->famcon->SAVESALDATA())
         return;
-    GETCONSFIGS();
-    markFigures(true);
+    showConsolidatedFigures();
     ui->Frame3->show();
     ui->cmdconexp->setFocus(Qt::OtherFocusReason);
     ui->famcon->hide();
@@ -533,6 +533,12 @@ bool frmfbtdet::FORM_KEYPRESS(int asciiKey)
         return true;
     }
     return (asciiKey == escapeKey && m_list->escape()) || Screen::FORM_KEYPRESS(asciiKey);
+}
+
+/// Tab in a salary that is being typed goes on to the next one, and from the last one out of the grid.
+bool frmfbtdet::FORM_KEYDOWN(int key, Qt::KeyboardModifiers modifiers)
+{
+    return (key == Qt::Key_Tab && ui->famcon->editNextSalary()) || Screen::FORM_KEYDOWN(key, modifiers);
 }
 
 /// What was opened from here is for the same client and year, so it goes first. False when one of them stays.

@@ -37,6 +37,7 @@ public:
     bool FORM_UNLOAD() override;
     void FORM_SESSIONEND() override;
     bool FORM_KEYPRESS(int asciiKey) override;
+    bool FORM_KEYDOWN(int key, Qt::KeyboardModifiers modifiers) override;
 
 private:
     void setUpList();
@@ -71,6 +72,7 @@ private:
     void clearTax();
     void markFigures(bool computed);
     void showProportion(const QString &text);
+    void showConsolidatedFigures();
     void closeConsolidated();
     bool saveRow();
     void tellConsolidated();

@@ -10,6 +10,7 @@ struct FBT_OFFERED QuarterSalary
     std::vector<double> ofNatures; ///< rupees, in the order of the natures on the screen
     double total = 0;              ///< of all natures together, as the user stated it; rupees
 
+    bool operator==(const QuarterSalary &other) const = default;
     [[nodiscard]] double sum() const; ///< of the natures
     /// A stated total below the sum cannot be right; above it there are people whom no nature claims.
     /// Compared in whole paise: 0.10 and 0.20 are a total of 0.30.

@@ -4,9 +4,9 @@
 #include "context/errortail.h"
 #include "context/modbase.h"
 #include "entry/frmfbtdet.h"
-#include "entry/readingnote.h"
 #include "frame/selection.h"
 #include "masters/frmclinfo.h"
+#include "records/clientstatus.h"
 #include "ui_frmsbase.h"
 
 #include <QMainWindow>
@@ -60,16 +60,30 @@ void frmsbase::PROCEED()
     }
     if (!closeOther())
         return;
-    const int row = ui->ClGrd1->Row();
-    // Without the client's row its percentages would be those of an employer who bears no tax.
-    const bool taken =
-        TakeClientAndYear(ui->ClGrd1->TextMatrix(row, 0), ui->ClGrd1->TextMatrix(row, 1), ui->cboasyear->currentText());
-    NoteReading(this, QStringLiteral("details of the client"), !taken);
-    if (!taken)
+    if (!takeChosen())
         return;
     if (Base->TYear > lastTaxedYear)
         MsgBox(this, QStringLiteral("FBT is not applicable for A.Y. 2010-11."), Buttons::Ok, Icon::Information);
     openOnce<frmfbtdet>(MdiForm);
+}
+
+/// Without the client's row its percentages would be those of an employer who bears no tax, and what is entered would
+/// belong to nobody. False, after telling why, when it is not there.
+bool frmsbase::takeChosen()
+{
+    const int row = ui->ClGrd1->Row();
+    const QString code = ui->ClGrd1->TextMatrix(row, 0);
+    const Reading<ClientStatus> client = StatusOfClient(Cnn, code);
+    if (client.none()) {
+        MsgBox(this, tr("This client is no longer there. Another user may have deleted it or changed its code."),
+               Buttons::Ok, Icon::Exclamation);
+        ui->ClGrd1->DispClGrid();
+        return false;
+    }
+    const bool taken =
+        !client.failed() && TakeClientAndYear(code, ui->ClGrd1->TextMatrix(row, 1), ui->cboasyear->currentText());
+    noteReading(QStringLiteral("details of the client"), taken);
+    return taken;
 }
 
 /// The working screen keeps the client and year that it was opened for, so it goes, by its own question, before another

@@ -24,6 +24,7 @@ public:
 private:
     void PROCEED();
     bool closeOther();
+    bool takeChosen();
 
     std::unique_ptr<Ui::frmsbase> ui;
 };

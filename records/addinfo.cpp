@@ -141,7 +141,7 @@ Reading<Employees> OpenAddInfoYear(Connection *cnn, const ClientYear &client)
     Reading<Employees> employees = EmployeesOfYear(cnn, client);
     if (!employees.none())
         return employees;
-    ChangeTogether(cnn, [&](Change &change) {
+    const bool opened = ChangeTogether(cnn, [&](Change &change) {
         if (!change.lock("FBT_AddInfo", client.code))
             return false;
         employees = EmployeesOfYear(cnn, client); // another user may have opened the year meanwhile
@@ -155,7 +155,7 @@ Reading<Employees> OpenAddInfoYear(Connection *cnn, const ClientYear &client)
         employees = before.Eof() ? Employees() : employeesIn(before);
         return change.write(before.Eof() ? firstRow(client, {}) : copiedRow(client, before));
     });
-    return employees.none() ? Employees() : employees; // known even when the row could not be written
+    return opened ? employees : Reading<Employees>::failure();
 }
 
 bool CarryBanksForward(Connection *cnn, const ClientYear &client)

@@ -33,7 +33,8 @@ FBT_OFFERED bool InsertDefaultAddInfo(Change &change, const ClientYear &client, 
 
 /// Sees that the year has its row, and gives its employees. A year without a row gets one: what changes slowly is copied
 /// from the year before, what belongs to one return starts anew; without a year before, the default row. Nothing is
-/// written unless both readings show that it is missing.
+/// written unless both readings show that it is missing. Failed also when the row could not be written: whoever saves the
+/// year later would save it without what should have come from the year before.
 FBT_OFFERED Reading<Employees> OpenAddInfoYear(Connection *cnn, const ClientYear &client);
 
 /// Copies the bank accounts of the year before, all or none, when the year has none. False when an account could not be

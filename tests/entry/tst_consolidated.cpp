@@ -2,6 +2,7 @@
 #include "entry/quartersalary.h"
 #include "tests/entry/entrydesk.h"
 
+#include <QLabel>
 #include <QRandomGenerator>
 
 namespace {
@@ -70,7 +71,7 @@ private slots:
     void unreadSalariesStay()
     {
         EntryDesk desk(2008, {1, 3});
-        desk.client.salary(2008, 1, 1, 300).salary(2008, 1, -1, 300);
+        desk.client.salary(2008, 1, 1, 300).salary(2008, 1, -1, 300).expense(2008, 1, -1, localConveyance, 1000);
         const QStringList before = desk.salaries();
         auto *screen = [&desk] {
             const WithoutTable without("FBT_SalDet");
@@ -86,6 +87,58 @@ private slots:
         desk.click("cmdconexp"); // reads them again
         QVERIFY(screen->couldRead());
         QCOMPARE(desk.shown("vsfs"), QStringList("Salary and Wages 300.00 0.00 300.00"));
+        QCOMPARE(desk.figures().value(1), "200.00"); // 20% of all of it; the other nature has 5%
+        QVERIFY(!desk.find<QLabel>("unreadStrip")->isVisible());
+    }
+
+    /// What another user saved since the quarter was chosen is shown, and not written over by looking at it.
+    void salariesOfAnotherUser()
+    {
+        EntryDesk desk(2008, {1, 3});
+        desk.client.salary(2008, 1, 1, 300).salary(2008, 1, -1, 300);
+        desk.open<frmfbtdet>();
+        Cnn->Execute("Update FBT_SalDet Set Amt=900");
+        openPanel(desk);
+        QCOMPARE(desk.shown("vsfs"), QStringList("Salary and Wages 900.00 0.00 900.00"));
+        Cnn->Execute("Update FBT_SalDet Set Amt=1200");
+        desk.key(Qt::Key_Escape);
+        QCOMPARE(desk.salaries(), QStringList({"1\t1\t1200", "1\t-1\t1200"}));
+    }
+
+    /// Salaries that cannot be saved hold nobody back who gives them up.
+    void leavesWithoutSaving()
+    {
+        EntryDesk desk(2008, {1, 3});
+        desk.client.salary(2008, 1, 1, 300).salary(2008, 1, -1, 300);
+        desk.open<frmfbtdet>();
+        const Refusing refusing("Delete", "FBT_SalDet");
+        openPanel(desk);
+        desk.key(Qt::Key_Escape); // nothing was typed, so nothing is asked
+        openPanel(desk);
+        desk.typeCell("vsfs", 1, 1, "40");
+        for (const Reply reply : {Reply::No, Reply::Yes}) {
+            QVERIFY(desk.visible("famcon"));
+            desk.answers({reply});
+            desk.key(Qt::Key_Escape);
+            QVERIFY(desk.said().value(0).startsWith("The salaries could not be saved."));
+        }
+        QVERIFY(!desk.visible("famcon"));
+        QCOMPARE(desk.shown("vsfs"), QStringList("Salary and Wages 300.00 0.00 300.00"));
+    }
+
+    void tabGoesToTheNextSalary()
+    {
+        EntryDesk desk(2008, {1, 3});
+        desk.open<frmfbtdet>();
+        typeSalaries(desk, "40");
+        for (const char *typed : {"50", "90"}) {
+            desk.key(Qt::Key_Tab);
+            QVERIFY(desk.grid("vsfs")->isEditing());
+            desk.keys(typed);
+        }
+        desk.key(Qt::Key_Tab);
+        QVERIFY(!desk.grid("vsfs")->hasFocus());
+        QCOMPARE(desk.shown("vsfs"), QStringList("Salary and Wages 40.00 50.00 90.00"));
     }
 
     /// The figures of all natures of a quarter add up to what the computation of the year finds, on random clients.

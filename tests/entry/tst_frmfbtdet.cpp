@@ -1,4 +1,5 @@
 #include "entry/addinfo.h"
+#include "entry/frmannualfbt.h"
 #include "entry/frmfbtdet.h"
 #include "tests/entry/entrydesk.h"
 
@@ -54,6 +55,57 @@ private slots:
             Cnn->setObserver({});
             Cnn->Execute("Rename Table if exists Elsewhere to FBT_AddInfo");
             QCOMPARE(desk.module.rows(allRows).size(), 1);
+        }
+    }
+
+    /// A year whose row could not be written is as good as unread: saved there, a default row would stay for good.
+    void unwrittenYearIsNotOpened()
+    {
+        EntryDesk desk(2008, {1});
+        Cnn->Execute(rowOf2007);
+        desk.open<frmfbtdet>();
+        Cnn->Execute("Delete from FBT_AddInfo Where TYear=2008");
+        auto refusing = std::make_unique<Refusing>("Insert", "FBT_AddInfo");
+        QVERIFY(!LOADADDINFO({"A1", 2008}));
+        refusing.reset();
+        QVERIFY(LOADADDINFO({"A1", 2008}));
+        QCOMPARE(IndiaEmp, 12);
+    }
+
+    /// After a delete that failed the same row is current, so that a second try hits no other. After a save that failed,
+    /// since another user has deleted the row, the list shows what is left.
+    void rowOfAFailedChange()
+    {
+        for (const bool annual : {false, true}) {
+            EntryDesk desk(2008, {1});
+            desk.client.expense(2008, 1, 1, localConveyance, 10).expense(2008, 1, 1, festival, 40);
+            if (annual) {
+                auto *screen = new frmannualfbt({"A1", 2008});
+                screen->Load();
+                screen->INITDATA(1);
+                desk.sitAt(screen);
+            } else {
+                desk.open<frmfbtdet>();
+            }
+            Grid *list = desk.grid("vsf2");
+            const int second = list->FixedRows() + 1;
+            list->setRow(second);
+            {
+                const Refusing refusing("Delete", "FBT_Detail");
+                desk.answers({Reply::Yes});
+                desk.click("cmddeleteded");
+            }
+            QCOMPARE(list->Row(), second);
+            QCOMPARE(desk.text("txtdedflds_2"), "40.00");
+            desk.click("cmdmodifyded");
+            Cnn->Execute("Delete from FBT_Detail Where ExpId=102");
+            desk.type("txtdedflds_2", "50");
+            desk.click("cmdupdateded");
+            QCOMPARE(desk.focus(), "txtdedflds_0");
+            desk.click("cmdcancelded");
+            QCOMPARE(list->Rows(), second);
+            QCOMPARE(desk.text("txtdedflds_2"), "10.00");
+            desk.said();
         }
     }
 

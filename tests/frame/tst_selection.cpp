@@ -81,6 +81,24 @@ private slots:
         user.said();
     }
 
+    /// Another user has deleted the client meanwhile: nothing is opened, and the list shows who is left.
+    void clientWhoHasGone()
+    {
+        TestModule module(*server);
+        QMainWindow host;
+        MdiForm = &host;
+        Cnn->Execute("Create Table FBT_Info (Code_no Varchar(50), Name Varchar(50), ClStatus Int, SurApp Varchar(9))");
+        Cnn->Execute("Insert into FBT_Info Values ('A1','ALPHA',16,''),('B1','BETA',16,'')");
+        ScreenUser user;
+        user.open<frmsbase>(&host);
+        Cnn->Execute("Delete from FBT_Info Where Code_no='A1'");
+        user.grid("vsf")->setFocus();
+        user.key(Qt::Key_Return);
+        QVERIFY(user.said().value(0).startsWith("This client is no longer there."));
+        QVERIFY(!Screen::opened<frmfbtdet>() && Base->code.isEmpty());
+        QCOMPARE(user.grid("vsf")->TextMatrix(1, 0), QString("B1"));
+    }
+
     void unreadClientIsNotTaken()
     {
         TestModule module(*server);

@@ -87,3 +87,18 @@ public:
 private:
     QString m_table;
 };
+
+/// A table whose rows nobody can write in one way as long as this lives.
+class Refusing
+{
+public:
+    /// @param doing "Insert", "Update" or "Delete"
+    Refusing(const QString &doing, const QString &table)
+    {
+        Cnn->Execute(
+            Sql("Create Trigger Refusal Before ", doing, " on ", table, " For Each Row Signal SQLSTATE '45000'"));
+    }
+    ~Refusing() { Cnn->Execute("Drop Trigger Refusal"); }
+    Refusing(const Refusing &) = delete;
+    Refusing &operator=(const Refusing &) = delete;
+};
