@@ -60,8 +60,8 @@ XmlPlace firstWrongLine(const QString &path)
 class NeighbourResolver : public XMLEntityResolver
 {
 public:
-    explicit NeighbourResolver(QDir folder)
-        : m_folder(std::move(folder))
+    explicit NeighbourResolver(const QDir &folder)
+        : m_folder(folder)
     {
     }
 
