@@ -24,6 +24,7 @@ struct SampleYear
 {
     int year = 0; ///< first calendar year of the assessment year
     std::optional<SampleStaff> staff;
+    QString filed; ///< the day of the return, to which interest runs; empty: not yet
     std::vector<Salary> salaries;
     std::vector<Expense> expenses;
     std::vector<int> expenseLines; ///< where each of them stands in the data file

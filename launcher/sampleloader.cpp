@@ -37,16 +37,19 @@ ClientRecord infoOf(const SampleEmployer &employer)
     return info;
 }
 
-bool writeStaff(Change &change, const ClientYear &client, const SampleStaff &staff)
+bool writeAddInfo(Change &change, const ClientYear &client, const SampleYear &year)
 {
-    return InsertDefaultAddInfo(change, client, {true, staff.separateBooks, staff.india, staff.total});
+    Employees employees;
+    if (year.staff)
+        employees = {true, year.staff->separateBooks, year.staff->india, year.staff->total};
+    return InsertDefaultAddInfo(change, client, employees, year.filed);
 }
 
 bool writeYear(Change &change, const ClientYear &client, const SampleYear &year)
 {
     QHash<int, int> lastExpense; // by quarter
     QHash<int, int> lastChallan;
-    return (!year.staff || writeStaff(change, client, *year.staff)) &&
+    return ((!year.staff && year.filed.isEmpty()) || writeAddInfo(change, client, year)) &&
            all(year.salaries, [&](const Salary &salary) { return InsertSalary(change, client, salary); }) &&
            all(year.expenses,
                [&](Expense expense) {

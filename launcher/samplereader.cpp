@@ -203,6 +203,8 @@ private:
         year(words).staff = staff;
     }
 
+    void readFiled(const QStringList &words) { year(words).filed = date(words[1]); }
+
     void readSalary(const QStringList &words)
     {
         Salary salary;
@@ -270,6 +272,7 @@ const QHash<QString, SampleParser::Record> &SampleParser::records()
         {QStringLiteral("year"), {&SampleParser::readYear, 1, 1, QStringLiteral("one year")}},
         {QStringLiteral("employees"),
          {&SampleParser::readEmployees, 3, 4, QStringLiteral("INDIA of TOTAL [separate-books]")}},
+        {QStringLiteral("filed"), {&SampleParser::readFiled, 1, 1, QStringLiteral("one date")}},
         {QStringLiteral("salary"), {&SampleParser::readSalary, 3, 3, QStringLiteral("QUARTER NATURE|total AMOUNT")}},
         {QStringLiteral("expense"),
          {&SampleParser::readExpense, 4, 4, QStringLiteral("QUARTER NATURE|shared ITEM AMOUNT")}},

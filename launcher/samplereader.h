@@ -17,6 +17,7 @@ class QIODevice;
 ///     natures NUMBER...
 ///     year YYYY                            what follows belongs to this assessment year
 ///     employees INDIA of TOTAL [separate-books]
+///     filed DD/MM/YYYY                     day of the return, to which interest runs
 ///     salary QUARTER NATURE|total AMOUNT
 ///     expense QUARTER NATURE|shared ITEM AMOUNT
 ///     challan QUARTER|self|regular DD/MM/YYYY TAX SURCHARGE CESS HIGHER-CESS [INTEREST]

@@ -73,15 +73,16 @@ SqlText copiedRow(const ClientYear &client, const Recordset &before)
     });
 }
 
-SqlText firstRow(const ClientYear &client, const Employees &employees)
+SqlText firstRow(const ClientYear &client, const Employees &employees, const QString &filed = {})
 {
-    const QHash<QString, int> given{{"EmpBoth", employees.EmpBoth ? 1 : 0},
-                                    {"SepBooks", employees.SepBooks ? 1 : 0},
-                                    {"IndiaEmp", employees.IndiaEmp},
-                                    {"TotalEmp", employees.TotalEmp}};
+    const QHash<QString, QString> given{{"EmpBoth", QString::number(employees.EmpBoth ? 1 : 0)},
+                                        {"SepBooks", QString::number(employees.SepBooks ? 1 : 0)},
+                                        {"IndiaEmp", QString::number(employees.IndiaEmp)},
+                                        {"TotalEmp", QString::number(employees.TotalEmp)},
+                                        {"RetDt", filed}};
     return insertRow(client, [&given](const Column &column) {
         const auto own = given.constFind(QString::fromLatin1(column.name));
-        return own != given.constEnd() ? QString::number(*own) : QString::fromLatin1(column.first);
+        return own != given.constEnd() ? *own : QString::fromLatin1(column.first);
     });
 }
 
@@ -131,9 +132,9 @@ ColumnValues AddInfoDefaults()
     return values;
 }
 
-bool InsertDefaultAddInfo(Change &change, const ClientYear &client, const Employees &employees)
+bool InsertDefaultAddInfo(Change &change, const ClientYear &client, const Employees &employees, const QString &filed)
 {
-    return change.write(firstRow(client, employees));
+    return change.write(firstRow(client, employees, filed));
 }
 
 Reading<Employees> OpenAddInfoYear(Connection *cnn, const ClientYear &client)

@@ -29,7 +29,9 @@ FBT_OFFERED Reading<Employees> EmployeesOfYear(Connection *cnn, const ClientYear
 FBT_OFFERED ColumnValues AddInfoDefaults();
 
 /// Writes that row.
-FBT_OFFERED bool InsertDefaultAddInfo(Change &change, const ClientYear &client, const Employees &employees = {});
+/// @param filed the day on which the return was filed, `dd/mm/yyyy`; empty: not yet
+FBT_OFFERED bool InsertDefaultAddInfo(Change &change, const ClientYear &client, const Employees &employees = {},
+                                      const QString &filed = {});
 
 /// Sees that the year has its row, and gives its employees. A year without a row gets one: what changes slowly is copied
 /// from the year before, what belongs to one return starts anew; without a year before, the default row. Nothing is
