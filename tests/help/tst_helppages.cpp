@@ -162,7 +162,7 @@ private slots:
     {
         static const QRegularExpression caption(
             QStringLiteral(R"re(<property name="(?:text|title)"><string>([^<]+)</string>)re"));
-        const QMap<QString, QString> owners{{"consolidatedpanel", "frmfbtdet"}, {"instalmentpanel", "challan"}};
+        const QMap<QString, QString> owners{{"consolidatedpanel", "frmfbtdet"}, {"instalmentpanel", "challan"}, {"epaypanel", "challan"}};
         QStringList missing;
         for (const QString &drawing : sources(QStringLiteral("*.ui"))) {
             const QString name = QFileInfo(drawing).completeBaseName().toLower();
