@@ -39,6 +39,16 @@ struct Reader : ScreenUser
     }
     /// The page on show, "page.htm#anchor".
     [[nodiscard]] QString page() const { return find<HelpPane>("wb1")->LocationURL().section(u'/', -1); }
+    /// The topics that show in the tree.
+    [[nodiscard]] QStringList tree() const
+    {
+        QStringList titles;
+        for (int row = 0; row < grid("vsf")->Rows(); ++row) {
+            if (!grid("vsf")->RowHidden(row))
+                titles << grid("vsf")->TextMatrix(row, 0);
+        }
+        return titles;
+    }
     [[nodiscard]] int row() const { return grid("vsf")->Row(); }
     void press(const QString &button) const { find<QAction>(button)->trigger(); }
 
@@ -68,18 +78,18 @@ private slots:
     {
         Reader reader;
         reader.open<frmhelp>();
-        QCOMPARE(reader.shown("vsf"), QStringList({"First", "Second", "Gone"}));
+        QCOMPARE(reader.tree(), QStringList({"First", "Second", "Gone"}));
         QCOMPARE(reader.page(), QString("a.htm#1"));
         reader.grid("vsf")->setFocus();
         reader.key(Qt::Key_Right);
-        QCOMPARE(reader.shown("vsf").value(1), QString("    Inner, part"));
+        QCOMPARE(reader.tree().value(1), QString("    Inner, part"));
         reader.key(Qt::Key_Down);
         reader.key(Qt::Key_Return);
         QCOMPARE(reader.page(), QString("a.htm#1-1"));
         reader.key(Qt::Key_Left); // closed already: to the topic that it belongs to
         QCOMPARE(reader.row(), 0);
         reader.key(Qt::Key_Left);
-        QCOMPARE(reader.shown("vsf").size(), 3);
+        QCOMPARE(reader.tree().size(), 3);
     }
 
     void buttonsWalkAndTheTreeFollows()

@@ -76,10 +76,10 @@ public:
 };
 
 /// The screen of a company in front of a user, with the portal's double and a real browser at hand.
-class Payment : public ScreenUser
+class Desk : public ScreenUser
 {
 public:
-    explicit Payment(TestModule &module, const QString &state = "maharashtra")
+    explicit Desk(TestModule &module, const QString &state = "maharashtra")
     {
         for (const char *table : {"FBT_Info", "FBT_Challan"})
             module.connection.Execute(Sql("Delete from ", table));
@@ -98,7 +98,7 @@ public:
         WatchedBrowser::maximized = 0;
         open<Challan>();
     }
-    ~Payment() { SuiteObjects = nullptr; }
+    ~Desk() { SuiteObjects = nullptr; }
 
     void pay() { click("cmdePay"); }
     /// Does something once the run stands at a stage; the words are the beginning of what it shows.
@@ -135,7 +135,7 @@ const QString allValues =
     " f.Add_Line5.value, f.Add_State.value, f.Add_PIN.value, f.Add_EMAIL.value, f.Add_MOBILE.value, f.AssessYear.value,"
     " r('MajorHead'), r('MinorHead'), document.activeElement.name].join('|');";
 
-const QString connecting = "Connecting to e-Tax Payment System ..........";
+const QString connecting = "Connecting to e-Tax Desk System ..........";
 const QString opening = "Opening CHALLAN NO./ITNS 283 ..........";
 
 } // namespace
@@ -165,7 +165,7 @@ private slots:
 
     void fillsTheForm()
     {
-        Payment user(*m_module);
+        Desk user(*m_module);
         user.portal.startPage = user.portal.challanPage = Manner::Slow;
         user.pay();
         QCOMPARE(user.inPage(allValues).toString(),
@@ -188,7 +188,7 @@ private slots:
 
     void unknownStateAndNoType()
     {
-        Payment user(*m_module, "BOMBAY");
+        Desk user(*m_module, "BOMBAY");
         user.choose("Combo1", -1);
         user.pay();
         const QStringList values = user.inPage(allValues).toString().split('|');
@@ -204,21 +204,21 @@ private slots:
         {
             const char *name;
             bool secondStage;
-            std::function<void(Payment &)> act;
+            std::function<void(Desk &)> act;
             QString message;
             bool stays;
         };
-        const auto closeWindow = [](Payment &) { asked("DELETE", WatchedBrowser::session() + "/window"); };
-        const std::vector<Row> rows{{"back", false, [](Payment &user) { user.click("cmdcancelPg"); }, {}, false},
-                                    {"back later", true, [](Payment &user) { user.click("cmdcancelPg"); }, {}, false},
-                                    {"escape", true, [](Payment &user) { user.key(Qt::Key_Escape); }, {}, false},
-                                    {"screen closed", false, [](Payment &user) { user.screen()->Unload(); }, {}, false},
-                                    {"stop", false, [](Payment &user) { user.click("cmdstoppg"); }, {}, true},
-                                    {"stop later", true, [](Payment &user) { user.click("cmdstoppg"); }, {}, true},
-                                    {"by hand", false, closeWindow, "Could not Open e-Tax Payment System.", false},
+        const auto closeWindow = [](Desk &) { asked("DELETE", WatchedBrowser::session() + "/window"); };
+        const std::vector<Row> rows{{"back", false, [](Desk &user) { user.click("cmdcancelPg"); }, {}, false},
+                                    {"back later", true, [](Desk &user) { user.click("cmdcancelPg"); }, {}, false},
+                                    {"escape", true, [](Desk &user) { user.key(Qt::Key_Escape); }, {}, false},
+                                    {"screen closed", false, [](Desk &user) { user.screen()->Unload(); }, {}, false},
+                                    {"stop", false, [](Desk &user) { user.click("cmdstoppg"); }, {}, true},
+                                    {"stop later", true, [](Desk &user) { user.click("cmdstoppg"); }, {}, true},
+                                    {"by hand", false, closeWindow, "Could not Open e-Tax Desk System.", false},
                                     {"by hand later", true, closeWindow, "Could not Open Challan.", false}};
         for (const Row &row : rows) {
-            Payment user(*m_module);
+            Desk user(*m_module);
             (row.secondStage ? user.portal.challanPage : user.portal.startPage) = Manner::NeverAnswers;
             QString session;
             QElapsedTimer since;
@@ -238,7 +238,7 @@ private slots:
 
     void portalThatIsNotThere()
     {
-        Payment user(*m_module);
+        Desk user(*m_module);
         user.portal.challanPage = Manner::CannotFind;
         user.pay();
         QCOMPARE(user.said(), QStringList("Failed"));
@@ -249,7 +249,7 @@ private slots:
 
     void pageWithoutTheFormIsWaitedForInPeace()
     {
-        Payment user(*m_module);
+        Desk user(*m_module);
         user.portal.challanPage = Manner::WithoutForm;
         std::clock_t spent = 0;
         user.atStage(opening, [&] {
@@ -265,7 +265,7 @@ private slots:
 
     void whatIsMissingIsSaid()
     {
-        Payment user(*m_module);
+        Desk user(*m_module);
         user.leave([] { return std::make_unique<Broken>(); });
         user.pay();
         user.withoutBrowser();
