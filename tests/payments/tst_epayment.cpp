@@ -40,7 +40,7 @@ bool windowIsThere(const QString &session)
     return !session.isEmpty() && asked("GET", session + "/window").isString();
 }
 
-/// The registered browser, which the test can look at beside the panel that drives it. It ends with the test.
+/// The registered browser, which the test can look at beside the panel that drives it.
 class WatchedBrowser : public PayBrowser
 {
 public:
@@ -54,8 +54,8 @@ public:
     }
     ~WatchedBrowser() override
     {
-        driver().close();
-        last = nullptr;
+        if (last == this)
+            last = nullptr;
     }
     void Maximize() override
     {
@@ -98,7 +98,12 @@ public:
         WatchedBrowser::maximized = 0;
         open<Challan>();
     }
-    ~Desk() { SuiteObjects = nullptr; }
+    ~Desk()
+    {
+        if (WatchedBrowser::last != nullptr)
+            WatchedBrowser::last->Close();
+        SuiteObjects = nullptr;
+    }
 
     void pay() { click("cmdePay"); }
     /// Does something once the run stands at a stage; the words are the beginning of what it shows.
@@ -304,6 +309,7 @@ private slots:
         const QString all = QString::fromUtf8(sockets.readAllStandardOutput());
         QVERIFY(all.contains("0100007F:" + port.rightJustified(4, '0')));
         QVERIFY(!all.contains("00000000:" + port.rightJustified(4, '0') + " 00000000:0000"));
+        browser.Close();
     }
 };
 
