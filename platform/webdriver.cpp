@@ -20,7 +20,7 @@ namespace {
 constexpr int startMs = 10000;   // of a driver
 constexpr int sessionMs = 60000; // of a browser, which may be updating itself
 constexpr int commandMs = 15000; // longer than a script may take
-constexpr int scriptMs = 5000;
+constexpr int scriptMs = 1000;   // also how long a look at a page that is still to come takes
 constexpr int pauseMs = 50;
 
 enum class Kind { Chrome, Edge, Firefox };
