@@ -140,7 +140,7 @@ const QString allValues =
     " f.Add_Line5.value, f.Add_State.value, f.Add_PIN.value, f.Add_EMAIL.value, f.Add_MOBILE.value, f.AssessYear.value,"
     " r('MajorHead'), r('MinorHead'), document.activeElement.name].join('|');";
 
-const QString connecting = "Connecting to e-Tax Desk System ..........";
+const QString connecting = "Connecting to e-Tax Payment System ..........";
 const QString opening = "Opening CHALLAN NO./ITNS 283 ..........";
 
 } // namespace
@@ -220,7 +220,7 @@ private slots:
                                     {"screen closed", false, [](Desk &user) { user.screen()->Unload(); }, {}, false},
                                     {"stop", false, [](Desk &user) { user.click("cmdstoppg"); }, {}, true},
                                     {"stop later", true, [](Desk &user) { user.click("cmdstoppg"); }, {}, true},
-                                    {"by hand", false, closeWindow, "Could not Open e-Tax Desk System.", false},
+                                    {"by hand", false, closeWindow, "Could not Open e-Tax Payment System.", false},
                                     {"by hand later", true, closeWindow, "Could not Open Challan.", false}};
         for (const Row &row : rows) {
             Desk user(*m_module);
