@@ -116,6 +116,9 @@ public:
     static void setGeometryStore(QSettings *store);
     static QSettings *geometryStore();
 
+    /// What F1 does on every screen: `help` gets the screen in front of the user. Without it F1 is a key like others.
+    static void setHelp(const std::function<void(Screen &asked)> &help);
+
     /// The one screen of a class that is open as a child, nullptr when there is none.
     template<class S>
     static S *opened()

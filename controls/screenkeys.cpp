@@ -25,6 +25,12 @@ bool isEnter(const QKeyEvent *event)
     return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
 }
 
+std::function<void(Screen &)> &helpInPlace()
+{
+    static std::function<void(Screen &)> help;
+    return help;
+}
+
 bool isToggle(const QWidget *widget)
 {
     return qobject_cast<const QCheckBox *>(widget) || qobject_cast<const QRadioButton *>(widget);
@@ -118,6 +124,11 @@ bool Screen::mousePressed(QWidget *target, QEvent::Type type)
 
 // --- keys ---
 
+void Screen::setHelp(const std::function<void(Screen &asked)> &help)
+{
+    helpInPlace() = help;
+}
+
 bool Screen::keyPressed(QWidget *target, QKeyEvent *event)
 {
     const QPointer<Screen> alive(this);
@@ -126,6 +137,10 @@ bool Screen::keyPressed(QWidget *target, QKeyEvent *event)
     const QWidget *focus = target->window()->focusWidget();
     if (focus && focus != target && target->isAncestorOf(focus))
         return false;
+    if (event->key() == Qt::Key_F1 && event->modifiers() == Qt::NoModifier && helpInPlace()) {
+        helpInPlace()(*this);
+        return true;
+    }
     if (FORM_KEYDOWN(event->key(), event->modifiers()) || !alive || !shown)
         return true;
     const bool plain = !(event->modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier));

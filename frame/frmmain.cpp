@@ -10,6 +10,7 @@
 #include "frame/frmsbase.h"
 #include "frame/frmsettings.h"
 #include "frame/password.h"
+#include "help/frmhelp.h"
 #include "host/siblings.h"
 #include "masters/frmclinfo.h"
 #include "masters/frmduedts.h"
@@ -47,6 +48,8 @@ frmmain::frmmain(QWidget *parent)
     wireButtons();
     connect(&Timer4, &QTimer::timeout, this, &frmmain::TIMER4_TIMER);
     connect(this, &Screen::unloaded, this, [] {
+        if (auto *help = opened<frmhelp>())
+            help->Unload(); // the only screen outside the main window
         if (SuiteMode)
             return;
         NoTail none;
@@ -56,7 +59,10 @@ frmmain::frmmain(QWidget *parent)
     });
 }
 
-frmmain::~frmmain() = default;
+frmmain::~frmmain()
+{
+    setHelp({});
+}
 
 QMenu *frmmain::addMenu(const QString &name, const QString &caption)
 {
@@ -99,6 +105,7 @@ void frmmain::wireButtons()
     connect(ui->cmdreps, &PelkBtn::clicked, this, [this] { openMenuBeside(ui->cmdreps, mnureps); });
     connect(ui->cmdtools, &PelkBtn::clicked, this, [this] { openMenuBeside(ui->cmdtools, mnutools); });
     connect(ui->cmdsettings, &PelkBtn::clicked, this, &frmmain::CMDSETTINGS_CLICK);
+    connect(ui->cmdhelp, &PelkBtn::clicked, this, &frmmain::CMDHELP_CLICK);
     connect(ui->cmdbill, &PelkBtn::clicked, this, &frmmain::CMDBILL_CLICK);
     connect(ui->cmdmiscinf, &PelkBtn::clicked, this, &frmmain::CMDMISCINF_CLICK);
     connect(ui->cmdprod, &PelkBtn::clicked, this, &frmmain::CMDPROD_CLICK);
@@ -110,6 +117,7 @@ void frmmain::FORM_LOAD()
 {
     ErrorTail tail(this);
     m_firstActivation = true;
+    setHelp(&frmhelp::OpenFor);
     Base->Resize_For_Resolution(this);
     ui->cmdbill->setVisible(knows(QStringLiteral("PrjWexaBill.Forms")));
     ui->cmdmiscinf->setVisible(knows(QStringLiteral("WexaMiscInf.ClsMain")));
@@ -323,6 +331,12 @@ void frmmain::CMDSETTINGS_CLICK()
 {
     ErrorTail tail(this);
     openOnce<frmsettings>(MdiForm);
+}
+
+void frmmain::CMDHELP_CLICK()
+{
+    const ErrorTail tail(this);
+    frmhelp::Open();
 }
 
 void frmmain::CMDBILL_CLICK()

@@ -55,6 +55,7 @@ private:
     void MNUREPAIR_CLICK();
     void CMDFBTDET_CLICK();
     void CMDSETTINGS_CLICK();
+    void CMDHELP_CLICK();
     void CMDBILL_CLICK();
     void CMDMISCINF_CLICK();
     void CMDPROD_CLICK();

@@ -6,6 +6,8 @@
 #include <QString>
 
 class Connection;
+class QJsonArray;
+class QJsonValue;
 
 /// The billing module of the suite (`PrjWexaBill.Forms`), where a host has it.
 class FBT_OFFERED BillingObject : public SuiteObject
@@ -24,4 +26,23 @@ public:
     virtual void InitMe(const QString &appPath, Connection *connection, const QString &logName, double ratioX,
                         double ratioY, double ratioFontSize) = 0;
     virtual void ObjMain() = 0;
+};
+
+/// A window of the user's own browser, outside this process (`InternetExplorer.Application`). It is driven while a form is
+/// opened and filled, and then left to the user. The calls wait for the browser while events go on.
+class FBT_OFFERED BrowserObject : public SuiteObject
+{
+public:
+    enum class Opened { Yes, NoDriver, Failed };
+    enum class Result { Done, NotYet, Gone }; ///< Gone: the user has closed the window
+
+    /// Starts the browser, visible and empty.
+    virtual Opened Open() = 0;
+    [[nodiscard]] virtual bool Visible() = 0; ///< the window is there
+    virtual Result Navigate2(const QString &url) = 0;
+    /// Runs a script of the module's own in the page; what it returns is text from outside.
+    virtual Result Run(const QString &script, const QJsonArray &arguments, QJsonValue *value) = 0;
+    virtual void Maximize() = 0;
+    virtual void Close() = 0;
+    virtual void Interrupt() = 0; ///< ends the wait of the call on its way
 };

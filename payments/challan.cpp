@@ -59,8 +59,10 @@ Challan::Challan(QWidget *parent)
     optmop = ControlArray<QRadioButton>(this, QStringLiteral("optmop"));
     ui->Combo1->addItems(PaymentTypes());
     ui->famcalcadv->hide();
+    ui->fampg->hide();
     m_list = new ChallanList(ui->vsf, hasSecondCess());
     connectButtons();
+    connectEPay();
     connectFields();
     SETBUTTON(false);
 }
@@ -79,6 +81,7 @@ void Challan::connectButtons()
     clicked(ui->cmdcancel, &Challan::CMDCANCEL_CLICK);
     clicked(ui->cmdimp, &Challan::CMDIMP_CLICK);
     clicked(ui->cmdprintwin, &Challan::CMDPRINTWIN);
+    clicked(ui->cmdePay, &Challan::CMDEPAY_CLICK);
     clicked(ui->cmdbankm, &Challan::CMDBANKM_CLICK);
     clicked(ui->cmdcalcadv, &Challan::CMDCALCADV);
     clicked(ui->cmdback_0, &Challan::back);
@@ -87,6 +90,15 @@ void Challan::connectButtons()
     connect(ui->famcalcadv, &InstalmentPanel::statementAsked, this, &Challan::CMDINTCALREP_CLICK);
     connect(ui->famcalcadv, &InstalmentPanel::reading, this, &Screen::noteReading);
     connect(m_list, &ChallanList::moved, this, &Challan::LOADDATA);
+}
+
+void Challan::connectEPay()
+{
+    connect(ui->fampg, &EPayPanel::begun, this, [this] { ui->Frame1->hide(); });
+    connect(ui->fampg, &EPayPanel::ended, this, [this] {
+        ui->Frame1->show();
+        ui->cmdePay->setFocus(Qt::OtherFocusReason);
+    });
 }
 
 void Challan::connectFields()
@@ -128,6 +140,10 @@ void Challan::FORM_ACTIVATE()
 
 bool Challan::FORM_UNLOAD()
 {
+    if (ui->fampg->isRunning()) {
+        ui->fampg->cancel(); // the run still needs the screen
+        return false;
+    }
     return MsgBox(this, QStringLiteral("Do you want to exit?"), Buttons::YesNo, Icon::Question,
                   QStringLiteral("Confirmation")) == Reply::Yes;
 }
@@ -137,7 +153,9 @@ bool Challan::FORM_KEYPRESS(int asciiKey)
     ErrorTail tail(this);
     if (asciiKey != escapeKey)
         return false;
-    if (!ui->famcalcadv->isHidden())
+    if (!ui->fampg->isHidden())
+        ui->fampg->cancel();
+    else if (!ui->famcalcadv->isHidden())
         closePanel();
     else if (isEditing())
         CMDCANCEL_CLICK();
@@ -379,7 +397,7 @@ HeadAmounts Challan::ownHeads() const
 /// What comes into view comes first: the focus then never falls on a control elsewhere.
 void Challan::SETBUTTON(bool flag)
 {
-    const QList<QWidget *> browsing{ui->famact1, ui->vsf, ui->cmdprintwin, ui->cmdback_0};
+    const QList<QWidget *> browsing{ui->famact1, ui->vsf, ui->cmdprintwin, ui->cmdePay, ui->cmdback_0};
     ui->Frame2->setEnabled(flag);
     for (QWidget *widget : flag ? QList<QWidget *>{ui->famact2} : browsing)
         widget->show();
@@ -567,4 +585,12 @@ void Challan::CMDPRINTWIN()
     for (const auto &mark : ChallanMarks(form(), [](double rupees) { return Base->ConvertToWord(rupees); }))
         tail([&] { Reporter->SetText(mark.first, mark.second); });
     Reporter->ShowReport();
+}
+
+void Challan::CMDEPAY_CLICK()
+{
+    if (!couldRead(clientData))
+        LOADPAYER();
+    if (couldRead(clientData))
+        ui->fampg->DOCUMENTCOMPLETE(ChallanValues(m_payer, m_inHand.client.year, ui->Combo1->currentIndex()));
 }

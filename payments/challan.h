@@ -39,6 +39,7 @@ public:
 
 private:
     void connectButtons();
+    void connectEPay();
     void connectFields();
     void LOADPAYER();
     void LOADBANKS();
@@ -53,6 +54,7 @@ private:
     void CMDUPDATE_CLICK();
     void CMDIMP_CLICK();
     void CMDPRINTWIN();
+    void CMDEPAY_CLICK();
     void CMDBANKM_CLICK();
     void CMDCALCADV();
     void CMDTRANS_CLICK();

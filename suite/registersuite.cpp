@@ -3,6 +3,7 @@
 #include "host/objecttable.h"
 #include "host/suitecontext.h"
 #include "suite/miscinf.h"
+#include "suite/paybrowser.h"
 #include "suite/report/repview.h"
 #include "suite/wexabase.h"
 #include "suite/wexamain.h"
@@ -15,6 +16,8 @@ void RegisterSuiteObjects(ObjectTable &table, const SuiteContext &context)
     table.add(QStringLiteral("PrjWexaMainO.ClsMain"), [context] { return std::make_unique<WexaMain>(context); });
     table.add(QStringLiteral("PrjWexaRep.RepView"),
               [context, shelf] { return std::make_unique<RepView>(context, shelf); });
+    table.add(QStringLiteral("InternetExplorer.Application"),
+              [context] { return std::make_unique<PayBrowser>(BrowserSettings(context.settingsFile)); });
     table.add(QStringLiteral("WexaMiscInf.ClsMain"),
               [context, shelf] { return std::make_unique<MiscInf>(context, shelf); });
 }

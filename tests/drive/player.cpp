@@ -11,6 +11,7 @@
 #include "suite/report/repview.h"
 #include "tests/support/dump.h"
 
+#include <QApplication>
 #include <QFile>
 #include <QTimer>
 
@@ -82,6 +83,14 @@ bool writeReport(const QString &path)
     QFile file(path);
     const QByteArray text = (path.endsWith(u".html") ? viewer->asHtml() : viewer->asText()).toUtf8();
     return file.open(QIODevice::WriteOnly) && file.write(text) == text.size();
+}
+
+/// Saves the window in front of the user; false when there is none or the file cannot be written.
+bool takePicture(const QString &path)
+{
+    QWidget *modal = QApplication::activeModalWidget();
+    QWidget *window = modal != nullptr ? modal : QApplication::activeWindow();
+    return window != nullptr && window->grab().save(path);
 }
 
 void makeCurrent(Grid *grid, int row)
@@ -190,6 +199,10 @@ void Player::addStateCommands()
     m_handlers["report"] = [this](const Command &c) {
         if (!writeReport(c.rest.trimmed()))
             throw ScriptError("no report could be written to " + c.rest.trimmed());
+    };
+    m_handlers["picture"] = [](const Command &c) {
+        if (!takePicture(c.rest.trimmed()))
+            throw ScriptError("no picture could be written to " + c.rest.trimmed());
     };
 }
 

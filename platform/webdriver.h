@@ -1,0 +1,81 @@
+#pragma once
+
+#include "platform/offer.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QNetworkAccessManager>
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QStringList>
+
+class QNetworkReply;
+
+/// Which browser is driven, and by what.
+struct FBT_OFFERED WebDriverSettings
+{
+    QString driver;  ///< chromedriver, msedgedriver or geckodriver, by path or name; empty: the first that is found
+    QString browser; ///< the browser's program; empty: the one that the driver finds
+    QStringList arguments; ///< further arguments of the browser
+};
+
+/// The driver's program that the settings mean; empty when there is none.
+FBT_OFFERED QString DriverProgram(const QString &named);
+
+/// What a new session asks of a driver, told apart by its file name.
+FBT_OFFERED QJsonObject DriverCapabilities(const QString &program, const WebDriverSettings &settings);
+
+/// One window of a browser outside this process, driven by the W3C WebDriver protocol through a driver process of its own
+/// on a free port of the loopback address.
+///
+/// Each call waits for its answer while events go on, so `interrupt` and this object's owner can be called meanwhile; a
+/// second command cannot. The driver and the browser outlive this object and the program unless `close` was called.
+class FBT_OFFERED WebDriver : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum class Outcome {
+        Done,
+        Refused, ///< the browser is there but could not do it, or not yet
+        Gone     ///< the window, the browser or the driver is there no longer
+    };
+    struct Answer
+    {
+        Outcome outcome = Outcome::Gone;
+        QJsonValue value; ///< of a command that was done
+    };
+
+    explicit WebDriver(WebDriverSettings settings, QObject *parent = nullptr);
+
+    /// Starts the driver and a visible, empty window. False when either does not start; nothing is left running then.
+    bool open();
+    [[nodiscard]] bool isOpen();         ///< the window is still there
+    Answer navigate(const QString &url); ///< does not wait for the page
+    /// Runs a function body of this program's own in the page.
+    Answer execute(const QString &script, const QJsonArray &arguments = {});
+    Answer maximize();
+    void close(); ///< the window, the session and the driver
+    /// Ends the wait of the command on its way, as refused. A browser that is just being started is closed again.
+    void interrupt();
+
+    /// Address of the session at the driver; empty without one.
+    [[nodiscard]] QString sessionUrl() const { return m_session.isEmpty() ? QString() : m_base + m_session; }
+
+private:
+    bool startDriver(const QString &program);
+    bool waitForDriver();
+    bool startSession(const QString &program);
+    void stopDriver();
+    Answer send(const QByteArray &verb, const QString &path, const QJsonObject &body, int milliseconds);
+    Answer command(const QString &path, const QJsonObject &body = {});
+
+    WebDriverSettings m_settings;
+    QNetworkAccessManager m_net;
+    QPointer<QNetworkReply> m_reply;
+    QString m_base;    // "http://127.0.0.1:PORT"
+    QString m_session; // "/session/ID"
+    qint64 m_driver = 0;
+    bool m_interrupted = false; // while the browser was being started
+};
