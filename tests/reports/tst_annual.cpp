@@ -201,6 +201,17 @@ private slots:
         }
     }
 
+    /// What rounds to nothing has no sign.
+    void figuresAsShown()
+    {
+        for (const auto &[figure, shown] : {std::pair(0.3 - 0.1 - 0.2, "0.00"), std::pair(-0.004, "0.00"),
+                                            std::pair(-0.005, "(0.01)"), std::pair(2.675, "2.68")}) {
+            AnnualStatement statement;
+            statement.figures[BalanceRow][statementTotal] = figure;
+            QCOMPARE(statement.text(BalanceRow, statementTotal), shown);
+        }
+    }
+
     /// Rows of one item at several rates, in several quarters, and of a quarter that is none.
     void lines()
     {
