@@ -64,6 +64,12 @@ QString titleOf(const QWidget *widget)
             break;
         }
     }
+    return title;
+}
+
+/// A title without what a file may not be called.
+QString fileName(QString title)
+{
     static const QRegularExpression unfit(QStringLiteral(R"([^\w ()-]+)"));
     return title.replace(unfit, QStringLiteral(" ")).simplified();
 }
@@ -134,9 +140,17 @@ bool ExportActions::write(const QString &path) const
 {
     if (path.endsWith(u".csv", Qt::CaseInsensitive))
         return WriteCsv(m_all(), path);
-    if (!path.endsWith(u".pdf", Qt::CaseInsensitive))
+    if (path.endsWith(u".xlsx", Qt::CaseInsensitive))
         return WriteXlsx(m_all(), path);
     return m_pdf ? m_pdf(path) : SheetPdf() && SheetPdf()(m_all(), path);
+}
+
+QStringList ExportActions::endings() const
+{
+    QStringList endings{QStringLiteral("xlsx"), QStringLiteral("csv")};
+    if (canPdf())
+        endings << QStringLiteral("pdf");
+    return endings;
 }
 
 void ExportActions::save()
@@ -144,12 +158,15 @@ void ExportActions::save()
     QString filter = QStringLiteral("Spreadsheets (*.xlsx);;CSV files (*.csv)");
     if (canPdf())
         filter += QStringLiteral(";;PDF files (*.pdf)");
-    const QString name = m_all().title + QStringLiteral(".xlsx");
-    QString path = ChooseFile(m_widget, FileUse::Save, QStringLiteral("Save As"), filter, name);
+    const QString name = fileName(m_all().title) + QStringLiteral(".xlsx");
+    const QString path = ChooseFile(m_widget, FileUse::Save, QStringLiteral("Save As"), filter, name);
     if (path.isEmpty())
         return;
-    if (QFileInfo(path).suffix().isEmpty())
-        path += QStringLiteral(".xlsx");
+    if (!endings().contains(QFileInfo(path).suffix(), Qt::CaseInsensitive)) {
+        MsgBox(m_widget, QStringLiteral("The name of the file must end in .%1.").arg(endings().join(u", .")),
+               Buttons::Ok, Icon::Exclamation);
+        return;
+    }
     QApplication::setOverrideCursor(Qt::WaitCursor);
     const bool written = write(path);
     QApplication::restoreOverrideCursor();

@@ -30,11 +30,12 @@ public:
 
     void copyAll();
     void copySelected();
-    /// Asks for the file and writes what its ending says: .csv, .xlsx or .pdf, .xlsx without one.
+    /// Asks for the file and writes what its ending says: .csv, .xlsx or .pdf. Another ending is refused.
     void save();
 
 private:
     void addAction(const QString &text, const QKeySequence &keys, void (ExportActions::*slot)());
+    [[nodiscard]] QStringList endings() const;
     [[nodiscard]] bool write(const QString &path) const;
     [[nodiscard]] bool canPdf() const { return m_pdf || SheetPdf(); }
 

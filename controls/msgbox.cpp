@@ -2,6 +2,7 @@
 
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QRegularExpression>
 
 #include <utility>
 
@@ -62,13 +63,27 @@ Reply askUser(QWidget *parent, const MessageBox &box)
     return box.escapeReply();
 }
 
+/// A name without an ending gets that of the filter in force, before the user is asked whether to overwrite.
+QString askForSave(QWidget *parent, const FileRequest &request)
+{
+    QFileDialog dialog(parent, request.title, request.startPath, request.filter);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    const auto complete = [&dialog](const QString &filter) {
+        static const QRegularExpression ending(QStringLiteral(R"(\*\.(\w+))"));
+        dialog.setDefaultSuffix(ending.match(filter).captured(1));
+    };
+    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, complete);
+    complete(dialog.selectedNameFilter());
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
 QString askUser(QWidget *parent, const FileRequest &request)
 {
     switch (request.use) {
     case FileUse::Open:
         return QFileDialog::getOpenFileName(parent, request.title, request.startPath, request.filter);
     case FileUse::Save:
-        return QFileDialog::getSaveFileName(parent, request.title, request.startPath, request.filter);
+        return askForSave(parent, request);
     case FileUse::Folder:
         break;
     }

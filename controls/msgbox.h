@@ -60,7 +60,8 @@ FBT_OFFERED Answerer *SetAnswerer(Answerer *answerer);
 FBT_OFFERED Reply MsgBox(QWidget *parent, const QString &text, Buttons buttons = Buttons::Ok, Icon icon = Icon::None,
                          const QString &title = {}, int defaultButton = 1);
 
-/// Lets the user choose a file or a folder; empty when cancelled.
+/// Lets the user choose a file or a folder; empty when cancelled. The name of a file to save gets the ending of the chosen
+/// filter when it has none, and the user is asked before a file that is there is chosen.
 FBT_OFFERED QString ChooseFile(QWidget *parent, FileUse use, const QString &title, const QString &filter = {},
                                const QString &startPath = {});
 

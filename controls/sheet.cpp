@@ -2,6 +2,7 @@
 
 #include "platform/dates.h"
 
+#include <QLocale>
 #include <QRegularExpression>
 #include <QSaveFile>
 #include <QStringList>
@@ -23,19 +24,55 @@ QString dateFormat(const QString &text)
     return match.capturedLength(1) == 2 ? QStringLiteral("dd/mm/yy") : QStringLiteral("dd/mm/yyyy");
 }
 
-QString numberFormat(const QString &text)
+/// A number as it stands in a text.
+struct Written
 {
-    const qsizetype point = text.indexOf(u'.');
-    qsizetype places = 0;
-    while (point >= 0 && point + 1 + places < text.size() && text[point + 1 + places].isDigit())
-        ++places;
-    const bool grouped = text.contains(u',');
-    if (!grouped && places == 0)
+    double number = 0;
+    qsizetype places = 0; // after the point
+    bool grouped = false;
+    bool bracketed = false;
+};
+
+/// Groups parted by commas, a point before the decimals.
+std::optional<Written> readNumber(const QString &text)
+{
+    static const QRegularExpression pattern(
+        QStringLiteral(R"(^(\()?([-+]?)(\d{1,3}(?:,\d{2,3})+|\d+)(?:\.(\d+))?(\))?$)"));
+    const QRegularExpressionMatch match = pattern.match(text);
+    if (!match.hasMatch() || match.captured(1).isEmpty() != match.captured(5).isEmpty())
+        return std::nullopt;
+    const QString whole = match.captured(3).remove(u',');
+    const QString decimals = match.captured(4);
+    if ((whole.size() > 1 && whole[0] == u'0') || whole.size() + decimals.size() > mostDigits)
+        return std::nullopt;
+    const bool bracketed = match.capturedLength(1) > 0;
+    const double size = (whole + u'.' + decimals).toDouble();
+    const double number = match.captured(2) == u"-" || bracketed ? -size : size;
+    return Written{number, decimals.size(), match.captured(3).contains(u','), bracketed};
+}
+
+/// Amounts of statements come as the locale writes them, with two decimals; all other numbers with a point.
+std::optional<Written> writtenNumber(QString text)
+{
+    const QLocale locale;
+    const bool other = locale.decimalPoint() != u"." && text.contains(locale.decimalPoint());
+    if (other)
+        text.replace(locale.decimalPoint(), QStringLiteral("\n"));
+    if (other || locale.decimalPoint() == u".")
+        text.replace(locale.groupSeparator(), QStringLiteral(","));
+    const std::optional<Written> written = readNumber(text.replace(u'\n', u'.'));
+    constexpr qsizetype placesOfAmount = 2;
+    return other && written && written->places != placesOfAmount ? std::nullopt : written;
+}
+
+QString numberFormat(const Written &written)
+{
+    if (!written.grouped && written.places == 0)
         return {};
-    QString format = grouped ? QStringLiteral("#,##0") : QStringLiteral("0");
-    if (places > 0)
-        format += u'.' + QString(places, u'0');
-    return text.startsWith(u'(') ? format + QStringLiteral(";(") + format + u')' : format;
+    QString format = written.grouped ? QStringLiteral("#,##0") : QStringLiteral("0");
+    if (written.places > 0)
+        format += u'.' + QString(written.places, u'0');
+    return written.bracketed ? format + QStringLiteral(";(") + format + u')' : format;
 }
 
 bool looksLikeFormula(const QString &text)
@@ -56,15 +93,8 @@ QString csvCell(const QString &text)
 
 std::optional<double> ShownNumber(const QString &text)
 {
-    static const QRegularExpression pattern(QStringLiteral(R"(^(\()?([-+]?)(\d{1,3}(?:,\d{2,3})+|\d+)(\.\d+)?(\))?$)"));
-    const QRegularExpressionMatch match = pattern.match(text.trimmed());
-    if (!match.hasMatch() || match.captured(1).isEmpty() != match.captured(5).isEmpty())
-        return std::nullopt;
-    const QString whole = match.captured(3).remove(u',');
-    if ((whole.size() > 1 && whole[0] == u'0') || whole.size() + match.capturedLength(4) > mostDigits)
-        return std::nullopt;
-    const double size = (whole + match.captured(4)).toDouble();
-    return match.captured(2) == u"-" || match.capturedLength(1) > 0 ? -size : size;
+    const std::optional<Written> written = writtenNumber(text.trimmed());
+    return written ? std::optional(written->number) : std::nullopt;
 }
 
 SheetValue ValueOf(const SheetCell &cell)
@@ -75,9 +105,9 @@ SheetValue ValueOf(const SheetCell &cell)
         if (date.isValid())
             return {SheetValue::Kind::Date, static_cast<double>(QDate(1899, 12, 30).daysTo(date)), format};
     }
-    const std::optional<double> number = cell.right ? ShownNumber(text) : std::nullopt;
+    const std::optional<Written> number = cell.right ? writtenNumber(text) : std::nullopt;
     if (number)
-        return {SheetValue::Kind::Number, *number, numberFormat(text)};
+        return {SheetValue::Kind::Number, number->number, numberFormat(*number)};
     return {};
 }
 

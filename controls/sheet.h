@@ -33,8 +33,9 @@ struct Sheet
     std::function<bool(SheetRow &row)> next;
 };
 
-/// The number that a text shows: digits in groups or not, up to 15 of them, a point, a sign before it or brackets for a
-/// negative amount. A text with leading zeros is a code, not a number.
+/// The number that a text shows: up to 15 digits, a sign before it or brackets for a negative amount. A text with leading
+/// zeros is a code, not a number. Digits are in groups as the user's locale has them only where two decimals follow its
+/// decimal sign, as amounts have them; all else has a point, and groups only where the locale's decimal sign is one.
 FBT_OFFERED std::optional<double> ShownNumber(const QString &text);
 
 /// What a spreadsheet takes the cells of a text for.

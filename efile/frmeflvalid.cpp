@@ -403,6 +403,7 @@ void frmeflvalid::CMDPREVIEW_CLICK()
     tail([this] {
         Reporter->WinModeReport = true;
         Reporter->NewReport();
+        Reporter->title = QStringLiteral("List of Errors");
         ERRORREPORT();
         Reporter->ShowReport();
     });

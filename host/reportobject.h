@@ -44,6 +44,7 @@ public:
     QString Setapppath;
     QString Settmppath;
     bool WinModeReport = false; ///< windowed preview of a tabular report
+    QString title;              ///< of the preview and of the files saved from it; a new report has none
 
     [[nodiscard]] virtual int MyDllVersion() const = 0;
     /// Starts an empty report. Its margins are those of the settings ("Settings", "MarginL", "MarginT", "MarginR",

@@ -73,8 +73,9 @@ private:
 };
 
 /// Empties the report in hand for one of lines and tables.
-inline void BeginReport(ReportObject &report)
+inline void BeginReport(ReportObject &report, const QString &title)
 {
     report.WinModeReport = true;
     report.NewReport();
+    report.title = title;
 }

@@ -233,6 +233,7 @@ void Challan::LOADDATA()
     const ChallanRecord *challan = m_list->current();
     ui->cmdmodify->setEnabled(challan != nullptr);
     ui->cmddelete->setEnabled(challan != nullptr);
+    ui->cmdprintwin->setEnabled(challan != nullptr || !couldRead(challans)); // the list may be there by now
     if (challan != nullptr)
         showChallan(*challan);
 }
@@ -579,9 +580,14 @@ void Challan::CMDPRINTWIN()
     ErrorTail tail(this);
     if (!couldRead(clientData))
         LOADPAYER();
-    if (!couldRead(clientData))
+    if (!couldRead(challans)) {
+        refreshGrid();
+        LOADDATA();
+    }
+    if (!couldRead(clientData) || !couldRead(challans) || m_list->current() == nullptr)
         return;
     tail([] { Reporter->newreportnew(Base->AppPath + QStringLiteral("/Data/FBTChallan.doc")); });
+    Reporter->title = QStringLiteral("Challan");
     for (const auto &mark : ChallanMarks(form(), [](double rupees) { return Base->ConvertToWord(rupees); }))
         tail([&] { Reporter->SetText(mark.first, mark.second); });
     Reporter->ShowReport();

@@ -8,11 +8,11 @@
 void ShowInterestStatement(ReportObject &report, const PayerDetails &payer, int year, bool fourInstalments,
                            const std::vector<InstalmentInterest> &instalments)
 {
-    BeginReport(report);
-    WriteHeading(report, payer,
-                 QStringLiteral("Interest Calculation for the Assessment Year (%1) u/s 115WJ(%2)")
-                     .arg(YearLabel(year))
-                     .arg(fourInstalments ? 3 : 4));
+    const QString title = QStringLiteral("Interest Calculation for the Assessment Year (%1) u/s 115WJ(%2)")
+                              .arg(YearLabel(year))
+                              .arg(fourInstalments ? 3 : 4);
+    BeginReport(report, title);
+    WriteHeading(report, payer, title);
     std::vector<QStringList> rows;
     double total = 0;
     for (const InstalmentInterest &instalment : instalments) {

@@ -20,6 +20,7 @@ public:
     {
         for (auto token = m_tokens.begin(); token != m_tokens.end(); ++token) {
             m_scanner.take(token, m_chars);
+            takeBeside();
             m_chars.clear();
             if (m_scanner.skips() || m_scanner.beside())
                 continue;
@@ -33,8 +34,17 @@ public:
     }
 
     [[nodiscard]] bool whole() const { return m_scanner.depth() == 0 && !m_inRow; }
+    [[nodiscard]] bool beside() const { return m_beside; }
 
 private:
+    void takeBeside()
+    {
+        m_beside =
+            m_beside || (m_scanner.beside() && std::any_of(m_chars.begin(), m_chars.end(), [](const RtfChar &one) {
+                             return !one.stand && !one.unit.isSpace();
+                         }));
+    }
+
     void take(Place token)
     {
         if (token->is("pard"))
@@ -100,6 +110,7 @@ private:
     int m_startDepth = 0;
     int m_afterRow = 0;
     bool m_inRow = false;
+    bool m_beside = false;
     bool m_closing = false;
     bool m_inTable = false;
     bool m_tableOpen = false;
@@ -116,6 +127,7 @@ RtfDocument::RtfDocument(const QByteArray &bytes)
     TableFinder finder(m_tokens);
     m_tables = finder.find();
     m_whole = finder.whole();
+    m_beside = finder.beside();
 }
 
 std::vector<RtfDocument::Cell> RtfDocument::cellsOf(Place first, Place last)

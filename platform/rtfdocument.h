@@ -21,6 +21,8 @@ public:
     RtfDocument &operator=(const RtfDocument &) = delete;
 
     [[nodiscard]] bool isWhole() const { return m_whole; } ///< false when the file was cut off
+    /// Whether text stands beside the body: in heads and feet of pages, notes and text boxes.
+    [[nodiscard]] bool hasTextBeside() const { return m_beside; }
     [[nodiscard]] QByteArray bytes() const { return RtfBytes(m_tokens); }
     [[nodiscard]] RtfTokens &tokens() { return m_tokens; }
 
@@ -74,4 +76,5 @@ private:
     RtfTokens m_tokens;
     std::vector<Table> m_tables;
     bool m_whole = false;
+    bool m_beside = false;
 };

@@ -47,16 +47,18 @@ void writeStatement(ReportObject &report, const std::vector<AnnualTexts::Stateme
 
 } // namespace
 
-QString AnnualTitle(int year, const QString &nature)
+QString AnnualTitle(int year, const std::optional<QString> &nature)
 {
-    const QString start = nature.isEmpty() ? QStringLiteral("Computation of Fringe Benefit Tax")
-                                           : QStringLiteral("Annual FBT Details of ") + nature;
+    const QString start = nature ? QStringLiteral("Annual FBT Details of ") + *nature
+                                 : QStringLiteral("Computation of Fringe Benefit Tax");
     return start + QStringLiteral(" for the Assessment Year (") + YearLabel(year) + u')';
 }
 
 void CREATEREPORT(ReportObject &report, const PayerDetails &client, const AnnualTexts &texts)
 {
     WriteHeading(report, client, texts.title);
+    for (const QString &what : texts.unread)
+        report.printtext(QStringLiteral("The %1 could not be read.").arg(what));
     const QStringList sections{QStringLiteral("Quarter-I"), QStringLiteral("Quarter-II"), QStringLiteral("Quarter-III"),
                                QStringLiteral("Quarter-IV"), QStringLiteral("Total")};
     for (int section = 0; section < sections.size(); ++section)

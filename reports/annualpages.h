@@ -4,6 +4,7 @@
 
 #include <QStringList>
 
+#include <optional>
 #include <vector>
 
 class ReportObject;
@@ -19,6 +20,7 @@ struct AnnualTexts
     };
 
     QString title;
+    QStringList unread; ///< what could not be read, in the plural and small letters
     /// A row for each expense item: number, head, nature of expenses and rate, then amount and value of the four
     /// quarters and of the year.
     std::vector<QStringList> expenses;
@@ -27,9 +29,9 @@ struct AnnualTexts
 
 /// The title of the report.
 /// @param year first calendar year of the assessment year
-/// @param nature empty for all natures together
-FBT_OFFERED QString AnnualTitle(int year, const QString &nature);
+/// @param nature none for all natures together
+FBT_OFFERED QString AnnualTitle(int year, const std::optional<QString> &nature);
 
-/// Writes the report: a table of expenses for each quarter that has one and for the year, and the statement. Writes into
+/// Writes the report: what could not be read, a table of expenses for each quarter that has one and for the year, and the statement. Writes into
 /// the report in hand.
 FBT_OFFERED void CREATEREPORT(ReportObject &report, const PayerDetails &client, const AnnualTexts &texts);

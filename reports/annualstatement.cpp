@@ -30,6 +30,7 @@ public:
             taxOn(statementTotal);
         balance(statementTotal, m_input.paid.advance[0]);
         settle();
+        forgetUnread();
         return m_statement;
     }
 
@@ -103,6 +104,32 @@ private:
         set(BalanceDueRow, statementTotal, due - at(SelfAssessmentRow, statementTotal));
     }
 
+    void forget(int first, int last)
+    {
+        for (int row = first; row <= last; ++row)
+            m_statement.figures.at(row) = {};
+    }
+
+    /// A figure without all that it is made of would be a wrong one.
+    void forgetUnread()
+    {
+        const bool taxKnown = m_input.expensesRead && m_input.employeesRead;
+        if (!m_input.expensesRead)
+            forget(ExpensesRow, ValueRow);
+        if (!taxKnown)
+            forget(TaxableValueRow, TaxPayableRow);
+        if (!m_input.paid.read) {
+            forget(AdvancePaidRow, AdvancePaidRow);
+            forget(SelfAssessmentRow, SelfAssessmentRow);
+        }
+        if (!taxKnown || !m_input.paid.read)
+            forget(BalanceRow, BalanceRow);
+        if (!m_input.interestRead)
+            forget(Interest115WJRow, Interest115WKRow);
+        if (!taxKnown || !m_input.paid.read || !m_input.interestRead)
+            forget(BalanceDueRow, BalanceDueRow);
+    }
+
     const std::vector<AnnualLine> &m_lines;
     const StatementInput &m_input;
     AnnualStatement m_statement;
@@ -133,8 +160,9 @@ QString AnnualStatement::text(int row, int column) const
     const std::optional<double> figure = figures.at(row).at(column);
     if (!figure)
         return {};
-    const QString digits = QLocale().toString(std::fabs(*figure), 'f', 2);
-    return *figure < 0 ? QStringLiteral("(%1)").arg(digits) : digits;
+    const double shown = Val(Format(*figure, u"0.00")); // what rounds to nothing has no sign
+    const QString digits = QLocale().toString(std::fabs(shown), 'f', 2);
+    return shown < 0 ? QStringLiteral("(%1)").arg(digits) : digits;
 }
 
 QStringList StatementTexts(int year, int status, const FBTRates &rates)

@@ -36,6 +36,10 @@ struct StatementInput
     Employees employees;
     AnnualPayments paid;
     InterestOfYear interest;
+    // What could not be read: the figures that hang on it are not known.
+    bool expensesRead = true;
+    bool employeesRead = true;
+    bool interestRead = true;
 };
 
 struct FBT_OFFERED AnnualStatement
@@ -43,7 +47,7 @@ struct FBT_OFFERED AnnualStatement
     using Figures = std::array<std::array<std::optional<double>, statementTotal + 1>, BalanceDueRow + 1>;
 
     int year = 0;
-    Figures figures;       ///< by row and column; none where there is no such figure
+    Figures figures;       ///< by row and column; none where there is no such figure or it is not known
     int unknownShares = 0; ///< taxable values that are not known: the employees in all are 0
 
     /// As it is shown: two decimals, digits in groups as the system has them, a negative amount in brackets; "-" for a

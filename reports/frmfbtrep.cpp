@@ -17,8 +17,17 @@ namespace {
 constexpr int headColumn = 1;
 constexpr int expenseColumn = 2;
 constexpr int rateColumn = 3;
-constexpr int firstAmountColumn = 4;
+constexpr int escapeKey = 27;
 constexpr int columnCount = 14;
+
+// What the report is made of, in the words that tell what of it could not be read.
+const QString natures = QStringLiteral("natures of business");
+const QString descriptions = QStringLiteral("descriptions of heads and items");
+const QString expensesOfYear = QStringLiteral("expenses");
+const QString salaries = QStringLiteral("salaries");
+const QString payments = QStringLiteral("payments");
+const QString employees = QStringLiteral("numbers of employees");
+const QString interest = QStringLiteral("figures of interest");
 
 QStringList numberTexts(const std::optional<AnnualLine::Quarter> &quarter)
 {
@@ -47,10 +56,7 @@ frmfbtrep::frmfbtrep(QWidget *parent)
     connect(ui->Combo1, &QComboBox::currentIndexChanged, this, &frmfbtrep::COMBO1_CLICK);
     connect(ui->cmdprev, &QAbstractButton::clicked, this, &frmfbtrep::CMDPREVIEW);
     connect(ui->cmdintcalc, &QAbstractButton::clicked, this, &frmfbtrep::CMDINTCALREP_CLICK);
-    connect(ui->cmdback, &QAbstractButton::clicked, this, [this] {
-        constexpr int escapeKey = 27;
-        FORM_KEYPRESS(escapeKey);
-    });
+    connect(ui->cmdback, &QAbstractButton::clicked, this, [this] { FORM_KEYPRESS(escapeKey); });
 }
 
 frmfbtrep::~frmfbtrep() = default;
@@ -60,7 +66,7 @@ void frmfbtrep::FORM_LOAD()
     ErrorTail tail(this);
     Base->Resize_For_Resolution(this);
     setWindowTitle(QStringLiteral("Annual FBT Details") + Base->Cap);
-    takeInterest();
+    compute();
     LOADNATURES();
     ui->cmdintcalc->setVisible(isAggregate());
     LOADREPORT(true);
@@ -73,7 +79,6 @@ void frmfbtrep::FORM_ACTIVATE()
 
 bool frmfbtrep::FORM_KEYPRESS(int asciiKey)
 {
-    constexpr int escapeKey = 27;
     if (asciiKey != escapeKey)
         return false;
     m_leaving = true;
@@ -88,12 +93,26 @@ bool frmfbtrep::FORM_UNLOAD()
 }
 
 /// A client without natures has no tax: what stands there is that of the client before.
-void frmfbtrep::takeInterest()
+void frmfbtrep::compute()
 {
     ClearTax();
-    const bool computed = CALCFBT();
+    noteReading(employees, TakeEmployeesOfYear());
+    m_inHand.employees = EmployeesInHand();
+    const bool computed = CALCFBT() && couldRead(employees);
     m_interest = CALCINTEREST();
-    noteReading(QStringLiteral("figures of interest"), computed && m_interest.known());
+    noteReading(interest, computed && m_interest.known());
+}
+
+/// What could not be read may be there by now.
+void frmfbtrep::readAgain()
+{
+    if (couldRead())
+        return;
+    if (!couldRead(natures)) {
+        LOADNATURES();
+        ui->cmdintcalc->setVisible(isAggregate());
+    }
+    LOADREPORT(false);
 }
 
 void frmfbtrep::LOADNATURES()
@@ -102,9 +121,9 @@ void frmfbtrep::LOADNATURES()
     RepNatId = 0;
     ui->Combo1->setEnabled(false);
     ui->Combo1->clear();
-    const RowsRead<Nature> natures = ClientNatures(Cnn, m_inHand.client.code);
-    noteReading(QStringLiteral("natures of business"), !natures.failed());
-    m_natures = *natures;
+    const RowsRead<Nature> rows = ClientNatures(Cnn, m_inHand.client.code);
+    noteReading(natures, !rows.failed());
+    m_natures = *rows;
     for (const Nature &nature : m_natures)
         ui->Combo1->addItem(nature.text, nature.srNo);
     if (!m_natures.empty()) {
@@ -178,24 +197,37 @@ void frmfbtrep::GETITEMS()
         itemTexts.push_back({QString::number(item.srNo), item.text});
     ui->vsf->setColComboList(headColumn, TranslationList::listOf(headTexts));
     ui->vsf->setColComboList(expenseColumn, TranslationList::listOf(itemTexts));
-    noteReading(QStringLiteral("descriptions of heads and items"), !heads.failed() && !items.failed());
+    noteReading(descriptions, !heads.failed() && !items.failed());
 }
 
 void frmfbtrep::LOADREPORT(bool First)
 {
     ErrorTail tail(this);
+    if (!First && !couldRead(interest))
+        compute();
     const AnnualPayments paid = ReadAnnualPayments(m_inHand.client);
-    noteReading(QStringLiteral("payments"), paid.read);
+    noteReading(payments, paid.read);
     if (First) {
         setUpExpenses();
         setUpStatement();
-        GETITEMS();
     }
-    const AnnualExpenses expenses = ReadAnnualExpenses(m_inHand.client, m_natures, RepNatId);
-    noteReading(QStringLiteral("expenses"), expenses.expensesRead);
-    noteReading(QStringLiteral("salaries"), expenses.salariesRead);
+    if (First || !couldRead(descriptions))
+        GETITEMS();
+    const AnnualExpenses expenses = readExpenses();
+    noteReading(expensesOfYear, expenses.expensesRead);
+    noteReading(salaries, expenses.salariesRead);
     showExpenses(expenses.lines);
-    showStatement(expenses.lines, paid);
+    showStatement(expenses, paid);
+}
+
+/// Some of the expenses alone would look like all of them.
+AnnualExpenses frmfbtrep::readExpenses()
+{
+    AnnualExpenses expenses =
+        couldRead(natures) ? ReadAnnualExpenses(m_inHand.client, m_natures, RepNatId) : AnnualExpenses();
+    if (!expenses.expensesRead || !expenses.salariesRead)
+        expenses.lines.clear();
+    return expenses;
 }
 
 void frmfbtrep::showExpenses(const std::vector<AnnualLine> &lines)
@@ -214,11 +246,13 @@ void frmfbtrep::showExpenses(const std::vector<AnnualLine> &lines)
     vsf->setRow(vsf->FixedRows());
 }
 
-void frmfbtrep::showStatement(const std::vector<AnnualLine> &lines, const AnnualPayments &paid)
+void frmfbtrep::showStatement(const AnnualExpenses &expenses, const AnnualPayments &paid)
 {
     ErrorTail tail(this, "LOADREPORT");
+    const bool expensesKnown = couldRead(natures) && expenses.expensesRead && expenses.salariesRead;
     const AnnualStatement statement =
-        StatementOf(lines, {m_inHand.client.year, m_inHand.rates, m_inHand.employees, paid, m_interest});
+        StatementOf(expenses.lines, {m_inHand.client.year, m_inHand.rates, m_inHand.employees, paid, m_interest,
+                                     expensesKnown, couldRead(employees), couldRead(interest)});
     for (int unknown = 0; unknown < statement.unknownShares; ++unknown)
         tail.take({FaultNumber::DivisionByZero, QStringLiteral("Division by zero"), QStringLiteral("FBT")});
     Grid *vsfd = ui->vsfd;
@@ -241,7 +275,12 @@ AnnualTexts frmfbtrep::shownTexts() const
         return texts;
     };
     AnnualTexts texts;
-    texts.title = AnnualTitle(m_inHand.client.year, isAggregate() ? QString() : ui->Combo1->currentText());
+    texts.title =
+        AnnualTitle(m_inHand.client.year, isAggregate() ? std::nullopt : std::optional(ui->Combo1->currentText()));
+    for (const QString &what : {natures, descriptions, expensesOfYear, salaries, payments, employees, interest}) {
+        if (!couldRead(what))
+            texts.unread << what;
+    }
     for (int row = ui->vsf->FixedRows(); row < ui->vsf->Rows(); ++row)
         texts.expenses.push_back(rowTexts(ui->vsf, row));
     for (int row = ExpensesRow; isAggregate() && row <= BalanceDueRow; ++row) {
@@ -261,17 +300,23 @@ std::optional<PayerDetails> frmfbtrep::readClient()
 void frmfbtrep::CMDPREVIEW()
 {
     ErrorTail tail(this);
+    readAgain();
     const std::optional<PayerDetails> client = readClient();
     if (!client)
         return;
-    BeginReport(*Reporter);
-    CREATEREPORT(*Reporter, *client, shownTexts());
+    const AnnualTexts texts = shownTexts();
+    BeginReport(*Reporter, texts.title);
+    CREATEREPORT(*Reporter, *client, texts);
     Reporter->ShowReport();
 }
 
 void frmfbtrep::CMDINTCALREP_CLICK()
 {
     ErrorTail tail(this);
+    if (!couldRead(interest))
+        readAgain();
+    if (!couldRead(interest))
+        return; // what is missing is told at the top of the screen
     if (m_interest.Det115WJ.isEmpty() && m_interest.Det115WJ5.isEmpty() && m_interest.Det115WK.isEmpty()) {
         MsgBox(this, QStringLiteral("Nothing to Calculate."), Buttons::Ok, Icon::Information);
         return;
@@ -279,7 +324,7 @@ void frmfbtrep::CMDINTCALREP_CLICK()
     const std::optional<PayerDetails> client = readClient();
     if (!client)
         return;
-    BeginReport(*Reporter);
+    BeginReport(*Reporter, InterestTitle(m_inHand.client.year));
     CREATEREPORT_INTEREST(*Reporter, *client, m_inHand.client.year, m_inHand.status, m_interest);
     Reporter->ShowReport();
 }

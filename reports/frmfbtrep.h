@@ -40,9 +40,11 @@ private:
 
     void setUpExpenses();
     void setUpStatement();
-    void takeInterest();
+    void compute();
+    AnnualExpenses readExpenses();
+    void readAgain();
     void showExpenses(const std::vector<AnnualLine> &lines);
-    void showStatement(const std::vector<AnnualLine> &lines, const AnnualPayments &paid);
+    void showStatement(const AnnualExpenses &expenses, const AnnualPayments &paid);
     [[nodiscard]] bool isAggregate() const { return RepNatId == aggregateNature; }
     [[nodiscard]] AnnualTexts shownTexts() const;
     [[nodiscard]] std::optional<PayerDetails> readClient();
@@ -50,7 +52,7 @@ private:
     std::unique_ptr<Ui::frmfbtrep> ui;
     InHand m_inHand = InHand::now(); // the screen keeps the client and year that it was opened for
     std::vector<Nature> m_natures;
-    InterestOfYear m_interest; // as it was when the screen was loaded
+    InterestOfYear m_interest; // as it was when the screen was loaded, or could first be read
     int RepNatId = 0;          // aggregateNature, or 0 for no nature
     bool m_leaving = false;    // by Esc or the button, which ask nothing
 };

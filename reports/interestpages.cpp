@@ -116,13 +116,18 @@ void WriteHeading(ReportObject &report, const PayerDetails &client, const QStrin
     report.printtext(InBold(title));
 }
 
+QString InterestTitle(int year)
+{
+    return QStringLiteral("Interest Calculation for the Assessment Year (%1)").arg(YearLabel(year));
+}
+
 void WriteInstalments(ReportObject &report, const std::vector<QStringList> &rows, double total)
 {
     std::vector<QStringList> named = rows;
     for (QStringList &row : named)
         row.first() = ordinal(row.first());
     writeTable(report,
-               {{"Installment", 13, centre},
+               {{"Installment", 10, centre},
                 {"Upto Date", 10, centre},
                 {"FBT Payable", 12, right},
                 {"FBT Deposited", 12, right},
@@ -137,8 +142,7 @@ void WriteInstalments(ReportObject &report, const std::vector<QStringList> &rows
 void CREATEREPORT_INTEREST(ReportObject &report, const PayerDetails &client, int year, int status,
                            const InterestOfYear &interest)
 {
-    WriteHeading(report, client,
-                 QStringLiteral("Interest Calculation for the Assessment Year (%1)").arg(YearLabel(year)));
+    WriteHeading(report, client, InterestTitle(year));
     if (!interest.Det115WJ.isEmpty() && year < firstYearByInstalments)
         writeQuarters(report, interest);
     else if (!interest.Det115WJ.isEmpty()) {

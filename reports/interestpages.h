@@ -16,6 +16,10 @@ FBT_OFFERED void WriteHeading(ReportObject &report, const PayerDetails &client, 
 /// @param total rupees
 FBT_OFFERED void WriteInstalments(ReportObject &report, const std::vector<QStringList> &rows, double total);
 
+/// The title of the statement of all interest.
+/// @param year first calendar year of the assessment year
+FBT_OFFERED QString InterestTitle(int year);
+
 /// The statement of all interest of the year that has a detail, a table for each kind. Writes into the report in hand.
 /// @param year first calendar year of the assessment year
 /// @param status of the employer, which tells the subsection of the instalments

@@ -146,6 +146,7 @@ void OpenReturnReport(ReportObject &report, const QString &FormNm)
         report.NewReport();
     else
         report.InItReport(true);
+    report.title = QStringLiteral("Form ") + FormNm;
     for (qsizetype i = 0; i < before.size(); ++i)
         Base->SaveSettingINI(section, QLatin1String(margins[i].first), before[i]);
 }

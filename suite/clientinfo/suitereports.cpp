@@ -9,7 +9,7 @@ namespace {
 
 void begin(ReportObject &report, const QString &title)
 {
-    BeginReport(report);
+    BeginReport(report, title);
     report.printtext(InBold(title));
     report.printtext({});
 }

@@ -9,6 +9,8 @@
 #include <QPrinter>
 #include <QPrinterInfo>
 
+#include <algorithm>
+
 namespace {
 const QString section = QStringLiteral("Settings");
 const QString printerKey = QStringLiteral("WinPrinter");
@@ -25,7 +27,9 @@ frmrepview::frmrepview(std::shared_ptr<const ReportDocument> document, bool mayL
     , m_mayLie(mayLie)
 {
     ui->setupUi(this);
-    m_export = new ExportActions(this, [this] { return SheetOfReport(m_document, QStringLiteral("Report")); });
+    if (!m_document->title().isEmpty())
+        setWindowTitle(m_document->title());
+    m_export = new ExportActions(this, [this] { return SheetOfReport(m_document, windowTitle()); });
     m_export->setPdfWriter([this](const QString &path) { return WritePdf(*m_layout, path); });
     connectButtons();
     connectPages();
@@ -139,16 +143,22 @@ void frmrepview::CMDPRINT_CLICK()
     printer.setPageLayout(m_layout->page());
     m_settings.save(section, printerKey, ui->cboprinter->currentText());
     const bool toTheEnd = ui->spnto->value() == ui->spnto->maximum();
-    const int last = toTheEnd ? m_layout->pageCount() : ui->spnto->value();
-    if (!PrintPages(*m_layout, printer, ui->spnfrom->value(), last))
+    const int to = toTheEnd ? m_layout->pageCount() : ui->spnto->value();
+    const auto [first, last] = std::minmax({ui->spnfrom->value(), to});
+    if (!PrintPages(*m_layout, printer, first, last))
         MsgBox(this, QStringLiteral("The printer could not be started."), Buttons::Ok, Icon::Exclamation);
 }
 
 void frmrepview::CMDFIND_CLICK(bool forward)
 {
-    const std::optional<ReportPlace> found = FindInReport(*m_document, ui->txtfind->text(), m_found, forward);
+    const QString text = ui->txtfind->text();
+    std::optional<ReportPlace> from = m_found;
+    if (from && text != m_foundText)
+        from->cell += forward ? -1 : 1; // another text may stand in the very cell
+    const std::optional<ReportPlace> found = FindInReport(*m_document, text, from, forward);
     m_found = found;
-    ui->lblfound->setText(found || ui->txtfind->text().isEmpty() ? QString() : QStringLiteral("not found"));
+    m_foundText = text;
+    ui->lblfound->setText(found || text.isEmpty() ? QString() : QStringLiteral("not found"));
     if (found)
         ui->pages->showFound(m_layout->pageOf(found->block), m_layout->placeOf(found->block, found->cell));
     else

@@ -54,6 +54,7 @@ private:
     bool m_mayLie;
     std::shared_ptr<ReportLayout> m_layout;
     std::optional<ReportPlace> m_found;
+    QString m_foundText;
     ExportActions *m_export;
     QTimer m_rest; // lays out what is not yet
 };

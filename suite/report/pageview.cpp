@@ -33,7 +33,7 @@ void PageView::setPages(const std::shared_ptr<ReportLayout> &pages)
     else
         updateRange();
     if (!again)
-        verticalScrollBar()->setValue(0);
+        showPage(1);
     viewport()->update();
     emit viewChanged();
 }
@@ -61,8 +61,7 @@ void PageView::showFound(int page, const QRectF &place)
     const double top = gap + page * step() + place.top() * scale();
     const int height = viewport()->height();
     const bool inView = top >= verticalScrollBar()->value() && top < verticalScrollBar()->value() + height - gap;
-    if (!inView)
-        verticalScrollBar()->setValue(static_cast<int>(top - height / 3.0));
+    scrollTo(inView ? verticalScrollBar()->value() : top - height / 3.0, page + 1);
 }
 
 double PageView::scale() const
@@ -84,13 +83,25 @@ int PageView::currentPage() const
 {
     if (!m_pages)
         return 0;
+    if (verticalScrollBar()->value() == m_wentToAt)
+        return std::clamp(m_wentTo, 1, std::max(1, pageCount()));
     const double middle = verticalScrollBar()->value() + viewport()->height() / 2.0;
     return std::clamp(static_cast<int>((middle - gap) / step()) + 1, 1, pageCount());
 }
 
 void PageView::showPage(int page)
 {
-    verticalScrollBar()->setValue(static_cast<int>((std::clamp(page, 1, std::max(1, pageCount())) - 1) * step()));
+    const int shown = std::clamp(page, 1, std::max(1, pageCount()));
+    scrollTo((shown - 1) * step(), shown);
+}
+
+/// Where several pages are in view, the scroll bar alone does not tell which of them was meant.
+void PageView::scrollTo(double top, int page)
+{
+    verticalScrollBar()->setValue(static_cast<int>(top));
+    m_wentTo = page;
+    m_wentToAt = verticalScrollBar()->value();
+    emit viewChanged();
 }
 
 void PageView::setZoom(double zoom)
@@ -111,11 +122,11 @@ void PageView::fitWidth()
 void PageView::applyZoom(double zoom)
 {
     const double place = m_pages ? verticalScrollBar()->value() / step() : 0; // in pages
+    const int page = currentPage();
     m_zoom = std::clamp(zoom, smallest, largest);
     updateRange();
-    verticalScrollBar()->setValue(static_cast<int>(place * step()));
+    scrollTo(place * step(), page);
     viewport()->update();
-    emit viewChanged();
 }
 
 void PageView::updateRange()

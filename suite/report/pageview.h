@@ -20,10 +20,12 @@ public:
 
     /// Shows a report from its first page on; the one shown before stays at its place when it was laid out anew.
     void setPages(const std::shared_ptr<ReportLayout> &pages);
-    void pagesAdded();                     ///< more of them are laid out than before
-    [[nodiscard]] int pageCount() const;   ///< those laid out so far
-    [[nodiscard]] int currentPage() const; ///< the page at the middle of the view, counted from 1; 0 without pages
-    void showPage(int page);               ///< counted from 1
+    void pagesAdded();                   ///< more of them are laid out than before
+    [[nodiscard]] int pageCount() const; ///< those laid out so far
+    /// The page that was gone to last, and once the user has scrolled, the one at the middle of the view; counted from 1,
+    /// 0 without pages.
+    [[nodiscard]] int currentPage() const;
+    void showPage(int page); ///< goes to a page, counted from 1
     /// Marks a place on a page, counted from 0, and brings it into view; below 0: no place is marked.
     void showFound(int page, const QRectF &place);
 
@@ -46,10 +48,13 @@ private:
     [[nodiscard]] QSizeF pagePixels() const;
     [[nodiscard]] double step() const; // from the top of a page to the top of the next
     void applyZoom(double zoom);
+    void scrollTo(double top, int page);
     void drawPage(QPainter &painter, int page, const QRectF &place);
     void updateRange();
 
     std::shared_ptr<ReportLayout> m_pages;
+    int m_wentTo = 1;   // the page, counted from 1
+    int m_wentToAt = 0; // where the view was then
     int m_foundPage = -1;
     QRectF m_found; // in the layout's units
     double m_zoom = 1;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 double RowForm::columns() const
 {
@@ -38,11 +39,10 @@ void ReportPart::addLine(const QString &text)
 
 namespace {
 
-/// What a row says, or what the row before said, brought to the number of its cells.
+/// What was told of the cells, brought to the number that a row has.
 template<typename T>
-std::vector<T> orBefore(const std::vector<T> &given, const std::vector<T> &before, size_t cells, T filler)
+std::vector<T> forCells(std::vector<T> values, size_t cells, T filler)
 {
-    std::vector<T> values = given.empty() ? before : given;
     values.resize(cells, values.empty() ? filler : values.back());
     return values;
 }
@@ -51,12 +51,14 @@ std::vector<T> orBefore(const std::vector<T> &given, const std::vector<T> &befor
 
 std::shared_ptr<const RowForm> ReportPart::formOf(const ReportRow &row)
 {
-    static const RowForm none;
-    const RowForm &before = m_form ? *m_form : none;
     const size_t cells = static_cast<size_t>(row.cells.size());
+    if (!row.widths.empty())
+        m_widths.assign(row.widths.begin(), row.widths.end());
+    if (!row.aligns.empty())
+        m_aligns = row.aligns;
     RowForm form;
-    form.widths = orBefore({row.widths.begin(), row.widths.end()}, before.widths, cells, 1.0);
-    form.aligns = orBefore(row.aligns, before.aligns, cells, static_cast<int>(ReportRow::Left));
+    form.widths = forCells(m_widths, cells, 1.0);
+    form.aligns = forCells(m_aligns, cells, static_cast<int>(ReportRow::Left));
     form.left = row.left;
     form.right = row.right;
     form.top = row.top;
@@ -68,9 +70,11 @@ std::shared_ptr<const RowForm> ReportPart::formOf(const ReportRow &row)
 
 void ReportPart::addRow(const ReportRow &row)
 {
-    m_blocks.push_back({ReportBlock::Kind::Row, m_table, row.cells, formOf(row), m_look, nullptr, 0});
+    QStringList cells = row.cells;
+    cells.replaceInStrings(QStringLiteral("\f"), QStringLiteral("\n")); // a cell cannot break the page
+    m_blocks.push_back({ReportBlock::Kind::Row, m_table, cells, formOf(row), m_look, nullptr, 0});
     m_widest = std::max(m_widest, m_form->columns() / ColumnsOfLine(m_look.pitch));
-    for (const QString &cell : row.cells) {
+    for (const QString &cell : std::as_const(cells)) {
         if (HasTokens(cell))
             ParseReportText(cell, m_look);
     }
@@ -127,18 +131,13 @@ void ReportDocument::replaceTicks()
 
 namespace {
 
-QString plainText(const RichParagraph &paragraph)
-{
-    return QString(paragraph.text).replace(QChar::LineSeparator, u'\n').remove(QChar::ObjectReplacementCharacter);
-}
-
 QStringList plainCells(const RichRow &row)
 {
     QStringList cells;
     for (const RichCell &cell : row.cells) {
         QStringList paragraphs;
         for (const RichParagraph &paragraph : cell.paragraphs)
-            paragraphs << plainText(paragraph);
+            paragraphs << PlainText(paragraph);
         cells << paragraphs.join(u'\n');
     }
     return cells;
@@ -160,7 +159,7 @@ QStringList ReportBlock::plainTexts() const
     if (kind != Kind::Rich)
         return plain;
     if (rich().isParagraph())
-        return {plainText(rich().paragraph)};
+        return {PlainText(rich().paragraph)};
     for (const RichRow &row : rich().rows)
         plain << plainCells(row);
     return plain;

@@ -68,7 +68,9 @@ private:
     std::shared_ptr<const RowForm> formOf(const ReportRow &row);
 
     std::vector<ReportBlock> m_blocks;
-    std::shared_ptr<const RowForm> m_form;
+    std::shared_ptr<const RowForm> m_form; // of the row before
+    std::vector<double> m_widths;          // told last
+    std::vector<int> m_aligns;
     TextLook m_look;
     int m_table = 0;
     double m_widest = 0;
@@ -95,6 +97,9 @@ public:
 
     void setImage(const QString &token, const QImage &image) { m_images.insert(token, image); }
     [[nodiscard]] const QHash<QString, QImage> &images() const { return m_images; }
+    void setTitle(const QString &title) { m_title = title; }
+    [[nodiscard]] const QString &title() const { return m_title; } ///< may be empty
+
     void replaceTicks(); ///< each "_/" becomes the tick sign
 
     void setMargins(const QMarginsF &margins) { m_margins = margins; } ///< in twentieths of a point
@@ -114,6 +119,7 @@ private:
 
     ReportPart m_body;
     ReportPart m_footer;
+    QString m_title;
     QHash<QString, QImage> m_images;
     QMarginsF m_margins{720, 720, 720, 720};
     bool m_inFooter = false;

@@ -80,7 +80,7 @@ QString richHtml(const RichParagraph &paragraph)
     QString html;
     for (const RichRun &run : paragraph.runs) {
         QString text = paragraph.text.mid(run.start, run.length).toHtmlEscaped();
-        text.replace(QChar::LineSeparator, QLatin1String("<br>"));
+        text.remove(QChar::ObjectReplacementCharacter).replace(QChar::LineSeparator, QLatin1String("<br>"));
         if (run.style.bold)
             text = QStringLiteral("<b>%1</b>").arg(text);
         html += run.style.strike ? QStringLiteral("<s>%1</s>").arg(text) : text;

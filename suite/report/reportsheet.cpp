@@ -1,5 +1,6 @@
 #include "suite/report/reportsheet.h"
 
+#include "host/reporttable.h"
 #include "suite/report/reportdocument.h"
 
 #include <algorithm>
@@ -37,7 +38,7 @@ SheetRow sheetRow(const RichRow &rich)
         SheetCell made;
         QStringList lines;
         for (const RichParagraph &paragraph : cell.paragraphs)
-            lines << QString(paragraph.text).replace(QChar::LineSeparator, u'\n');
+            lines << PlainText(paragraph);
         made.text = lines.join(u'\n');
         if (!cell.paragraphs.empty()) {
             made.bold = beginsBold(cell.paragraphs.front());
@@ -83,14 +84,6 @@ std::vector<double> widthsOf(const ReportDocument &document)
     return widths;
 }
 
-QString bold(const QString &text)
-{
-    return QStringLiteral("\x1b"
-                          "E%1\x1b"
-                          "F")
-        .arg(text);
-}
-
 } // namespace
 
 Sheet SheetOfReport(const std::shared_ptr<const ReportDocument> &document, const QString &title)
@@ -113,7 +106,7 @@ Sheet SheetOfReport(const std::shared_ptr<const ReportDocument> &document, const
 std::shared_ptr<ReportDocument> ReportOfSheet(const Sheet &sheet)
 {
     auto document = std::make_shared<ReportDocument>();
-    document->addLine(bold(sheet.title));
+    document->addLine(InBold(sheet.title));
     document->addLine({});
     document->beginTable();
     ReportRow made;
@@ -124,7 +117,7 @@ std::shared_ptr<ReportDocument> ReportOfSheet(const Sheet &sheet)
         made.cells.clear();
         made.aligns.clear();
         for (const SheetCell &cell : row.cells) {
-            made.cells << (cell.bold || row.header ? bold(cell.text) : cell.text);
+            made.cells << (cell.bold || row.header ? InBold(cell.text) : cell.text);
             made.aligns.push_back(row.header    ? ReportRow::CentredHeader
                                   : cell.right  ? ReportRow::Right
                                   : cell.centre ? ReportRow::Centre

@@ -45,15 +45,33 @@ std::unique_ptr<RtfDocument> readTemplate(const QString &path)
     return std::make_unique<RtfDocument>(bytes);
 }
 
-void complainIfCut(const RtfDocument &document, const QString &path)
+/// What will be missing on paper.
+void complain(const RtfDocument &document, const QString &path)
 {
     if (!document.isWhole())
         throw FaultError(FaultNumber::General, QStringLiteral("The document %1 is cut off.").arg(path));
+    if (document.hasTextBeside())
+        throw FaultError(FaultNumber::General,
+                         QStringLiteral("The heads and feet of pages, notes and text boxes of the "
+                                        "document %1 are left out.")
+                             .arg(path));
+}
+
+/// What a document that is cut off lacks was told when it was opened.
+template<typename Step>
+void fill(const RtfDocument &document, const Step &step)
+{
+    try {
+        step();
+    } catch (const FaultError &) {
+        if (document.isWhole())
+            throw;
+    }
 }
 
 void setMark(RtfDocument &document, const QString &mark, const QString &value)
 {
-    if (document.replace(mark, value) == 0)
+    if (document.replace(mark, value) == 0 && document.isWhole())
         throw FaultError(FaultNumber::General, QStringLiteral("The document has no mark %1.").arg(mark));
 }
 
@@ -84,6 +102,7 @@ void RepView::NewReport()
     m_document->setMargins(marginsOf(m_settingsFile));
     m_form.reset();
     m_formMissing.clear();
+    title.clear();
 }
 
 void RepView::InItReport(bool start, bool windowed)
@@ -152,6 +171,7 @@ void RepView::ShowReport()
     if (m_form)
         m_document->addPages(ReadRtfPages(m_form->tokens()));
     m_form.reset();
+    m_document->setTitle(title);
     m_shelf->document = m_document;
     m_shelf->mayLie = WinModeReport;
     if (m_shelf->observer)
@@ -177,7 +197,7 @@ void RepView::newreportnew(const QString &path)
     m_formMissing = path;
     m_form = readTemplate(path);
     m_formMissing.clear();
-    complainIfCut(*m_form, path);
+    complain(*m_form, path);
 }
 
 void RepView::SetText(const QString &mark, const QString &value)
@@ -195,7 +215,7 @@ void RepView::OpenMasterFile(const QString &path)
     m_table = 0;
     m_master = readTemplate(path);
     m_masterMissing = false;
-    complainIfCut(*m_master, path);
+    complain(*m_master, path);
 }
 
 void RepView::NewSetText(const QString &key, const QString &value)
@@ -208,26 +228,28 @@ void RepView::FindTable(int number)
 {
     m_table = 0;
     if (m_master)
-        (void)m_master->rowCount(number); // a fault when there is none
-    m_table = number;
+        fill(*m_master, [&] {
+            (void)m_master->rowCount(number); // a fault when there is none
+            m_table = number;
+        });
 }
 
 void RepView::TextMatrix(int row, int column, const QString &value)
 {
     if (m_master && m_table > 0)
-        m_master->setCell(m_table, row, column, value);
+        fill(*m_master, [&] { m_master->setCell(m_table, row, column, value); });
 }
 
 void RepView::InsertRows(int row, int count)
 {
     if (m_master && m_table > 0)
-        m_master->insertRows(m_table, row, count);
+        fill(*m_master, [&] { m_master->insertRows(m_table, row, count); });
 }
 
 void RepView::deleteRow(int row)
 {
     if (m_master && m_table > 0)
-        m_master->deleteRow(m_table, row);
+        fill(*m_master, [&] { m_master->deleteRow(m_table, row); });
 }
 
 void RepView::SaveMasterFile(const QString &path)

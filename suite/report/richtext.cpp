@@ -14,6 +14,11 @@ int moved(int place, int at, int removed, int added)
 
 } // namespace
 
+QString PlainText(const RichParagraph &paragraph)
+{
+    return QString(paragraph.text).replace(QChar::LineSeparator, u'\n').remove(QChar::ObjectReplacementCharacter);
+}
+
 void ReplaceText(RichParagraph &paragraph, const QString &old, const QString &now)
 {
     const int removed = static_cast<int>(old.size());

@@ -128,5 +128,8 @@ struct RichPages
     std::vector<RichBlock> blocks;
 };
 
+/// The text alone: without pictures, line breaks as '\n'.
+QString PlainText(const RichParagraph &paragraph);
+
 /// Replaces a text in a paragraph; the new text takes the style of the old one's first character.
 void ReplaceText(RichParagraph &paragraph, const QString &old, const QString &now);

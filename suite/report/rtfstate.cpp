@@ -77,7 +77,7 @@ bool RtfState::takeStyle(const RtfToken &token)
         style.raised = !token.isOn() ? 0 : token.is("super") ? 1 : -1;
     else if (token.is("nosupersub"))
         style.raised = 0;
-    else if (token.is("v"))
+    else if (token.is("v") || token.is("deleted")) // by a word processor that keeps track of changes
         hidden = token.isOn();
     else
         return false;

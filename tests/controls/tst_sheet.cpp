@@ -4,10 +4,16 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QComboBox>
 #include <QFile>
+#include <QLineEdit>
+#include <QLocale>
+#include <QMessageBox>
 #include <QProcess>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 namespace {
 
@@ -60,6 +66,21 @@ private slots:
             QVERIFY2(!ShownNumber(none), none);
     }
 
+    /// Amounts as the user's locale writes them, all other numbers with a point; never one for the other.
+    void numbersOfALocale()
+    {
+        QLocale::setDefault(QLocale("de_DE"));
+        const auto back = qScopeGuard([] { QLocale::setDefault(QLocale::c()); });
+        for (const auto &[text, number, format] :
+             {std::tuple("500,00", 500.0, "0.00"), std::tuple("(1.234.500,50)", -1234500.5, "#,##0.00;(#,##0.00)"),
+              std::tuple("500.00", 500.0, "0.00"), std::tuple("1.234", 1.234, "0.000"), std::tuple("12", 12.0, "")}) {
+            const SheetValue value = ValueOf({text, false, true});
+            QVERIFY2(value.number == number && value.format == format, text);
+        }
+        for (const char *none : {"1,234", "1.234.567", "1,234.50", "5,0", "01,50"})
+            QVERIFY2(!ShownNumber(none), none);
+    }
+
     void gridToTextAndCsv()
     {
         const FilledGrid grid;
@@ -108,15 +129,49 @@ private slots:
         answerer.answerFile(folder.filePath("b.CSV"));
         QTest::keyClick(&grid, Qt::Key_E, Qt::ControlModifier);
         QVERIFY(bytesOf(folder.filePath("b.CSV")).startsWith("\xef\xbb\xbfName"));
-        answerer.answerFile(folder.filePath("c"));
+        answerer.answerFile(folder.filePath("c.xlsx"));
         QTest::keyClick(&grid, Qt::Key_E, Qt::ControlModifier);
         QVERIFY(bytesOf(folder.filePath("c.xlsx")).startsWith("PK"));
+        for (const char *name : {"c", "report.v2"}) {
+            answerer.answerFile(folder.filePath(name));
+            answerer.answer(Reply::Ok);
+            QTest::keyClick(&grid, Qt::Key_E, Qt::ControlModifier);
+            QCOMPARE(answerer.texts().last(), "The name of the file must end in .xlsx, .csv.");
+            QVERIFY(!QFile::exists(folder.filePath(name)));
+        }
         QVERIFY(!answerer.fileRequests().last().filter.contains("pdf")); // nobody here makes one
         answerer.answerFile(folder.filePath("no/d.csv"));
         answerer.answer(Reply::Ok);
         QTest::keyClick(&grid, Qt::Key_E, Qt::ControlModifier);
         QVERIFY(answerer.texts().last().startsWith("The file could not be written"));
         QCOMPARE(answerer.unexpected(), QStringList());
+    }
+
+    /// The ending is that of the chosen filter, and is there before the question whether to overwrite.
+    void endingOfTheFilter()
+    {
+        const QTemporaryDir folder;
+        QFile there(folder.filePath("keep.csv"));
+        QVERIFY(there.open(QIODevice::WriteOnly));
+        QString asked;
+        QTimer::singleShot(0, [&asked] {
+            auto *dialog = QApplication::activeModalWidget();
+            auto *filters = dialog->findChild<QComboBox *>("fileTypeCombo");
+            filters->setFocus();
+            QTest::keyClick(filters, Qt::Key_Down);
+            dialog->findChild<QLineEdit *>("fileNameEdit")->setText("keep");
+            QTimer::singleShot(0, dialog, [dialog, &asked] {
+                auto *question = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+                asked = question == nullptr ? "nothing" : question->text();
+                question != nullptr ? question->reject() : static_cast<QDialog *>(dialog)->reject();
+                QTimer::singleShot(0, dialog, [dialog] { static_cast<QDialog *>(dialog)->reject(); });
+            });
+            QMetaObject::invokeMethod(dialog, "accept");
+        });
+        const QString path = ChooseFile(nullptr, FileUse::Save, "Save As", "Sheets (*.xlsx);;CSV files (*.csv)",
+                                        folder.filePath("x.xlsx"));
+        QVERIFY2(asked.contains("keep.csv"), qPrintable(asked));
+        QCOMPARE(path, QString());
     }
 };
 

@@ -2,6 +2,7 @@
 
 #include "calc/modfbtcalc.h"
 #include "db/updater.h"
+#include "host/reportobject.h"
 #include "platform/clock.h"
 #include "tests/support/employer.h"
 #include "tests/support/screenuser.h"
@@ -63,6 +64,23 @@ public:
     }
 
     TestModule &module;
+};
+
+/// Counts the reports that are shown.
+class CountedReports : public ReportObject
+{
+public:
+    CountedReports() { Reporter = this; }
+    ~CountedReports() override { Reporter = nullptr; }
+
+    [[nodiscard]] int MyDllVersion() const override { return 1; }
+    void NewReport() override {}
+    void printtext(const QString & /*text*/) override {}
+    void CreateTable(int /*tables*/, int /*columns*/) override {}
+    void WriteToReport(const ReportRow & /*row*/) override {}
+    void ShowReport() override { ++shown; }
+
+    int shown = 0;
 };
 
 } // namespace
@@ -393,6 +411,24 @@ private slots:
         stage.key(Qt::Key_Escape);
         QVERIFY(!stage.screen()->isLoaded());
         QCOMPARE(stage.said(), QStringList("Do you want to exit?"));
+    }
+
+    /// Without a challan a form would say that nothing was paid; one that could not be read may be there by now.
+    void onlyAChallanIsPrinted()
+    {
+        Stage stage(*m_module);
+        CountedReports reports;
+        stage.open<Challan>();
+        QVERIFY(!stage.enabled("cmdprintwin"));
+        stage.challan(1, 1, "15/06/2007", 100);
+        stage.away("FBT_Challan");
+        stage.open<Challan>();
+        stage.click("cmdprintwin");
+        QCOMPARE(reports.shown, 0);
+        stage.back("FBT_Challan");
+        stage.click("cmdprintwin");
+        QCOMPARE(reports.shown, 1);
+        QCOMPARE(stage.text("txtfields_4"), "100");
     }
 };
 

@@ -156,10 +156,13 @@ private slots:
         document.addRow(row({"a", "b"}, {30, 10}, {ReportRow::Left, ReportRow::Right}));
         document.addRow(row({"c" + esc + "F", "d\r\ne"}));
         document.addRow(row({"one"}, {78}));
-        QCOMPARE(document.asText(), QString("a\tb\nc\td\\ne\none\n"));
+        document.addRow(row({"x", "y"}, {40, 20}));
+        document.addRow(row({"a" + formFeed + "cell"}));
+        document.addRow(row({"x", "y"}));
+        QCOMPARE(document.asText(), QString("a\tb\nc\td\\ne\none\nx\ty\na\\ncell\nx\ty\n"));
         const std::vector<ReportBlock> &blocks = document.blocks();
-        QCOMPARE(blocks.size(), 3U);
-        QCOMPARE(blocks[0].form, blocks[1].form); // shared
+        QCOMPARE(blocks[0].form, blocks[1].form);                 // shared
+        QCOMPARE(blocks[5].form->widths, blocks[3].form->widths); // whatever the row between has
         QVERIFY(blocks[1].look.bold);
         QVERIFY(!blocks[2].look.bold);
         QCOMPARE(blocks[2].form->widths, std::vector<double>{78});
@@ -397,8 +400,16 @@ private slots:
         QVERIFY_THROWS_EXCEPTION(
             FaultError, viewer.newreportnew(written(folder, "cut.doc", formRtf.left(formRtf.indexOf(" a\\cell")))));
         viewer.SetText("##1##", "x");
+        viewer.SetText("##9##", "in the part that is not there");
         viewer.ShowReport();
         QVERIFY(viewer.asText().startsWith("x and"));
+        // A head of pages is not drawn, nor is what a word processor keeps as deleted; the rest is shown.
+        QVERIFY_THROWS_EXCEPTION(FaultError, viewer.newreportnew(written(folder, "head.doc",
+                                                                         "{\\rtf1{\\header Head\\par}{\\footer \\par}"
+                                                                         "{\\deleted gone }body\\par}")));
+        viewer.ShowReport();
+        QCOMPARE(viewer.asText(), QString("body\n"));
+        viewer.newreportnew(written(folder, "foot.doc", "{\\rtf1{\\footer \\par}body\\par}"));
 
         viewer.InItReport(true, false);
         QVERIFY_THROWS_EXCEPTION(FaultError, viewer.OpenMasterFile(written(folder, "word.doc", "\xd0\xcf\x11\xe0")));
@@ -480,6 +491,7 @@ private slots:
         document.beginTable();
         for (int i = 0; i < 10000; ++i)
             document.addRow(row({QString::number(i), "a text that is long enough to be broken"}, {10, 20}));
+        document.setTitle("Numbers");
         auto *view = new frmrepview(std::make_shared<const ReportDocument>(document), false, folder.filePath("s.ini"));
         view->openChild(nullptr);
         auto *page = view->findChild<QSpinBox *>("spnpage");
@@ -487,9 +499,15 @@ private slots:
         QTRY_VERIFY(!pages->text().endsWith("..."));
         QVERIFY(page->maximum() > 100);
         QCOMPARE(view->findChild<QSpinBox *>("spnto")->value(), page->maximum());
-        view->findChild<QLineEdit *>("txtfind")->setText("9999");
-        view->findChild<QPushButton *>("cmdfindnext")->click();
-        QCOMPARE(page->value(), page->maximum());
+        // Another text may stand in the cell that was found.
+        ReportLayout layout = layoutOf(document);
+        for (const auto &[text, found] :
+             {std::pair("1234", 1234), std::pair("234", 1234), std::pair("234", 2234), std::pair("9999", 9999)}) {
+            view->findChild<QLineEdit *>("txtfind")->setText(text);
+            view->findChild<QPushButton *>("cmdfindnext")->click();
+            QCOMPARE(page->value(), layout.pageOf(static_cast<size_t>(found)) + 1);
+        }
+        QCOMPARE(view->windowTitle(), "Numbers");
         answerer.answerFile(folder.filePath("r.csv"));
         view->findChild<QPushButton *>("cmdsave")->click();
         QVERIFY(answerer.fileRequests().last().filter.contains("*.pdf"));
@@ -522,6 +540,15 @@ private slots:
         QCOMPARE(pages->pageCount(), 4);
         view.setPages(pages);
         QVERIFY(view.pageCount() == 4 && view.currentPage() == 1);
+        // Where all pages are in view, the scroll bar does not tell them apart.
+        view.setZoom(0.25);
+        QStringList went;
+        for (const int page : {view.currentPage(), 2, 3, 4, 3, 2, 1}) {
+            view.showPage(page);
+            went << QString::number(view.currentPage());
+        }
+        QCOMPARE(went.join(' '), "1 2 3 4 3 2 1");
+        view.setZoom(1);
         view.showPage(3);
         view.setZoom(view.zoom() * 2);
         QCOMPARE(view.currentPage(), 3); // the place stays
