@@ -5,6 +5,8 @@
 #include "records/natures.h"
 
 #include <algorithm>
+#include <cmath>
+#include <numeric>
 
 std::vector<double> ShareBySalary(double amount, const std::vector<double> &salaries, double totalSalary)
 {
@@ -18,10 +20,30 @@ std::vector<double> ShareBySalary(double amount, const std::vector<double> &sala
     return shares;
 }
 
+void QuarterSalary::set(const std::vector<int> &natures, int natId, double amount)
+{
+    if (natId == consolidatedNature)
+        total = amount;
+    const auto nature = std::find(natures.begin(), natures.end(), natId);
+    if (nature != natures.end())
+        ofNatures[nature - natures.begin()] = amount;
+}
+
+double QuarterSalary::sum() const
+{
+    return std::accumulate(ofNatures.begin(), ofNatures.end(), 0.0);
+}
+
+bool QuarterSalary::totalTooSmall() const
+{
+    constexpr double paise = 100;
+    return std::round(total * paise) < std::round(sum() * paise);
+}
+
 Salaries::Salaries(std::vector<int> natures)
     : m_natures(std::move(natures))
 {
-    for (Quarter &quarter : m_quarters)
+    for (QuarterSalary &quarter : m_quarters)
         quarter.ofNatures.assign(m_natures.size(), 0.0);
 }
 
@@ -34,20 +56,15 @@ int Salaries::inBounds(int quarter)
 
 void Salaries::set(int natId, int quarter, double amount)
 {
-    if (natId == consolidatedNature) {
-        m_quarters[inBounds(quarter)].total = amount;
-        return;
-    }
-    const auto nature = std::find(m_natures.begin(), m_natures.end(), natId);
-    if (nature != m_natures.end())
-        m_quarters[inBounds(quarter)].ofNatures[nature - m_natures.begin()] = amount;
+    if (natId == consolidatedNature || std::ranges::find(m_natures, natId) != m_natures.end())
+        m_quarters[inBounds(quarter)].set(m_natures, natId, amount);
 }
 
 std::vector<double> Salaries::shares(double amount, int quarter) const
 {
     if (m_natures.size() == 1)
         return sharesWithoutSalary(amount);
-    const Quarter &salaries = m_quarters[inBounds(quarter)];
+    const QuarterSalary &salaries = m_quarters[inBounds(quarter)];
     return ShareBySalary(amount, salaries.ofNatures, salaries.total);
 }
 

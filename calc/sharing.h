@@ -16,6 +16,24 @@
 /// @return one share for each salary, whole rupees
 FBT_OFFERED std::vector<double> ShareBySalary(double amount, const std::vector<double> &salaries, double totalSalary);
 
+/// Salary and wages of a client in one quarter.
+struct FBT_OFFERED QuarterSalary
+{
+    std::vector<double> ofNatures; ///< rupees, in the order of the client's natures
+    double total = 0;              ///< of all natures together, as the user stated it; rupees
+
+    /// Notes the salary of one of these natures, or with `consolidatedNature` that of all together; that of another nature
+    /// is passed over.
+    /// @param natures by number, one for each of `ofNatures`
+    void set(const std::vector<int> &natures, int natId, double amount);
+
+    bool operator==(const QuarterSalary &other) const = default;
+    [[nodiscard]] double sum() const; ///< of the natures
+    /// A stated total below the sum cannot be right; above it there are people whom no nature claims.
+    /// Compared in whole paise: 0.10 and 0.20 are a total of 0.30.
+    [[nodiscard]] bool totalTooSmall() const;
+};
+
 /// Salary and wages of a client and year by nature of business and quarter.
 class FBT_OFFERED Salaries
 {
@@ -36,15 +54,10 @@ public:
     [[nodiscard]] std::vector<double> sharesWithoutSalary(double amount) const;
 
 private:
-    struct Quarter
-    {
-        std::vector<double> ofNatures;
-        double total = 0;
-    };
     static constexpr int quarterCount = 5;
 
     static int inBounds(int quarter);
 
     std::vector<int> m_natures;
-    std::array<Quarter, quarterCount> m_quarters;
+    std::array<QuarterSalary, quarterCount> m_quarters;
 };

@@ -178,6 +178,7 @@ void ConsolidatedPanel::VSFS_AFTEREDIT(int col)
     }
     LOADEXPDET();
     LOADALLEXPDET();
+    emit computed();
 }
 
 void ConsolidatedPanel::LOADEXPDET()

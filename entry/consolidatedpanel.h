@@ -54,6 +54,9 @@ public:
     /// The same at the end of the session, when nobody can be asked: a cell that holds no number keeps its former one.
     void keepSalaries();
 
+signals:
+    void computed(); ///< after a salary was typed, `all` is of the salaries as they stand now
+
 private:
     void setUpGrid(Grid *grid, const QStringList &rowCaptions);
     void showSalary(const QuarterSalary &salary);

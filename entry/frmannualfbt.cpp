@@ -23,6 +23,12 @@ constexpr int totalValueColumn = 17;
 constexpr int firstAmountField = 2;
 constexpr int quarterCount = 4;
 
+// With these all quarters and the total show on a screen 1024 wide.
+constexpr int serialWidth = 40;
+constexpr int nameWidth = 96;
+constexpr int rateWidth = 36;
+constexpr int amountWidth = 72;
+
 /// The three columns of a quarter (1 to 4): its amount, followed by value and number.
 constexpr int amountColumn(int quarter)
 {
@@ -45,24 +51,27 @@ void addQuarter(RowList<AnnualRow>::Columns &columns, const QString &caption, co
 {
     for (const Column::Text &text : texts) {
         const bool number = &text == &texts.back();
-        columns.push_back(
-            {.caption = caption, .text = text, .width = 90, .format = QStringLiteral("###0.00"), .hidden = number});
+        columns.push_back({.caption = caption,
+                           .text = text,
+                           .width = amountWidth,
+                           .format = QStringLiteral("###0.00"),
+                           .hidden = number});
     }
 }
 
 RowList<AnnualRow>::Columns listColumns()
 {
-    RowList<AnnualRow>::Columns columns{Column{.caption = "S. No.", .width = 44},
+    RowList<AnnualRow>::Columns columns{Column{.caption = "S. No.", .width = serialWidth},
                                         Column{.caption = "Head of Expenses",
                                                .text = [](const AnnualRow &l) { return HeadText(l.headId); },
-                                               .width = 150},
+                                               .width = nameWidth},
                                         Column{.caption = "Nature of Expenses",
                                                .text = [](const AnnualRow &l) { return QString::number(l.expId); },
-                                               .width = 190,
+                                               .width = nameWidth,
                                                .stretch = true},
                                         Column{.caption = "Rate",
                                                .text = [](const AnnualRow &l) { return NumberText(l.rate); },
-                                               .width = 44,
+                                               .width = rateWidth,
                                                .right = true}};
     const QStringList quarters{QStringLiteral("April - June"), QStringLiteral("July - September"),
                                QStringLiteral("October - December"), QStringLiteral("January - March")};
@@ -160,6 +169,19 @@ void frmannualfbt::LOADGRIDDED()
     for (int quarter = 1; quarter <= quarterCount; ++quarter)
         ui->vsf2->setColHidden(amountColumn(quarter) + 1, withoutRate);
     m_list->LOADGRID();
+    fitAmounts();
+}
+
+/// A column with a longer number gets wider.
+void frmannualfbt::fitAmounts()
+{
+    constexpr int padding = 12;
+    for (int col = rateColumn + 1; col < ui->vsf2->Cols(); ++col) {
+        int width = amountWidth;
+        for (int row = ui->vsf2->FixedRows(); row < ui->vsf2->Rows(); ++row)
+            width = std::max(width, padding + ui->vsf2->fontMetrics().horizontalAdvance(ui->vsf2->shownText(row, col)));
+        ui->vsf2->setColWidth(col, width);
+    }
 }
 
 /// None when the expenses could not be read.

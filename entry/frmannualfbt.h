@@ -41,6 +41,7 @@ private:
     void CMDDELETEDED_CLICK(const AnnualRow &line);
 
     std::optional<std::vector<AnnualRow>> readLines();
+    void fitAmounts();
     void clearFields();
     void showLine(const AnnualRow &line);
     void saveLine(const QuarterAmounts &amounts);

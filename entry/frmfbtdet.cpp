@@ -126,6 +126,7 @@ void frmfbtdet::connectButtons()
     connect(ui->cmdret, &QAbstractButton::clicked, this, [this] { showReturn(&frmretfrm::LOADPRNGRID); });
     connect(ui->cmdchallan, &QAbstractButton::clicked, this, [] { openOnce<Challan>(MdiForm); });
     connect(ui->Command2, &QAbstractButton::clicked, this, [] { openOnce<frmfbtrep>(MdiForm); });
+    connect(ui->famcon, &ConsolidatedPanel::computed, this, &frmfbtdet::showConsolidatedFigures);
     connect(ui->cboquarter, &QComboBox::currentIndexChanged, this, &frmfbtdet::CBOQUARTER_CLICK);
     connect(ui->cbonature, &QComboBox::currentIndexChanged, this, &frmfbtdet::CBONATURE_CLICK);
 }

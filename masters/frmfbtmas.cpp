@@ -38,7 +38,7 @@ RowList<ExpenseHead>::Columns headColumns()
 
 RowList<RatedItem>::Columns itemColumns()
 {
-    constexpr int leastWidth = 320;
+    constexpr int leastWidth = 220;
     return {
         ListColumn<RatedItem>{.caption = "S.No."},
         ListColumn<RatedItem>{.caption = "Nature of Expenses",

@@ -29,7 +29,12 @@ void ShowFromStart(QLineEdit *field, const QString &text)
 
 int CaptionWidth(const Grid *grid, const QString &caption)
 {
-    constexpr int least = 110;
+    constexpr int least = 64;
+    constexpr int padding = 12;
     constexpr int lines = 3; // and one more for the words that do not fill their line
-    return std::max(least, grid->fontMetrics().horizontalAdvance(caption) / lines);
+    const QFontMetrics metrics = grid->fontMetrics();
+    int width = std::max(least, metrics.horizontalAdvance(caption) / lines + padding);
+    for (const QString &word : caption.split(u' '))
+        width = std::max(width, metrics.horizontalAdvance(word) + padding);
+    return width;
 }
