@@ -104,6 +104,7 @@ void frmhelp::wirePanes()
     ui->vsfhits->hide();
     connect(ui->vsf, &Grid::dblClick, this, &frmhelp::SHOWTOPIC);
     connect(ui->vsfhits, &Grid::rowColChange, this, &frmhelp::SHOWHIT);
+    connect(ui->vsfhits, &QTableView::clicked, this, &frmhelp::SHOWHIT); // the first one is current already
     connect(ui->txtfind, &QLineEdit::textChanged, this, &frmhelp::FIND);
     connect(ui->wb1, &QTextBrowser::anchorClicked, this, &frmhelp::SYNCTREE, Qt::QueuedConnection);
 }
