@@ -97,7 +97,10 @@ void frmhelp::wirePanes()
         list->setStretchCol(titleColumn);
     }
     ui->spl->handle(1)->setObjectName(QStringLiteral("Frame4"));
-    ui->spl->setStretchFactor(1, 1);
+    constexpr int treeShare = 3;
+    constexpr int paneShare = 7;
+    ui->spl->setStretchFactor(0, treeShare);
+    ui->spl->setStretchFactor(1, paneShare);
     constexpr int treeWidth = 300;
     constexpr int paneWidth = 700;
     ui->spl->setSizes({treeWidth, paneWidth});
