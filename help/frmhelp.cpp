@@ -97,13 +97,17 @@ void frmhelp::wirePanes()
         list->setStretchCol(titleColumn);
     }
     ui->spl->handle(1)->setObjectName(QStringLiteral("Frame4"));
-    ui->spl->setStretchFactor(1, 1);
+    constexpr int treeShare = 3;
+    constexpr int paneShare = 7;
+    ui->spl->setStretchFactor(0, treeShare);
+    ui->spl->setStretchFactor(1, paneShare);
     constexpr int treeWidth = 300;
     constexpr int paneWidth = 700;
     ui->spl->setSizes({treeWidth, paneWidth});
     ui->vsfhits->hide();
     connect(ui->vsf, &Grid::dblClick, this, &frmhelp::SHOWTOPIC);
     connect(ui->vsfhits, &Grid::rowColChange, this, &frmhelp::SHOWHIT);
+    connect(ui->vsfhits, &QTableView::clicked, this, &frmhelp::SHOWHIT); // the first one is current already
     connect(ui->txtfind, &QLineEdit::textChanged, this, &frmhelp::FIND);
     connect(ui->wb1, &QTextBrowser::anchorClicked, this, &frmhelp::SYNCTREE, Qt::QueuedConnection);
 }
