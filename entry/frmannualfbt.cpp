@@ -24,10 +24,11 @@ constexpr int firstAmountField = 2;
 constexpr int quarterCount = 4;
 
 // With these all quarters and the total show on a screen 1024 wide.
-constexpr int serialWidth = 40;
-constexpr int nameWidth = 96;
+constexpr int serialWidth = 36;
+constexpr int headWidth = 90;
+constexpr int leastItemWidth = 70;
 constexpr int rateWidth = 36;
-constexpr int amountWidth = 72;
+constexpr int amountWidth = 64;
 
 /// The three columns of a quarter (1 to 4): its amount, followed by value and number.
 constexpr int amountColumn(int quarter)
@@ -64,10 +65,10 @@ RowList<AnnualRow>::Columns listColumns()
     RowList<AnnualRow>::Columns columns{Column{.caption = "S. No.", .width = serialWidth},
                                         Column{.caption = "Head of Expenses",
                                                .text = [](const AnnualRow &l) { return HeadText(l.headId); },
-                                               .width = nameWidth},
+                                               .width = headWidth},
                                         Column{.caption = "Nature of Expenses",
                                                .text = [](const AnnualRow &l) { return QString::number(l.expId); },
-                                               .width = nameWidth,
+                                               .width = leastItemWidth,
                                                .stretch = true},
                                         Column{.caption = "Rate",
                                                .text = [](const AnnualRow &l) { return NumberText(l.rate); },
@@ -175,7 +176,7 @@ void frmannualfbt::LOADGRIDDED()
 /// A column with a longer number gets wider.
 void frmannualfbt::fitAmounts()
 {
-    constexpr int padding = 12;
+    constexpr int padding = 10;
     for (int col = rateColumn + 1; col < ui->vsf2->Cols(); ++col) {
         int width = amountWidth;
         for (int row = ui->vsf2->FixedRows(); row < ui->vsf2->Rows(); ++row)
