@@ -14,6 +14,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QScrollArea>
 
 namespace {
 
@@ -48,6 +49,27 @@ void selectText(QWidget *field)
         line->selectAll();
     else if (const auto *combo = qobject_cast<QComboBox *>(field); combo && combo->isEditable())
         combo->lineEdit()->selectAll();
+}
+
+/// What is longer than its window is scrolled so that the control can be seen.
+void scrollTo(QWidget *control)
+{
+    for (QWidget *outer = control->parentWidget(); outer != nullptr; outer = outer->parentWidget()) {
+        if (auto *area = qobject_cast<QScrollArea *>(outer))
+            area->ensureWidgetVisible(control);
+    }
+}
+
+/// A mnemonic presses a button without giving it the focus. It gets it here as by the mouse, so that the field in hand is
+/// left and checked. False when that field keeps the focus.
+bool focusByMnemonic(QWidget *target)
+{
+    const auto *button = qobject_cast<QAbstractButton *>(target);
+    if (button == nullptr || !(button->focusPolicy() & Qt::ClickFocus))
+        return true;
+    const QPointer<QWidget> shown(target);
+    target->setFocus(Qt::ShortcutFocusReason);
+    return shown && target->window()->focusWidget() == target;
 }
 
 bool isCellEditor(QWidget *target, QWidget *field)
@@ -90,7 +112,8 @@ bool Screen::eventFilter(QObject *watched, QEvent *event)
 {
     const QEvent::Type type = event->type();
     const bool ours = type == QEvent::KeyPress || type == QEvent::FocusIn || type == QEvent::FocusOut ||
-                      type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick;
+                      type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick ||
+                      type == QEvent::Shortcut;
     auto *target = ours ? qobject_cast<QWidget *>(watched) : nullptr;
     if (!target || !concerns(target, type))
         return false;
@@ -102,6 +125,8 @@ bool Screen::eventFilter(QObject *watched, QEvent *event)
         return false;
     case QEvent::FocusOut:
         return focusLost(target, static_cast<QFocusEvent *>(event));
+    case QEvent::Shortcut:
+        return !focusByMnemonic(target);
     default:
         return mousePressed(target, type);
     }
@@ -184,6 +209,8 @@ bool Screen::focusNextPrevChild(bool next)
         if (!takesTab || !isAncestorOf(w) || !w->isEnabled() || !reallyShown(w))
             continue;
         w->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+        if (QWidget *focus = QApplication::focusWidget())
+            scrollTo(focus);
         return true;
     }
     return false;
