@@ -76,7 +76,7 @@ void takeFigures(ReturnForm &form)
 /// The day by which the return code is judged. A text that is no date counts as none.
 QDate judgedDate(const ReturnForm &form)
 {
-    const auto text = [&form](const char *column) { return form.addInfo.value(QLatin1String(column)).trimmed(); };
+    const auto text = [&form](const char *column) { return form.info(column).trimmed(); };
     QString date = form.flag("revret") ? text("revrecdt") : QString();
     for (const char *column : {"intdt", "retdt"}) {
         if (date.isEmpty())
@@ -105,7 +105,7 @@ QString ReturnFormOf(int year)
 
 bool ReturnForm::flag(const char *column) const
 {
-    return Val(addInfo.value(QLatin1String(column))) != 0;
+    return Val(info(column)) != 0;
 }
 
 int ReturnForm::residence() const
@@ -129,7 +129,7 @@ ReturnForm ReadReturnForm()
     form.addInfo = reader.take(ReadRow(Cnn, addInfoTable, inHand), "additional information");
     form.RetCode = returnCode(form.addInfo);
     form.fields.date = DateText(Today());
-    if (form.TYear < firstYearOfItr8)
+    if (!form.isItr8())
         return form;
     form.miscInf = reader.take(ReadRow(Cnn, miscInfTable, inHand), "miscellaneous information");
     form.fields.details = reader.take(ReturnDetailsOf(Cnn, inHand), "filing details");
@@ -139,10 +139,12 @@ ReturnForm ReadReturnForm()
 
 int RefundModeOf(const ReturnForm &form)
 {
+    const int stored = form.fields.details.refundMode;
+    if (!form.figures.known())
+        return stored;
     if (!form.refundDue())
         return 0;
-    const int stored = form.fields.details.refundMode;
-    if (stored > 0)
+    if (stored > 0 || !form.isRead("bank accounts") || !form.isRead("filing details"))
         return stored;
     return form.BankInf[6] == u"Y" ? 2 : 1;
 }

@@ -64,6 +64,11 @@ struct FBT_OFFERED ReturnForm
 
     /// A column of the additional information as a flag: `Val(column) <> 0`.
     [[nodiscard]] bool flag(const char *column) const;
+    /// A column of the additional information as it is stored.
+    [[nodiscard]] QString info(const char *column) const { return addInfo.value(QLatin1String(column)); }
+    /// Whether it is form ITR-8, else form 3B.
+    [[nodiscard]] bool isItr8() const { return TYear >= firstYearOfItr8; }
+    [[nodiscard]] bool isRead(const char *what) const { return !unread.contains(QLatin1String(what)); }
     /// 1 resident, 2 non-resident, 3 not ordinarily resident; 0 without a client's row.
     [[nodiscard]] int residence() const;
     /// Whether money comes back: its box is open then.
@@ -75,7 +80,7 @@ struct FBT_OFFERED ReturnForm
 FBT_OFFERED ReturnForm ReadReturnForm();
 
 /// The refund mode of a return: the stored one while money comes back, else 0; where none is stored, 2 for an account with
-/// ECS, else 1.
+/// ECS, else 1. It stays the stored one while the figures, and none is proposed while the accounts, could not be read.
 FBT_OFFERED int RefundModeOf(const ReturnForm &form);
 
 /// The return code that fits the date of the return, "21" in time or "22" late, when it is the other of the two that is

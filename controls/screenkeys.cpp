@@ -14,6 +14,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QScrollArea>
 
 namespace {
 
@@ -56,6 +57,27 @@ void selectText(QWidget *field)
         combo->lineEdit()->selectAll();
 }
 
+/// What is longer than its window is scrolled so that the control can be seen.
+void scrollTo(QWidget *control)
+{
+    for (QWidget *outer = control->parentWidget(); outer != nullptr; outer = outer->parentWidget()) {
+        if (auto *area = qobject_cast<QScrollArea *>(outer))
+            area->ensureWidgetVisible(control);
+    }
+}
+
+/// A mnemonic presses a button without giving it the focus. It gets it here as by the mouse, so that the field in hand is
+/// left and checked. False when that field keeps the focus.
+bool focusByMnemonic(QWidget *target)
+{
+    const auto *button = qobject_cast<QAbstractButton *>(target);
+    if (button == nullptr || !(button->focusPolicy() & Qt::ClickFocus))
+        return true;
+    const QPointer<QWidget> shown(target);
+    target->setFocus(Qt::ShortcutFocusReason);
+    return shown && target->window()->focusWidget() == target;
+}
+
 bool isCellEditor(QWidget *target, QWidget *field)
 {
     return target != field && qobject_cast<QAbstractItemView *>(field);
@@ -96,7 +118,8 @@ bool Screen::eventFilter(QObject *watched, QEvent *event)
 {
     const QEvent::Type type = event->type();
     const bool ours = type == QEvent::KeyPress || type == QEvent::FocusIn || type == QEvent::FocusOut ||
-                      type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick;
+                      type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick ||
+                      type == QEvent::Shortcut;
     auto *target = ours ? qobject_cast<QWidget *>(watched) : nullptr;
     if (!target || !concerns(target, type))
         return false;
@@ -108,6 +131,8 @@ bool Screen::eventFilter(QObject *watched, QEvent *event)
         return false;
     case QEvent::FocusOut:
         return focusLost(target, static_cast<QFocusEvent *>(event));
+    case QEvent::Shortcut:
+        return !focusByMnemonic(target);
     default:
         return mousePressed(target, type);
     }
@@ -199,6 +224,8 @@ bool Screen::focusNextPrevChild(bool next)
         if (!takesTab || !isAncestorOf(w) || !w->isEnabled() || !reallyShown(w))
             continue;
         w->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+        if (QWidget *focus = QApplication::focusWidget())
+            scrollTo(focus);
         return true;
     }
     return false;

@@ -160,11 +160,6 @@ QString addressOf(const ReturnForm &form)
     return JoinFilled({JoinFilled(parts, QStringLiteral(", ")), form.ClAddr[pin]}, QStringLiteral("-"));
 }
 
-QString info(const ReturnForm &form, const char *column)
-{
-    return form.addInfo.value(QLatin1String(column));
-}
-
 void writeIdentity(PartA &part, const ReturnForm &form)
 {
     part.text("1.", QStringLiteral("Permanent Account No.(PAN)"), form.ClPAN);
@@ -181,8 +176,8 @@ void writeIdentity(PartA &part, const ReturnForm &form)
     part.text("7.", Joined("Telephone number:    STD Code: ", form.client[ClientRecord::Std].trimmed()),
               Joined("Number ", form.client[ClientRecord::Telephone].trimmed()));
     part.text("8.", QStringLiteral("e-mail ID:"), form.client[ClientRecord::Email].trimmed());
-    part.text("9.", QStringLiteral("Ward/Circle/Range"), info(form, "ward"));
-    part.text("10.", QStringLiteral("Ward/Circle/Range where return of income, if filed"), info(form, "oldward"));
+    part.text("9.", QStringLiteral("Ward/Circle/Range"), form.info("ward"));
+    part.text("10.", QStringLiteral("Ward/Circle/Range where return of income, if filed"), form.info("oldward"));
 }
 
 void writeFiling(PartA &part, const ReturnForm &form)
@@ -194,9 +189,9 @@ void writeFiling(PartA &part, const ReturnForm &form)
               QStringLiteral("Whether Original or Revised Return? (If original write 1, and if revised write 2)"),
               OneOrTwo(!revised));
     part.text("", QStringLiteral("If revised, Receipt No. and date of filing original return"),
-              Joined(revised ? info(form, "revrecno") : blank, " and ", revised ? info(form, "revrecdt") : blank));
+              Joined(revised ? form.info("revrecno") : blank, " and ", revised ? form.info("revrecdt") : blank));
     part.text("13.", QStringLiteral("Nature of business or profession"), QString());
-    part.natures(info(form, "nob"));
+    part.natures(form.info("nob"));
 }
 
 void writeAudit(PartA &part, const ReturnForm &form)
@@ -205,11 +200,11 @@ void writeAudit(PartA &part, const ReturnForm &form)
     part.code("14.", yesNoLabel("Are you liable to maintain accounts as per section 44AA? "),
               OneOrTwo(form.flag("ac44aa")));
     part.code("15.", yesNoLabel("Are you liable to audit under section 44AB(a/b)? "), OneOrTwo(form.flag("ac44ab")));
-    part.text("", dateOfReport, form.flag("ac44ab") ? info(form, "dt44ab") : QString());
+    part.text("", dateOfReport, form.flag("ac44ab") ? form.info("dt44ab") : QString());
     part.code("16.",
               yesNoLabel("Are you liable to audit under section 44AB(c) read with section 44AD/44AE/44AF/44BB/44BBB? "),
               OneOrTwo(form.flag("ac44abc")));
-    part.text("", dateOfReport, form.flag("ac44abc") ? info(form, "dt44abc") : QString());
+    part.text("", dateOfReport, form.flag("ac44abc") ? form.info("dt44abc") : QString());
 }
 
 void writeResidence(PartA &part, const ReturnForm &form)

@@ -12,7 +12,6 @@ struct ReturnForm;
 FBT_OFFERED void FORM3B_ANX(const ReturnForm &form);
 
 /// The return: parts A and B and the verification.
-/// @param relation position of the signatory's relation to the father: 0 or less not told, 1 son, 2 daughter
 FBT_OFFERED void FORM3B_MAIN(const ReturnForm &form);
 
 /// The four schedules.

@@ -1,6 +1,7 @@
 #include "returns/frmretfrm.h"
 #include "ui_frmretfrm.h"
 
+#include "calc/clientyear.h"
 #include "context/errortail.h"
 #include "context/modbase.h"
 #include "controls/uiarray.h"
@@ -22,7 +23,6 @@ constexpr int selectedColumn = 2;
 constexpr int breakColumn = 3;
 constexpr int placeField = 4;
 constexpr int escapeKey = 27;
-const QString section = QStringLiteral("Settings");
 
 const QString on = QStringLiteral("-1");
 const QString off = QStringLiteral("0");
@@ -36,6 +36,37 @@ QString checkCaption(const QString &text, bool checked)
 bool captionChecked(const QString &caption)
 {
     return caption.startsWith(QChar(0x2611));
+}
+
+/// Shows the entry of a list that is stored by its position; the first one for a position that the list does not have.
+void showPosition(QComboBox *box, int stored)
+{
+    box->setCurrentIndex(stored > 0 && stored < box->count() ? stored : 0);
+    box->setProperty("stored", stored);
+}
+
+/// The position to store: a stored one that the list does not have stays until another entry is chosen.
+int positionOf(const QComboBox *box)
+{
+    const int stored = box->property("stored").toInt();
+    const bool listed = stored >= 0 && stored < box->count();
+    return listed || box->currentIndex() > 0 ? box->currentIndex() : stored;
+}
+
+/// What was typed over what was shown, and for all else what was read since.
+ReturnFields merged(ReturnFields typed, const ReturnFields &shown, const ReturnFields &read)
+{
+    const auto take = [](auto &value, const auto &before, const auto &now) {
+        if (value == before)
+            value = now;
+    };
+    for (QString Signatory::*text : {&Signatory::name, &Signatory::father, &Signatory::pan, &Signatory::post})
+        take(typed.signatory.*text, shown.signatory.*text, read.signatory.*text);
+    take(typed.signatory.relation, shown.signatory.relation, read.signatory.relation);
+    for (QString ReturnDetails::*text : {&ReturnDetails::number, &ReturnDetails::date})
+        take(typed.details.*text, shown.details.*text, read.details.*text);
+    take(typed.details.refundMode, shown.details.refundMode, read.details.refundMode);
+    return typed;
 }
 
 } // namespace
@@ -140,7 +171,7 @@ void frmretfrm::LOADMAININFO()
     for (const QString &what : m_form.unread)
         readingFailed(what);
     askReturnCode();
-    const bool itr8 = m_form.TYear >= firstYearOfItr8;
+    const bool itr8 = m_form.isItr8();
     for (QWidget *widget : std::initializer_list<QWidget *>{ui->Frame1, ui->lblrefm, ui->cborefm, ui->famoptform})
         widget->setVisible(itr8);
     ui->optform_0->setChecked(true);
@@ -159,27 +190,59 @@ void frmretfrm::askReturnCode()
                "\n- FBT Return Code should be '", *fitting, "'\n\nDo you want to Change the Return Code?");
     if (MsgBox(this, question, Buttons::YesNo, Icon::Question) != Reply::Yes)
         return;
-    SaveReturnCode(*fitting);
-    m_form.RetCode = *fitting;
+    if (SaveReturnCode(*fitting))
+        m_form.RetCode = *fitting;
 }
 
 void frmretfrm::showFields()
 {
-    const Signatory &signatory = m_form.fields.signatory;
-    const ReturnDetails &details = m_form.fields.details;
+    m_shown = m_form.fields;
+    showSettled(m_shown);
+    ui->txtdate->setDate(m_form.fields.date);
+    m_place = Base->GetSettingINI(returnSettings, QStringLiteral("Place"), QString());
+    ui->chkplace->setChecked(Val(Base->GetSettingINI(returnSettings, QStringLiteral("CityAsPlace"), off)) != 0);
+    CHKPLACE_CLICK();
+}
+
+void frmretfrm::showSettled(const ReturnFields &settled)
+{
+    const Signatory &signatory = settled.signatory;
+    const ReturnDetails &details = settled.details;
     ui->txtfields_0->setText(signatory.name);
-    ui->cborelat->setCurrentIndex(std::clamp(signatory.relation + 1, 0, ui->cborelat->count() - 1));
+    showPosition(ui->cborelat, signatory.relation + 1);
     ui->txtfields_1->setText(signatory.father);
     ui->txtfields_2->setText(signatory.pan);
     ui->txtfields_3->setText(signatory.post);
     ui->txtfields_5->setText(details.number);
     ui->txtefldt->setDate(details.date);
-    ui->cborefm->setCurrentIndex(std::clamp(details.refundMode, 0, ui->cborefm->count() - 1));
-    ui->cborefm->setEnabled(m_form.refundDue());
-    ui->txtdate->setDate(m_form.fields.date);
-    m_place = Base->GetSettingINI(section, QStringLiteral("Place"), QString());
-    ui->chkplace->setChecked(Val(Base->GetSettingINI(section, QStringLiteral("CityAsPlace"), off)) != 0);
+    showPosition(ui->cborefm, details.refundMode);
+    ui->cborefm->setEnabled(m_form.figures.known() && m_form.refundDue());
+}
+
+/// Reads the return anew: the client may have been corrected meanwhile, or what failed can be read now. What was typed
+/// stays; all else is shown as it is stored.
+void frmretfrm::readAgain()
+{
+    const ReturnFields typed = fields();
+    const ReturnFields shown = m_shown;
+    const bool taken = TakeClientYear(QString(Base->code), m_form.TYear) && TakeEmployeesOfYear();
+    m_form = ReadReturnForm();
+    if (!taken && m_form.isRead("additional information"))
+        m_form.unread << QStringLiteral("additional information");
+    readingWell();
+    for (const QString &what : m_form.unread)
+        readingFailed(what);
+    m_shown = m_form.fields;
+    if (!m_form.isRead("signatories"))
+        m_shown.signatory = shown.signatory;
+    if (!m_form.isRead("filing details"))
+        m_shown.details = shown.details;
+    ReturnFields settled = merged(typed, shown, m_shown);
+    if (m_form.figures.known() && !m_form.refundDue())
+        settled.details.refundMode = 0;
+    showSettled(settled);
     CHKPLACE_CLICK();
+    m_form.fields = fields();
 }
 
 void frmretfrm::showFooterOptions()
@@ -207,11 +270,11 @@ void frmretfrm::CHKPLACE_CLICK()
 ReturnFields frmretfrm::fields() const
 {
     ReturnFields typed;
-    typed.signatory = {ui->txtfields_0->text(), ui->cborelat->currentIndex() - 1, ui->txtfields_1->text(),
+    typed.signatory = {ui->txtfields_0->text(), positionOf(ui->cborelat) - 1, ui->txtfields_1->text(),
                        ui->txtfields_2->text(), ui->txtfields_3->text()};
     typed.place = ui->txtfields_4->text();
     typed.date = ui->txtdate->date();
-    typed.details = {ui->txtfields_5->text(), ui->txtefldt->date(), ui->cborefm->currentIndex()};
+    typed.details = {ui->txtfields_5->text(), ui->txtefldt->date(), positionOf(ui->cborefm)};
     return typed;
 }
 
@@ -298,12 +361,30 @@ void frmretfrm::VSP_HEADER(int column)
 void frmretfrm::CMDPRN_CLICK()
 {
     ErrorTail tail(this);
-    if (!mayPrintBalance())
+    if (!m_form.unread.isEmpty())
+        readAgain();
+    if (!isKnown() || !mayPrintBalance())
         return;
     m_paymentsKnown = TRANSCHALLANS();
     noteReading(QStringLiteral("challans"), m_paymentsKnown && m_form.figures.paidKnown);
     m_form.fields = fields();
     m_filing ? fileReturn() : printReturn();
+}
+
+/// Whether all that the return states could be read; says so when it could not. Who signs and how a refund is paid stands
+/// on the screen, and a blank form states nothing.
+bool frmretfrm::isKnown()
+{
+    QStringList missing = m_form.unread;
+    missing.removeAll(QStringLiteral("signatories"));
+    missing.removeAll(QStringLiteral("filing details"));
+    if (missing.isEmpty() || (!m_filing && ui->optform_1->isChecked()))
+        return true;
+    MsgBox(this,
+           Joined("Some of the return could not be read: ", missing.join(QStringLiteral(", ")),
+                  m_filing ? ". No file was written." : ". Nothing was printed."),
+           Buttons::Ok, Icon::Exclamation);
+    return false;
 }
 
 bool frmretfrm::mayPrintBalance()
@@ -323,8 +404,7 @@ bool frmretfrm::TRANSCHALLANS()
 
 void frmretfrm::fileReturn()
 {
-    const bool itr8 = m_form.TYear >= firstYearOfItr8;
-    if (itr8 && m_form.fields.signatory.pan.isEmpty() &&
+    if (m_form.isItr8() && m_form.fields.signatory.pan.isEmpty() &&
         MsgBox(this, QStringLiteral("PAN [Verification] is Blank.\n\nDo you want to continue?"), Buttons::YesNo,
                Icon::Question) != Reply::Yes)
         return;
@@ -336,20 +416,16 @@ void frmretfrm::fileReturn()
         field->setFocus();
 }
 
-/// The client may have been corrected meanwhile: his city is the place, and a refund may be due that was not.
 ReturnForm frmretfrm::formNow()
 {
-    m_form = ReadReturnForm();
-    CHKPLACE_CLICK();
-    ui->cborefm->setEnabled(m_form.refundDue());
-    m_form.fields = fields();
+    readAgain();
     return m_form;
 }
 
 void frmretfrm::printReturn()
 {
     Itr8Job job{m_form, {}, {}, ui->cborelat->currentText(), ui->optform_1->isChecked(), m_paymentsKnown};
-    if (m_form.TYear >= firstYearOfItr8 && !findFolders(job))
+    if (m_form.isItr8() && !findFolders(job))
         return;
     takeSelection();
     if (selectedItems() == 0) {
@@ -402,7 +478,7 @@ void frmretfrm::printItems(const Itr8Job &job)
         if (printed > 1)
             tail([&] { WriteItemBreak(*Reporter, m_form.FormNm, isChecked(item, breakColumn)); });
         tail([&] { printItem(item, job); });
-        withSeal = withSeal || (item == 1 && m_form.TYear < firstYearOfItr8);
+        withSeal = withSeal || (item == 1 && !m_form.isItr8());
     }
     if (!m_cancelled && ui->chkfooter->isChecked())
         tail([&] { WriteReturnFooter(*Reporter, footerOptions(), Base->code, m_form.ClName, m_form.TYear); });
@@ -414,7 +490,7 @@ void frmretfrm::printItem(int item, const Itr8Job &job)
     using Procedure = void (*)(const Itr8Job &);
     static constexpr Procedure itr8[] = {FORMITR_ACK,    FORMITR8_MAIN, FORMITR_PARTC,
                                          FORMITR_SCHFBI, FORMITR_SCHFB, FORMITR_SCHFBT};
-    if (m_form.TYear >= firstYearOfItr8)
+    if (m_form.isItr8())
         itr8[item - 1](job);
     else if (item == 1)
         FORM3B_ANX(m_form);
@@ -459,11 +535,33 @@ bool frmretfrm::FORM_UNLOAD()
         return false;
     ErrorTail tail(this);
     saveSettings();
-    const ReturnFields typed = fields();
-    const auto values = std::pair(typed.signatory, typed.details);
-    if (saveFields(typed) || m_refused == values)
+    if (!m_form.isRead("signatories") || !m_form.isRead("filing details"))
+        readAgain();
+    ReturnFields typed = fields();
+    if (!panIsSettled(typed))
+        return false;
+    if (saveFields(typed))
         return true;
-    m_refused = values;
+    if (m_refused)
+        return MsgBox(this, QStringLiteral("What was typed could not be saved. Leave without it?"), Buttons::YesNo,
+                      Icon::Question, {}, 2) == Reply::Yes;
+    m_refused = true;
+    tell(Told::Notice, QStringLiteral("What was typed could not be saved."));
+    return false;
+}
+
+bool frmretfrm::panIsSettled(ReturnFields &typed)
+{
+    QString &pan = typed.signatory.pan;
+    const QString &stored = m_shown.signatory.pan;
+    if (pan == stored || Base->ValidPan(pan))
+        return true;
+    if (std::exchange(m_panRefused, true)) {
+        pan = stored;
+        return true;
+    }
+    MsgBox(this, QStringLiteral("Invalid PAN."), Buttons::Ok, Icon::Exclamation);
+    ui->txtfields_2->setFocus();
     return false;
 }
 
@@ -471,18 +569,20 @@ void frmretfrm::saveSettings()
 {
     KeepFooterOptions(m_form.FormNm, footerOptions());
     const bool cityAsPlace = ui->chkplace->isChecked();
-    Base->SaveSettingINI(section, QStringLiteral("CityAsPlace"), cityAsPlace ? QStringLiteral("1") : off);
+    Base->SaveSettingINI(returnSettings, QStringLiteral("CityAsPlace"), cityAsPlace ? QStringLiteral("1") : off);
     if (!cityAsPlace)
-        Base->SaveSettingINI(section, QStringLiteral("Place"), ui->txtfields_4->text());
+        Base->SaveSettingINI(returnSettings, QStringLiteral("Place"), ui->txtfields_4->text());
 }
 
-/// What could not be read is not written over.
+/// What could not be read is not written over; it counts as saved while nothing else was typed.
 bool frmretfrm::saveFields(const ReturnFields &typed)
 {
     const ClientYear client{Base->code, m_form.TYear};
-    const auto known = [this](const char *what) { return !m_form.unread.contains(QLatin1String(what)); };
-    const bool signatory = !known("signatories") || SaveSignatory(Cnn, client, typed.signatory);
-    const bool details =
-        m_form.TYear < firstYearOfItr8 || !known("filing details") || SaveReturnDetails(Cnn, client, typed.details);
+    const bool signatory = m_form.isRead("signatories") ? SaveSignatory(Cnn, client, typed.signatory)
+                                                        : typed.signatory == m_shown.signatory;
+    if (!m_form.isItr8())
+        return signatory;
+    const bool details = m_form.isRead("filing details") ? SaveReturnDetails(Cnn, client, typed.details)
+                                                         : typed.details == m_shown.details;
     return signatory && details;
 }

@@ -7,7 +7,6 @@
 
 #include <map>
 #include <memory>
-#include <optional>
 
 class QCheckBox;
 class QLineEdit;
@@ -21,7 +20,9 @@ class frmretfrm;
 /// 3B or ITR-8 item by item. What was settled is saved when the screen is left; the answer to the question about the
 /// return code is saved at once.
 ///
-/// When the database refuses to save, the screen stays with what was typed; left again as it is, it closes.
+/// When the database refuses to save, the screen stays with what was typed; left again, it asks before it closes without it.
+/// A wrong PAN keeps the screen once; left again, the stored one stays. What could not be read is read again before the
+/// return is printed or filed, which waits until it is known, and on leaving, so that what was typed is not lost.
 class FBT_OFFERED frmretfrm : public Screen
 {
     Q_OBJECT
@@ -53,6 +54,10 @@ private:
     bool TRANSCHALLANS();
 
     void askReturnCode();
+    void readAgain();
+    void showSettled(const ReturnFields &settled);
+    [[nodiscard]] bool isKnown();
+    [[nodiscard]] bool panIsSettled(ReturnFields &typed);
     void showFields();
     void showFooterOptions();
     void showBreaks(const std::vector<bool> &breaks);
@@ -77,8 +82,10 @@ private:
     std::map<int, QLineEdit *> txtfields;
     std::map<int, QCheckBox *> chkopt;
     ReturnForm m_form;
-    QString m_place; ///< typed, while the city is not taken for the place
-    std::optional<std::pair<Signatory, ReturnDetails>> m_refused;
+    QString m_place;        ///< typed, while the city is not taken for the place
+    ReturnFields m_shown;   ///< as last read: what differs on the screen was typed
+    bool m_refused = false; ///< what was typed could not be saved once already
+    bool m_panRefused = false;
     bool m_filing = false; ///< the button files the return, else it prints
     bool m_paymentsKnown = true;
     bool m_printing = false;

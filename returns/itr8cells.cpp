@@ -5,6 +5,7 @@
 #include "platform/dates.h"
 #include "platform/sqltext.h"
 #include "platform/text.h"
+#include "returns/formrows.h"
 
 #include <array>
 #include <span>
@@ -43,17 +44,6 @@ QString rupees(double amount)
 QString yesNo(bool yes)
 {
     return yes ? QStringLiteral("Yes") : QStringLiteral("No");
-}
-
-/// A flag that the forms ask for as 1 for yes and 2 for no.
-QString oneOrTwo(bool yes)
-{
-    return yes ? QStringLiteral("1") : QStringLiteral("2");
-}
-
-QString info(Form form, const char *column)
-{
-    return form.addInfo.value(QLatin1String(column));
 }
 
 QString misc(Form form, const char *column)
@@ -109,6 +99,13 @@ QString telephone(Form form)
                   form.client[ClientRecord::Telephone].trimmed());
 }
 
+/// The kind of the default account, one of two boxes; without an account neither is ticked.
+QString accountMark(Form form, bool current)
+{
+    const bool account = !form.BankInf[6].isEmpty();
+    return mark(account && ISCURRENTAC(form.BankInf[4]) == current);
+}
+
 QString permanentEstablishment(Form form)
 {
     constexpr int nonResident = 2;
@@ -127,7 +124,7 @@ const CellRule acknowledgement[] = {
     {2, 2, 1, [](Form f) { return f.ClAddr[5]; }},
     {2, 2, 2, [](Form f) { return f.ClAddr[6]; }},
     {2, 2, 3, [](Form f) { return f.ClAddr[7]; }},
-    {2, 3, 2, [](Form f) { return info(f, "ward"); }},
+    {2, 3, 2, [](Form f) { return f.info("ward"); }},
     {2, 3, 4, [](Form f) { return revised(f) ? QStringLiteral("REVISED") : QStringLiteral("ORIGINAL"); }},
     {4, 1, 5, [](Form) { return rupees(FBTTaxableValue); }},
     {4, 2, 5, [](Form f) { return rupees(f.figures.sums.totalTax); }},
@@ -171,15 +168,15 @@ const CellRule partA[] = {
     {5, 2, 1, [](Form f) { return f.client[ClientRecord::Email].trimmed(); }},
     {5, 2, 2, telephone},
     {6, 1, 7, [](Form f) { return bracketed(f.RetCode); }},
-    {6, 2, 1, [](Form f) { return info(f, "ward"); }},
-    {6, 2, 2, [](Form f) { return info(f, "areacd"); }},
-    {6, 2, 3, [](Form f) { return info(f, "aotyp"); }},
-    {6, 2, 4, [](Form f) { return info(f, "aorng"); }},
-    {6, 2, 5, [](Form f) { return info(f, "aono"); }},
+    {6, 2, 1, [](Form f) { return f.info("ward"); }},
+    {6, 2, 2, [](Form f) { return f.info("areacd"); }},
+    {6, 2, 3, [](Form f) { return f.info("aotyp"); }},
+    {6, 2, 4, [](Form f) { return f.info("aorng"); }},
+    {6, 2, 5, [](Form f) { return f.info("aono"); }},
     {7, 1, 2, [](Form f) { return mark(!revised(f)); }},
     {7, 1, 4, [](Form f) { return mark(revised(f)); }},
-    {8, 1, 2, [](Form f) { return revised(f) ? info(f, "revrecno") : QString(); }},
-    {8, 1, 3, [](Form f) { return revised(f) ? info(f, "revrecdt") : QString(); }},
+    {8, 1, 2, [](Form f) { return revised(f) ? f.info("revrecno") : QString(); }},
+    {8, 1, 3, [](Form f) { return revised(f) ? f.info("revrecdt") : QString(); }},
     {9, 1, 2, [](Form f) { return mark(f.residence() == 1); }},
     {9, 1, 4, [](Form f) { return mark(f.residence() == 2); }},
     {9, 1, 6, [](Form f) { return mark(f.residence() == 3); }},
@@ -227,8 +224,8 @@ const CellRule partB[] = {
     {9, 1, 3, [](Form f) { return mark(f.fields.details.refundMode == 1); }},
     {9, 1, 5, [](Form f) { return mark(f.fields.details.refundMode == 2); }},
     {10, 1, 2, [](Form f) { return f.BankInf[2]; }},
-    {10, 1, 4, [](Form f) { return mark(!ISCURRENTAC(f.BankInf[4])); }},
-    {10, 1, 6, [](Form f) { return mark(ISCURRENTAC(f.BankInf[4])); }},
+    {10, 1, 4, [](Form f) { return accountMark(f, false); }},
+    {10, 1, 6, [](Form f) { return accountMark(f, true); }},
     {11, 1, 3, [](Form f) { return f.fields.details.number; }, lastYearOfElectronicBox},
     {11, 1, 5, [](Form f) { return f.fields.details.date; }, lastYearOfElectronicBox},
 };
@@ -244,8 +241,8 @@ void addPlaceAndDate(Form form, FormCells &cells)
 // --- schedules ---
 
 const CellRule scheduleFBI[] = {
-    {1, 1, 3, [](Form) { return oneOrTwo(EmpBoth); }},
-    {1, 2, 3, [](Form) { return EmpBoth ? oneOrTwo(SepBooks) : QStringLiteral(" "); }},
+    {1, 1, 3, [](Form) { return OneOrTwo(EmpBoth); }},
+    {1, 2, 3, [](Form) { return EmpBoth ? OneOrTwo(SepBooks) : QStringLiteral(" "); }},
     {2, 1, 4, [](Form) { return NumberText(IndiaEmp); }},
     {2, 2, 4, [](Form) { return NumberText(TotalEmp - IndiaEmp); }},
     {2, 3, 4, [](Form) { return NumberText(TotalEmp); }},

@@ -10,16 +10,19 @@
 
 namespace {
 
-const QString section = QStringLiteral("Settings");
+bool isForm3B(const QString &FormNm)
+{
+    return FormNm == u"3B";
+}
 
 bool setting(const QString &key)
 {
-    return Val(Base->GetSettingINI(section, key, QStringLiteral("1"))) != 0;
+    return Val(Base->GetSettingINI(returnSettings, key, QStringLiteral("1"))) != 0;
 }
 
 void keep(const QString &key, bool on)
 {
-    Base->SaveSettingINI(section, key, on ? QStringLiteral("1") : QStringLiteral("0"));
+    Base->SaveSettingINI(returnSettings, key, on ? QStringLiteral("1") : QStringLiteral("0"));
 }
 
 struct Option
@@ -53,6 +56,32 @@ void writeClient(ReportObject &report, const FooterOptions &options, const QStri
     MULTISPCJS1(report, row);
 }
 
+/// Margins narrower than those of other reports, whose settings come back when it goes.
+class NarrowMargins
+{
+public:
+    NarrowMargins()
+    {
+        for (const auto &[key, narrow] : margins) {
+            m_before << Base->GetSettingINI(returnSettings, QLatin1String(key), QStringLiteral("720"));
+            Base->SaveSettingINI(returnSettings, QLatin1String(key), QString::number(narrow));
+        }
+    }
+    ~NarrowMargins()
+    {
+        qsizetype at = 0;
+        for (const auto &[key, narrow] : margins)
+            Base->SaveSettingINI(returnSettings, QLatin1String(key), m_before[at++]);
+    }
+    NarrowMargins(const NarrowMargins &) = delete;
+    NarrowMargins &operator=(const NarrowMargins &) = delete;
+
+private:
+    static constexpr std::pair<const char *, int> margins[] = {
+        {"MarginL", 720}, {"MarginT", 360}, {"MarginR", 360}, {"MarginB", 360}};
+    QStringList m_before;
+};
+
 void writeProduct(ReportObject &report)
 {
     ReportRow row;
@@ -67,7 +96,7 @@ void writeProduct(ReportObject &report)
 
 std::vector<ReturnItem> ReturnItems(const QString &FormNm)
 {
-    if (FormNm == u"3B")
+    if (isForm3B(FormNm))
         return {{QStringLiteral("Acknowledgement"), false},
                 {QStringLiteral("Return of Income"), true},
                 {QStringLiteral("Schedules (1 to 4)"), true}};
@@ -92,7 +121,7 @@ std::vector<bool> PageBreaksKept(const QString &FormNm)
     std::vector<bool> breaks;
     for (const ReturnItem &item : ReturnItems(FormNm))
         breaks.push_back(item.pageBreak);
-    const QString kept = Base->GetSettingINI(section, breaksKey(FormNm), QString());
+    const QString kept = Base->GetSettingINI(returnSettings, breaksKey(FormNm), QString());
     const QStringList numbers = kept.isEmpty() ? QStringList() : kept.split(u',');
     for (std::size_t i = 0; i < breaks.size() && i < static_cast<std::size_t>(numbers.size()); ++i)
         breaks[i] = Val(numbers[static_cast<qsizetype>(i)]) != 0;
@@ -101,7 +130,7 @@ std::vector<bool> PageBreaksKept(const QString &FormNm)
 
 void KeepPageBreaks(const QString &FormNm, const std::vector<bool> &breaks)
 {
-    Base->SaveSettingINI(section, breaksKey(FormNm), PageBreaksText(breaks));
+    Base->SaveSettingINI(returnSettings, breaksKey(FormNm), PageBreaksText(breaks));
 }
 
 FooterOptions FooterOptionsKept(const QString &FormNm)
@@ -135,26 +164,18 @@ void WriteReturnFooter(ReportObject &report, const FooterOptions &options, const
 
 void OpenReturnReport(ReportObject &report, const QString &FormNm)
 {
-    constexpr std::pair<const char *, int> margins[] = {
-        {"MarginL", 720}, {"MarginT", 360}, {"MarginR", 360}, {"MarginB", 360}};
-    QStringList before;
-    for (const auto &[key, narrow] : margins) {
-        before << Base->GetSettingINI(section, QLatin1String(key), QStringLiteral("720"));
-        Base->SaveSettingINI(section, QLatin1String(key), QString::number(narrow));
-    }
-    if (FormNm == u"3B")
+    const NarrowMargins margins;
+    if (isForm3B(FormNm))
         report.NewReport();
     else
         report.InItReport(true);
     report.title = QStringLiteral("Form ") + FormNm;
-    for (qsizetype i = 0; i < before.size(); ++i)
-        Base->SaveSettingINI(section, QLatin1String(margins[i].first), before[i]);
 }
 
 void WriteItemBreak(ReportObject &report, const QString &FormNm, bool pageBreak)
 {
     constexpr int smallSize = 5;
-    const bool documents = FormNm != u"3B";
+    const bool documents = !isForm3B(FormNm);
     if (documents)
         report.InItReport(false);
     if (pageBreak) {

@@ -10,6 +10,9 @@ class ReportObject;
 
 /// What of a return can be printed by itself, and how a report of several such items is put together.
 
+/// The section of the settings that the return keeps.
+inline const QString returnSettings = QStringLiteral("Settings");
+
 struct ReturnItem
 {
     QString text;

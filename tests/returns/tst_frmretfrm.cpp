@@ -160,9 +160,55 @@ private slots:
         desk.find<QLineEdit>("txtfields_3")->setFocus();
         QCOMPARE(desk.said(), QStringList("Invalid PAN."));
         QCOMPARE(desk.focus(), "txtfields_2");
+        desk.key(Qt::Key_P, Qt::AltModifier); // the button by its letter
+        QCOMPARE(desk.said(), QStringList("Invalid PAN."));
+        QCOMPARE(desk.reports, 0);
         desk.type("txtfields_2", "abcde1234f");
         desk.key(Qt::Key_Return);
         QCOMPARE(desk.focus(), "txtfields_3");
+        desk.key(Qt::Key_P, Qt::AltModifier);
+        QTRY_COMPARE(desk.reports, 1);
+    }
+
+    void wrongPanIsNotSaved()
+    {
+        sql(Sql("Insert into FBT_SignDet Values ('A1',2009,'OLD','','','ABCDE1234F','')"));
+        ReturnDesk desk(*m_module, 2009);
+        desk.type("txtfields_2", "ABC");
+        QVERIFY(!desk.screen()->Unload());
+        QCOMPARE(desk.said(), QStringList("Invalid PAN."));
+        QVERIFY(desk.screen()->Unload());
+        QCOMPARE(m_module->rows("Select Nm,PAN from FBT_SignDet"), QStringList("OLD\tABCDE1234F"));
+    }
+
+    /// What the lists do not have is kept until another entry is chosen.
+    void unknownCodesAreKept()
+    {
+        payment(2009, 1, 500);
+        sql(Sql("Insert into FBT_SignDet Values ('A1',2009,'OLD','2','','','')"));
+        sql(Sql("Insert into FBT_RetDet Values ('A1',2009,'','','','',0,'5')"));
+        const auto codes = [this] { return m_module->rows("Select Relat,RefM from FBT_SignDet,FBT_RetDet"); };
+        ReturnDesk desk(*m_module, 2009);
+        QCOMPARE(desk.find<QComboBox>("cborelat")->currentIndex(), 0);
+        QCOMPARE(desk.find<QComboBox>("cborefm")->currentIndex(), 0);
+        QVERIFY(desk.screen()->Unload());
+        QCOMPARE(codes(), QStringList("2\t5"));
+        ReturnDesk again(*m_module, 2009);
+        again.choose("cborelat", 2);
+        again.choose("cborefm", 1);
+        QVERIFY(again.screen()->Unload());
+        QCOMPARE(codes(), QStringList("1\t1"));
+    }
+
+    void focusIsScrolledTo()
+    {
+        ReturnDesk desk(*m_module, 2009);
+        desk.screen()->window()->resize(300, 150);
+        desk.find<QLineEdit>("txtfields_0")->setFocus();
+        for (int fields = 0; fields < 8; ++fields) {
+            desk.key(fields % 2 == 0 ? Qt::Key_Tab : Qt::Key_Return);
+            QVERIFY2(!QApplication::focusWidget()->visibleRegion().isEmpty(), qPrintable(desk.focus()));
+        }
     }
 
     void placeIsTheCityOrTyped()
@@ -176,8 +222,8 @@ private slots:
         QCOMPARE(desk.text("txtfields_4"), "HERE");
     }
 
-    /// A text that the database does not take stays on the screen once; the old row stays in any case.
-    void refusedSignatoryStaysOnce()
+    /// A text that the database does not take is not given up without a question; the old row stays in any case.
+    void refusedSignatoryStays()
     {
         sql(Sql("Insert into FBT_SignDet Values ('A1',2009,'OLD','','','','')"));
         ReturnDesk desk(*m_module, 2009);
@@ -185,7 +231,10 @@ private slots:
         desk.type("txtfields_0", "o'brien");
         QVERIFY(!screen->Unload());
         QCOMPARE(desk.text("txtfields_0"), "O'BRIEN");
+        desk.answers({Reply::No, Reply::Yes});
+        QVERIFY(!screen->Unload());
         QVERIFY(screen->Unload());
+        QCOMPARE(desk.said(), QStringList(2, "What was typed could not be saved. Leave without it?"));
         QCOMPARE(m_module->rows("Select Nm from FBT_SignDet"), QStringList("OLD"));
     }
 
@@ -200,6 +249,38 @@ private slots:
         QVERIFY(desk.screen()->Unload());
         QCOMPARE(m_module->rows("Select Nm from FBT_SignDet"), QStringList("OLD"));
         QCOMPARE(m_module->rows("Select EflNo,EflDt,RefM from FBT_RetDet"), QStringList("77\t\t0"));
+    }
+
+    /// What was typed joins what is stored, as soon as that can be read.
+    void typedOverUnreadDetails()
+    {
+        sql(Sql("Insert into FBT_RetDet Values ('A1',2009,'1','02/08/2009','','',0,'2')"));
+        payment(2009, 1, 500);
+        sql(Sql("Rename Table FBT_RetDet to Away"));
+        ReturnDesk desk(*m_module, 2009);
+        desk.type("txtfields_5", "77");
+        QVERIFY(!desk.screen()->Unload());
+        sql(Sql("Rename Table Away to FBT_RetDet"));
+        QVERIFY(desk.screen()->Unload());
+        QCOMPARE(m_module->rows("Select EflNo,EflDt,RefM from FBT_RetDet"), QStringList("77\t02/08/2009\t2"));
+    }
+
+    /// Nothing is stated that is not known, and how the refund is paid stays as it was.
+    void unreadFigures()
+    {
+        sql(Sql("Insert into FBT_RetDet Values ('A1',2009,'','','','',0,'1')"));
+        payment(2009, 1, 500);
+        sql(Sql("Rename Table FBT_Challan to Away"));
+        ReturnDesk desk(*m_module, 2009);
+        desk.print();
+        QCOMPARE(desk.reports, 0);
+        QCOMPARE(desk.said().size(), 1);
+        QVERIFY(desk.screen()->Unload());
+        QCOMPARE(m_module->rows("Select RefM from FBT_RetDet"), QStringList("1"));
+        ReturnDesk again(*m_module, 2009);
+        sql(Sql("Rename Table Away to FBT_Challan"));
+        again.print();
+        QVERIFY(again.printed("\t500\n") && again.enabled("cborefm"));
     }
 
     void paymentsFillTheirSchedule_data()

@@ -237,6 +237,7 @@ private slots:
         form.client[ClientRecord::Std].clear();
         form.RetCode = " ";
         form.figures.sums.balance = -700;
+        form.BankInf = {};
         TakeEmployees({});
         print(form, false);
         const auto main = [this](int table, int row, int column) { return cell("Main", table, row, column); };
@@ -244,8 +245,28 @@ private slots:
                               main(12, 2, 3)}),
                  QStringList({"No", "", "(    )-TEL", "[  ]", "", "", ""}));
         QCOMPARE(cell("PartB", 7, 1, 4) + u' ' + cell("PartB", 7, 2, 4), "0 700");
+        QCOMPARE(cell("PartB", 10, 1, 4) + cell("PartB", 10, 1, 6), "[  ][  ]");
         QCOMPARE(cell("Sch-FBI", 1, 1, 3) + cell("Sch-FBI", 1, 2, 3), "2 ");
-        QCOMPARE(cell("Sch-FB", 7, 2, 4), "1006");
+    }
+
+    /// The value counts as that of employees in India alone, of separate books, or by the share of the employees.
+    void totalsByTheEmployees_data()
+    {
+        Columns<bool, bool, QString>({"abroad", "books", "totals"});
+        Case("India alone", false, false, QString("1006 1006 0 0 1005"));
+        Case("separate books", true, true, QString("1006 0 1006 0 1005"));
+        Case("share", true, false, QString("1006 0 0 1005 1005"));
+    }
+    void totalsByTheEmployees()
+    {
+        QFETCH(bool, abroad);
+        QFETCH(bool, books);
+        TakeEmployees({abroad, books, 31, 44});
+        print(distinctForm(2009), false);
+        QStringList totals;
+        for (int row = 1; row <= 5; ++row)
+            totals << cell("Sch-FB", 7, row, 4);
+        QTEST(totals.join(u' '), "totals");
     }
 
     void declarationNamesWhoSigns()
