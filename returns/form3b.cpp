@@ -307,7 +307,7 @@ void writeVerification(const ReturnForm &form)
     rows.row({InBold(QStringLiteral("VERIFICATION"))}, OuterEdges(1, true));
     rows.shape({78}, {justified});
     rows.row({declaration(form)}, OuterEdges(1));
-    rows.shape({50, 50}, {left, right});
+    rows.shape({39, 39}, {left, right}); // halves of the line
     rows.row({Joined("Date : ", InBold(fields.date)), QString()}, OuterEdges(2));
     rows.row({Joined("Place : ", InBold(fields.place)), InBold(fields.signatory.name)}, OuterEdges(2));
     rows.row({QString(), signature}, OuterEdges(2));
@@ -319,7 +319,7 @@ void writeVerification(const ReturnForm &form)
                              "schedules electronically to the designated website vide acknowledgement number "
                              "________________________ dated ______________.")},
              OuterEdges(1));
-    rows.shape({50, 50}, {left, right});
+    rows.shape({39, 39}, {left, right}); // halves of the line
     rows.row({QString(), signature}, OuterEdges(2, false, true));
 }
 

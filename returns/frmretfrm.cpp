@@ -17,6 +17,8 @@
 #include <QDir>
 #include <QHeaderView>
 
+#include <utility>
+
 namespace {
 
 constexpr int selectedColumn = 2;
