@@ -203,8 +203,8 @@ void WebDriver::interrupt()
 {
     if (m_session.isEmpty())
         m_interrupted = true; // a start that is broken off would leave a browser without its driver
-    else if (m_reply)
-        m_reply->abort();
+    else if (QNetworkReply *reply = m_reply.data())
+        reply->abort();
 }
 
 WebDriver::Answer WebDriver::command(const QString &path, const QJsonObject &body)
