@@ -44,6 +44,8 @@ Bench &Bench::upToDate()
 bool Bench::hold()
 {
     QString why;
+    if (!m_office.schema.isEmpty())
+        return m_connection.open(m_office);
     if (!m_server.revive() && !m_server.start(&why)) {
         fprintf(stderr, "%s\n", qPrintable(why));
         return false;
@@ -56,6 +58,19 @@ bool Bench::hold()
     return m_connection.open(address);
 }
 
+void Bench::moveTo(const ServerAddress &office)
+{
+    m_office = office;
+    m_office.schema = "office";
+}
+
+QStringList Bench::dataOptions() const
+{
+    const ServerAddress &at = m_office;
+    const QString url = Joined("mysql://", at.user, ':', at.password, '@', at.host, ':', at.port, '/', at.schema);
+    return at.schema.isEmpty() ? QStringList{"--data", m_data} : QStringList{"--server", url};
+}
+
 void Bench::onlyClient(bool withRows)
 {
     carry({Sql("Delete from ", clientMaster.name)});
@@ -63,18 +78,27 @@ void Bench::onlyClient(bool withRows)
         if (!table.comesLater)
             carry({Sql("Delete from ", table.name)});
     }
-    addClient("T1");
-    if (withRows)
-        carry({"Insert into FBT_Detail Select 'T1',2008,seq,1,1,69,100 from seq_1_to_4",
-               "Insert into FBT_SalDet Values ('T1',2008,1,1,300),('T1',2008,1,7,200)",
-               "Insert into FBT_SignDet Values ('T1',2008,'NAME','0','FATHER','','TRUSTEE')",
-               "Insert into FBT_RetDet Values ('T1',2008,'ACK77','31/07/2008','','',0,'0')"});
+    carry({"Delete from bank_master",
+           "Insert into bank_master Values (1,'BANK','TOWN','1234567'),(2,'OTHER','CITY','7654321')"});
+    addClient("T1", withRows);
 }
 
-void Bench::addClient(const QString &code)
+void Bench::addClient(const QString &code, bool withRows)
 {
+    static const QStringList rows{
+        "FBT_Detail Select '%1',2008,seq,1,1,69,100 from seq_1_to_4",
+        "FBT_SalDet Values ('%1',2008,1,1,300),('%1',2008,1,7,200)",
+        "FBT_SignDet Values ('%1',2008,'NAME','0','FATHER','','TRUSTEE')",
+        "FBT_RetDet Values ('%1',2008,'ACK77','31/07/2008','','',0,'0')",
+        "FBT_BankDet Values ('%1',2008,1,'BANK','TOWN','400002002','Savings','77',0,'Y')",
+        "FBT_Challan Values ('%1',2008,1,1,'Advance Tax','15/06/2008',100,0,0,0,0,0,100,'Cheque','7','15/06/2008',"
+        "'BANK','1',1234567,0)",
+        "FBT_AddInfo (Code_No,Tyear,Ward) Values ('%1',2008,'W')",
+        "FBT_MiscInf (Code_No,TYear,Var0_0) Values ('%1',2008,'V')"};
     carry({Sql("Insert into FBT_Info Values ('", code,
                "','ACME LTD','','','','','','','','','','',16,'0','1,7','','','','','0','','','11111')")});
+    for (const QString &row : rows)
+        withRows ? carry({"Insert into " + QString(row).replace("%1", code)}) : void();
 }
 
 void Bench::carry(const QStringList &statements)
@@ -107,7 +131,7 @@ Played::Played(const Bench &bench, const QStringList &script, int program)
     file.close();
     m_process.setProcessChannelMode(QProcess::MergedChannels);
     m_process.start(QCoreApplication::applicationDirPath() + "/fbt-drive",
-                    {"--data", bench.data(), "--app", bench.app(program), file.fileName()});
+                    bench.dataOptions() + QStringList{"--app", bench.app(program), file.fileName()});
 }
 
 bool Played::waitFor(const QString &printed)

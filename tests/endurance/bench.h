@@ -47,6 +47,9 @@ public:
 
     bool hold(); ///< starts or joins the server and opens the connection; makes the schema
     void killServer() { m_server.kill(); }
+    void moveTo(const ServerAddress &office); ///< an office's schema takes the place of the private one
+    /// Where a program finds the data, as options of its command line.
+    [[nodiscard]] QStringList dataOptions() const;
     [[nodiscard]] QString data() const { return m_data; }
     [[nodiscard]] QString app(int program = 0) const { return m_home.filePath(QString("app%1").arg(program)); }
     [[nodiscard]] QString file(const QString &name) const { return m_home.filePath(name); }
@@ -54,7 +57,7 @@ public:
 
     /// Leaves one client with rows in each table, or with the master's row alone.
     void onlyClient(bool withRows = true);
-    void addClient(const QString &code);
+    void addClient(const QString &code, bool withRows = false);
     void carry(const QStringList &statements); ///< which must not be refused
     [[nodiscard]] int count(const QString &query) { return RowsOf(m_connection, query).value(0).toInt(); }
     /// Every row of every table, sorted; without tables that are only passed through.
@@ -67,6 +70,7 @@ private:
     QTemporaryDir m_home;
     QString m_data;
     PrivateServer m_server;
+    ServerAddress m_office;
     Connection m_connection;
     QStringList m_asUpdated;
 };
@@ -91,12 +95,14 @@ private:
 };
 
 enum class Kills { Nothing, Program, Server };
+enum class Starts { AtOnce, FirstKilled, AtOffice };
 
-void StartTogether(Outcome &outcome, Dice &dice, bool killFirst);
+void StartTogether(Outcome &outcome, Dice &dice, Starts how);
 void CutWhileSaving(Outcome &outcome, Dice &dice, Kills kills);
 void ServerGone(Outcome &outcome, Dice &dice);
 void SixPrograms(Outcome &outcome, Dice &dice, bool oneClient);
 void FullDiskSaving(Outcome &outcome, Dice &dice);
 void FullDiskUpdate(Outcome &outcome, Dice &dice);
+void HostileTexts(Outcome &outcome, Dice &dice);
 void DamagedBackups(Outcome &outcome, Dice &dice);
 void ForgedBackups(Outcome &outcome, Dice &dice);

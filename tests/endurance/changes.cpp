@@ -1,5 +1,7 @@
 #include "bench.h"
 
+#include "tests/launcher/officeserver.h"
+
 #include <QFile>
 #include <QThread>
 
@@ -136,13 +138,20 @@ private:
 
 } // namespace
 
-void StartTogether(Outcome &outcome, Dice &dice, bool killFirst)
+void StartTogether(Outcome &outcome, Dice &dice, Starts starts)
 {
+    const bool killFirst = starts == Starts::FirstKilled;
     // 10,000 of item 69 count 20 percent, 2,000; of that 30 percent are 600.
     const QStringList compute =
         lines("sql Insert into FBT_Detail Values ('T1',2008,1,1,1,69,10000)") + atEntry() + lines("compute");
     for (; outcome.rounds < 1 + dice.rounds / (killFirst ? 5 : 10); ++outcome.rounds) {
         Bench bench;
+        std::unique_ptr<OfficeServer> office;
+        if (starts == Starts::AtOffice) {
+            office = std::make_unique<OfficeServer>(false);
+            office->ask("Create Database office");
+            bench.moveTo(office->address());
+        }
         Played first(bench, onlyStart);
         Played second(bench, onlyStart, 1);
         const int wait = killFirst ? 100 + dice.upTo(1200) : 0;

@@ -21,29 +21,6 @@
 
 namespace {
 
-/// Whether a typed text stands in a statement as it was typed, or a word ends the statement early. The text may have been
-/// cut to the length of its field. Read here by the server's own rule.
-bool isUnsafe(const QString &statement)
-{
-    static const QRegularExpression values(R"('(?:[^'\\]|\\.|'')*'|"(?:[^"\\]|\\.|"")*")",
-                                           QRegularExpression::DotMatchesEverythingOption);
-    static const QRegularExpression typed(R"(1' #|x';d|x' or 'a|a\\')", QRegularExpression::CaseInsensitiveOption);
-    static const QRegularExpression ends("['#;]|-- ");
-    return statement.contains(typed) || QString(statement).remove(values).contains(ends);
-}
-
-/// The name by which a field is counted: its screen's and its own.
-QString nameOf(const QWidget *field)
-{
-    QString name;
-    const Screen *screen = Screen::of(field);
-    for (const QWidget *at = field; at != nullptr && at != screen; at = at->parentWidget()) {
-        if (name.isEmpty() && !at->objectName().startsWith(u"qt_"))
-            name = at->objectName();
-    }
-    return Joined(screen == nullptr ? QString() : screen->objectName(), '.', name);
-}
-
 /// A target can go with the first half of a click.
 void clickAt(QWidget *target, const QPoint &at)
 {
@@ -61,8 +38,7 @@ QWidget *keyTarget(QWidget *window)
 
 /// Plays rounds of random keys and clicks on whatever the program shows, as a user in a hurry would, and then ends the
 /// event loop. Screens are found by the buttons and menus that open them, so that a new one takes part without being
-/// named. Into the fields and cells, those first that had the fewest, go texts that would end the quotes they stand in;
-/// each statement that is sent is looked at. The same seed plays the same.
+/// named. The same seed plays the same.
 ///
 /// Each step is due whether or not the one before has returned: it may have opened a modal screen.
 class KeyPlayer : public QObject, private Answerer
@@ -75,15 +51,9 @@ public:
         , m_before(SetAnswerer(this))
     {
     }
-    ~KeyPlayer() override
-    {
-        m_program.connection().setObserver({});
-        SetAnswerer(m_before);
-    }
+    ~KeyPlayer() override { SetAnswerer(m_before); }
 
     void beginRound();
-    [[nodiscard]] QStringList unsafe() const { return m_unsafe; } ///< statements that should not have been sent
-    [[nodiscard]] QStringList neverTyped() const { return m_typed.keys(0); }
 
 private:
     Reply message(const MessageBox &box) override;
@@ -118,10 +88,8 @@ private:
     void pressKey(QWidget *window);
     void typeText(QWidget *window);
     void pasteText(QWidget *window);
-    void fillField(QWidget *window);
     void fillCell(QWidget *window);
     void save(QWidget *window);
-    void fill(QWidget *editor, const QString &field);
 
     Program &m_program;
     int m_rounds;
@@ -130,8 +98,6 @@ private:
     int m_closingTries = 0;
     bool m_closing = false;
     QRandomGenerator m_random;
-    QMap<QString, int> m_typed; // times, by field
-    QStringList m_unsafe;
     Answerer *m_before;
 };
 
@@ -143,10 +109,6 @@ void KeyPlayer::beginRound()
         return;
     }
     std::fprintf(stderr, "seed %u\n", m_seed); // the last one printed is the one that crashed
-    m_program.connection().setObserver([this](const QString &statement) {
-        if (isUnsafe(statement))
-            m_unsafe << statement;
-    });
     m_random.seed(m_seed++);
     m_stepsLeft = stepsOfARound;
     m_closing = false;
@@ -193,8 +155,6 @@ void KeyPlayer::act(QWidget *window)
                                                                &KeyPlayer::pressKey,
                                                                &KeyPlayer::typeText,
                                                                &KeyPlayer::pasteText,
-                                                               &KeyPlayer::fillField,
-                                                               &KeyPlayer::fillField,
                                                                &KeyPlayer::fillCell,
                                                                &KeyPlayer::triggerMenuEntry,
                                                                &KeyPlayer::save,
@@ -303,8 +263,8 @@ void KeyPlayer::pressKey(QWidget *window)
 
 void KeyPlayer::typeText(QWidget *window)
 {
-    static const QStringList texts{"a",           "abc",        "1",  "12.50", "-3", "01/04/2007", "1-4-07",
-                                   "99999999999", "Acme & Co.", "K1", "0",     "  ", "31022008",   "AAACA1234A"};
+    static const QStringList texts{"a",          "abc", "1", "12.50", "-3",       "01/04/2007", "1-4-07", "99999999999",
+                                   "Acme & Co.", "K1",  "0", "  ",    "31022008", "AAACA1234A", "it's"};
     for (const QChar c : anyIn(texts))
         QTest::keyClick(keyTarget(window), c.toLatin1());
 }
@@ -316,45 +276,15 @@ void KeyPlayer::pasteText(QWidget *window)
     QTest::keySequence(keyTarget(window), upTo(3) == 0 ? QKeySequence::Undo : QKeySequence::Paste);
 }
 
-void KeyPlayer::fillField(QWidget *window)
-{
-    QLineEdit *least = nullptr;
-    for (QLineEdit *field : window->findChildren<QLineEdit *>()) {
-        const int times = m_typed[nameOf(field)];
-        if (field->isVisible() && field->isEnabled() && !field->isReadOnly() &&
-            (least == nullptr || times < m_typed.value(nameOf(least))))
-            least = field;
-    }
-    if (least == nullptr)
-        return click(window);
-    least->setFocus();
-    least->selectAll();
-    fill(least, nameOf(least));
-}
-
 void KeyPlayer::fillCell(QWidget *window)
 {
     auto *grid = anyOf<Grid>(window);
     if (grid == nullptr || !grid->hasDataRow())
         return click(window);
-    const int col = upTo(grid->Cols());
     grid->setFocus();
-    grid->setCell(grid->FixedRows() + upTo(grid->Rows() - grid->FixedRows()), col);
+    grid->setCell(grid->FixedRows() + upTo(grid->Rows() - grid->FixedRows()), upTo(grid->Cols()));
     if (grid->isEditing() || grid->EditCell())
-        fill(QApplication::focusWidget(), Joined(nameOf(grid), '(', col, ')'));
-}
-
-void KeyPlayer::fill(QWidget *editor, const QString &field)
-{
-    static const QStringList hostile{"1' #2", "x';delete from fbt_detail; -- ", "X' or 'a'='a", "a\\"};
-    ++m_typed[field];
-    const QPointer<QWidget> alive(editor);
-    for (const QChar c : anyIn(hostile)) {
-        if (alive)
-            QTest::keyClick(alive, c.toLatin1());
-    }
-    if (alive && upTo(2) == 0)
-        QTest::keyClick(alive, Qt::Key_Return);
+        typeText(window);
 }
 
 /// By the button that does so, where what was filled in can be saved.
@@ -385,7 +315,7 @@ void tellFaults(QtMsgType type, const QMessageLogContext &context, const QString
         fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, text)));
 }
 
-int play(int rounds, quint32 firstSeed)
+void play(int rounds, quint32 firstSeed)
 {
     const QTemporaryDir scratch;
     Program program({scratch.filePath("app"), scratch.filePath("db"), scratch.filePath("pelkfbt.ini"),
@@ -402,10 +332,6 @@ int play(int rounds, quint32 firstSeed)
     });
     QApplication::exec();
     program.stop();
-    std::printf("Never typed in: %s\n", qPrintable(player.neverTyped().join(u' ')));
-    for (const QString &statement : player.unsafe())
-        std::printf("Sent: %s\n", qPrintable(statement));
-    return player.unsafe().isEmpty() ? 0 : 1;
 }
 
 } // namespace
@@ -417,5 +343,6 @@ int main(int argc, char **argv)
     Application application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     const QStringList arguments = QCoreApplication::arguments();
-    return play(arguments.value(1, "40").toInt(), arguments.value(2, "1").toUInt());
+    play(arguments.value(1, "40").toInt(), arguments.value(2, "1").toUInt());
+    return 0;
 }
