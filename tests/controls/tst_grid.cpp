@@ -124,26 +124,6 @@ private slots:
         QVERIFY(keys.size() == 2 && keys[0][0].toInt() == 13 && keys[1][0].toInt() == 27);
     }
 
-    void headerClickSorts()
-    {
-        const auto clickOn = [this](int col) {
-            const QPoint at(m_grid->gridHeader()->sectionViewportPosition(col) + 20, 8);
-            QTest::mouseClick(m_grid->gridHeader()->viewport(), Qt::LeftButton, {}, at);
-        };
-        const QSignalSpy sorts(m_grid.get(), &Grid::sorted);
-        clickOn(1);
-        QCOMPARE(m_grid->TextMatrix(1, 1), QString("Delta"));
-        m_grid->setSortByHeader(true);
-        m_grid->setRow(1);
-        clickOn(1);
-        QCOMPARE(m_grid->TextMatrix(1, 1), QString("alpha"));
-        clickOn(1);
-        QCOMPARE(m_grid->TextMatrix(4, 1) + m_grid->TextMatrix(m_grid->Row(), 1), QString("alphaDelta"));
-        QCOMPARE(sorts.size(), 2);
-        m_grid->clearBody();
-        QCOMPARE(m_grid->gridHeader()->sortIndicatorSection(), -1);
-    }
-
     void typedEditIsValidatedAndTold()
     {
         m_grid->setEditable([](int, int col) { return col == 2; });

@@ -137,28 +137,25 @@ void KeyPlayer::step()
 
 void KeyPlayer::act(QWidget *window)
 {
-    // What a user does most stands more often.
-    static const QList<void (KeyPlayer::*)(QWidget *)> actions{&KeyPlayer::click,
-                                                               &KeyPlayer::click,
-                                                               &KeyPlayer::click,
-                                                               &KeyPlayer::click,
-                                                               &KeyPlayer::click,
-                                                               &KeyPlayer::pressMnemonic,
-                                                               &KeyPlayer::pressMnemonic,
-                                                               &KeyPlayer::twoAtOnce,
-                                                               &KeyPlayer::twoAtOnce,
-                                                               &KeyPlayer::chooseEntry,
-                                                               &KeyPlayer::clickSomewhere,
-                                                               &KeyPlayer::clickSomewhere,
-                                                               &KeyPlayer::pressKey,
-                                                               &KeyPlayer::pressKey,
-                                                               &KeyPlayer::pressKey,
-                                                               &KeyPlayer::typeText,
-                                                               &KeyPlayer::pasteText,
-                                                               &KeyPlayer::fillCell,
-                                                               &KeyPlayer::triggerMenuEntry,
-                                                               &KeyPlayer::save,
-                                                               &KeyPlayer::save};
+    using Action = void (KeyPlayer::*)(QWidget *);
+    // What a user does most comes more often.
+    static const std::pair<Action, int> weights[] = {{&KeyPlayer::click, 5},
+                                                     {&KeyPlayer::pressMnemonic, 2},
+                                                     {&KeyPlayer::twoAtOnce, 2},
+                                                     {&KeyPlayer::chooseEntry, 1},
+                                                     {&KeyPlayer::clickSomewhere, 2},
+                                                     {&KeyPlayer::pressKey, 3},
+                                                     {&KeyPlayer::typeText, 1},
+                                                     {&KeyPlayer::pasteText, 1},
+                                                     {&KeyPlayer::fillCell, 1},
+                                                     {&KeyPlayer::triggerMenuEntry, 1},
+                                                     {&KeyPlayer::save, 2}};
+    static const QList<Action> actions = [] {
+        QList<Action> all;
+        for (const auto &[action, times] : weights)
+            all += QList<Action>(times, action);
+        return all;
+    }();
     (this->*anyIn(actions))(window);
 }
 

@@ -248,26 +248,6 @@ private slots:
         QVERIFY(ink(layout, 0, {half * 1.5, 0, half, 2000}) > 0);
     }
 
-    void viewerKeepsTheReportShownLast()
-    {
-        QTemporaryDir folder;
-        RepView viewer(SuiteContext(), std::make_shared<ReportShelf>());
-        int shown = 0;
-        viewer.setObserver([&shown] { ++shown; });
-        viewer.NewReport();
-        viewer.printtext("first");
-        viewer.ShowReport();
-        viewer.NewReport();
-        viewer.printtext("second");
-        QCOMPARE(viewer.asText(), QString("first\n")); // the second one was not shown yet
-        viewer.ShowReport();
-        QCOMPARE(viewer.asText(), QString("second\n"));
-        QCOMPARE(shown, 2);
-        QFile pdf(folder.filePath("report.pdf"));
-        QVERIFY(viewer.writePdf(pdf.fileName()) && pdf.open(QIODevice::ReadOnly) && pdf.read(5) == "%PDF-");
-        QVERIFY(!viewer.writePdf(folder.filePath("missing/report.pdf")));
-    }
-
     /// A page is laid out when it is asked for, and comes out the same as when all are.
     void pagesAreLaidOutWhenAskedFor()
     {
