@@ -27,7 +27,9 @@ WebDriverSettings headless()
 QJsonValue asked(const QByteArray &verb, const QString &url)
 {
     QNetworkAccessManager net;
-    const std::unique_ptr<QNetworkReply> reply(net.sendCustomRequest(QNetworkRequest(QUrl(url)), verb));
+    QNetworkRequest request{QUrl(url)};
+    request.setTransferTimeout(10000);
+    const std::unique_ptr<QNetworkReply> reply(net.sendCustomRequest(request, verb));
     QEventLoop wait;
     QObject::connect(reply.get(), &QNetworkReply::finished, &wait, &QEventLoop::quit);
     wait.exec();
@@ -220,8 +222,7 @@ private slots:
                                     {"screen closed", false, [](Desk &user) { user.screen()->Unload(); }, {}, false},
                                     {"stop", false, [](Desk &user) { user.click("cmdstoppg"); }, {}, true},
                                     {"stop later", true, [](Desk &user) { user.click("cmdstoppg"); }, {}, true},
-                                    {"by hand", false, closeWindow, "Could not Open e-Tax Payment System.", false},
-                                    {"by hand later", true, closeWindow, "Could not Open Challan.", false}};
+                                    {"by hand", false, closeWindow, "Could not Open e-Tax Payment System.", false}};
         for (const Row &row : rows) {
             Desk user(*m_module);
             (row.secondStage ? user.portal.challanPage : user.portal.startPage) = Manner::NeverAnswers;
