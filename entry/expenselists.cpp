@@ -42,6 +42,7 @@ RowsRead<ExpenseChoice> sortedChoices(const RowsRead<Row> &rows)
 QString displayList(const std::vector<ExpenseChoice> &list)
 {
     std::vector<TranslationList::Entry> entries;
+    entries.reserve(list.size());
     for (const ExpenseChoice &choice : list)
         entries.push_back({QString::number(choice.id), choice.text});
     return TranslationList::listOf(entries);

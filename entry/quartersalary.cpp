@@ -5,6 +5,7 @@ QuarterSalary SalaryByNature(const std::vector<Salary> &rows, const std::vector<
     QuarterSalary salary;
     salary.ofNatures.assign(natures.size(), 0.0);
     std::vector<int> numbers;
+    numbers.reserve(natures.size());
     for (const Nature &nature : natures)
         numbers.push_back(nature.srNo);
     for (const Salary &row : rows)

@@ -59,7 +59,8 @@ void frmhelp::Open()
     openOnce<frmhelp>(nullptr);
 }
 
-void frmhelp::addButton(const QString &key, const QString &caption, QKeySequence shortcut, void (frmhelp::*handler)())
+void frmhelp::addButton(const QString &key, const QString &caption, const QKeySequence &shortcut,
+                        void (frmhelp::*handler)())
 {
     auto *button = new QAction(caption, this);
     button->setObjectName(key);
@@ -130,7 +131,7 @@ void frmhelp::LOADTREE()
     ui->vsf->setRedraw(false);
     ui->vsf->clearBody();
     for (const HelpTopic &topic : m_topics) {
-        constexpr int indent = 4;
+        constexpr qsizetype indent = 4;
         const int row = ui->vsf->AddItem({QString(indent * topic.level(), u' ') + topic.title, topic.key, topic.file});
         ui->vsf->setRowResult(row, topic.level() == 0);
     }

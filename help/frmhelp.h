@@ -33,7 +33,8 @@ public:
 
 private:
     void buildToolBar();
-    void addButton(const QString &key, const QString &caption, QKeySequence shortcut, void (frmhelp::*handler)());
+    void addButton(const QString &key, const QString &caption, const QKeySequence &shortcut,
+                   void (frmhelp::*handler)());
     void wirePanes();
     void LOADTREE();
     void showRows();

@@ -49,7 +49,7 @@ private:
     QString quoted()
     {
         const qsizetype end = m_text.indexOf(u'"', m_at + 1);
-        const QString field = m_text.mid(m_at + 1, end < 0 ? -1 : end - m_at - 1);
+        QString field = m_text.mid(m_at + 1, end < 0 ? -1 : end - m_at - 1);
         m_at = end < 0 ? m_text.size() : end + 1;
         plain(); // up to the comma
         return field;

@@ -79,7 +79,7 @@ QString DriverProgram(const QString &named)
     if (!named.isEmpty())
         return QStandardPaths::findExecutable(named);
     for (const char *driver : {"chromedriver", "msedgedriver", "geckodriver"}) {
-        const QString program = QStandardPaths::findExecutable(QString::fromLatin1(driver));
+        QString program = QStandardPaths::findExecutable(QString::fromLatin1(driver));
         if (!program.isEmpty())
             return program;
     }
