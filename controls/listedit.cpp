@@ -135,8 +135,7 @@ void ListEdit::CMDCANCEL_CLICK()
 
 void ListEdit::CMDBACK_CLICK()
 {
-    constexpr int escapeKey = 27;
-    m_screen->FORM_KEYPRESS(escapeKey);
+    m_screen->FORM_KEYPRESS(Screen::escapeKey);
 }
 
 bool ListEdit::escape()

@@ -48,8 +48,7 @@ Screen::~Screen()
 
 bool Screen::FORM_KEYPRESS(int asciiKey)
 {
-    constexpr int escape = 27;
-    if (asciiKey != escape)
+    if (asciiKey != escapeKey)
         return false;
     Unload();
     return true;

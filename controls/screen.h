@@ -51,7 +51,10 @@ public:
     /// The session ends, and nobody can be asked: saves what leaving the screen saves without a question.
     virtual void FORM_SESSIONEND() {}
 
-    /// Escape (27) or Enter (13) before the control sees it; true when it is dealt with. As it stands, Escape unloads.
+    static constexpr int enterKey = 13;  ///< Enter, as `FORM_KEYPRESS` and the grids tell it
+    static constexpr int escapeKey = 27; ///< Escape, in the same way
+
+    /// Escape or Enter before the control sees it; true when it is dealt with. As it stands, Escape unloads.
     virtual bool FORM_KEYPRESS(int asciiKey);
 
     /// Any key before the control sees it (function keys, for example); true when it is dealt with.

@@ -18,9 +18,6 @@
 
 namespace {
 
-constexpr int EnterKey = 13;
-constexpr int EscapeKey = 27;
-
 bool isEnter(const QKeyEvent *event)
 {
     return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
@@ -189,7 +186,7 @@ bool Screen::escapePressed(QWidget *target)
     }
     const QPointer<Screen> alive(this);
     m_escaping = true;
-    const bool swallowed = FORM_KEYPRESS(EscapeKey);
+    const bool swallowed = FORM_KEYPRESS(escapeKey);
     if (alive)
         m_escaping = false;
     return swallowed || !alive;
@@ -202,7 +199,7 @@ bool Screen::enterPressed(QWidget *target)
         return false;
     const QPointer<Screen> alive(this);
     const QPointer<QWidget> shown(field);
-    if (FORM_KEYPRESS(EnterKey) || !alive || !shown)
+    if (FORM_KEYPRESS(enterKey) || !alive || !shown)
         return true;
     if (entersByEnter(field)) {
         focusNextPrevChild(true);

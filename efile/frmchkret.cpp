@@ -11,8 +11,6 @@
 
 namespace {
 
-constexpr int escapeKey = 27;
-constexpr int enterKey = 13;
 constexpr int firstFigure = 2; // the columns from here on are numbers
 
 } // namespace

@@ -18,8 +18,6 @@
 
 namespace {
 
-constexpr int escapeKey = 27;
-constexpr int enterKey = 13;
 constexpr int leastDescription = 400; // pixels
 constexpr int leastLine = 600;
 

@@ -268,7 +268,6 @@ void frmannualfbt::CMDDELETEDED_CLICK(const AnnualRow &line)
 
 bool frmannualfbt::FORM_KEYPRESS(int asciiKey)
 {
-    constexpr int escapeKey = 27;
     return (asciiKey == escapeKey && m_list->escape()) || Screen::FORM_KEYPRESS(asciiKey);
 }
 

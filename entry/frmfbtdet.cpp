@@ -528,7 +528,6 @@ void frmfbtdet::showReturn(void (frmretfrm::*begin)(const QString &FormName))
 
 bool frmfbtdet::FORM_KEYPRESS(int asciiKey)
 {
-    constexpr int escapeKey = 27;
     if (asciiKey == escapeKey && ui->famcon->isVisibleTo(this)) {
         closeConsolidated();
         return true;

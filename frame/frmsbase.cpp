@@ -11,10 +11,6 @@
 
 #include <QMainWindow>
 
-namespace {
-constexpr int enterKey = 13;
-}
-
 frmsbase::frmsbase(QWidget *parent)
     : Screen(QStringLiteral("frmsbase"), parent)
     , ui(std::make_unique<Ui::frmsbase>())

@@ -13,7 +13,6 @@
 
 namespace {
 
-constexpr int enterKey = 13;
 constexpr int titleColumn = 0;
 constexpr int keyColumn = 1;
 constexpr int fileColumn = 2;

@@ -94,7 +94,7 @@ frmduedts::frmduedts(QWidget *parent)
     connect(ui->Combo4, &QComboBox::currentIndexChanged, this, &frmduedts::COMBO4_CLICK);
     connect(ui->Combo4, &QComboBox::activated, this, &frmduedts::COMBO4_CLICK); // the same year, to try again
     connect(ui->cmdsave, &QAbstractButton::clicked, this, [this] { SAVEGRID(); });
-    connect(ui->cmdback, &QAbstractButton::clicked, this, [this] { FORM_KEYPRESS(27); });
+    connect(ui->cmdback, &QAbstractButton::clicked, this, [this] { FORM_KEYPRESS(escapeKey); });
 }
 
 frmduedts::~frmduedts() = default;

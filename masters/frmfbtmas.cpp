@@ -153,7 +153,6 @@ bool frmfbtmas::FORM_UNLOAD()
 
 bool frmfbtmas::FORM_KEYPRESS(int asciiKey)
 {
-    constexpr int escapeKey = 27;
     if (asciiKey != escapeKey)
         return Screen::FORM_KEYPRESS(asciiKey);
     ListEdit *level = atItemsLevel() ? static_cast<ListEdit *>(m_items) : m_heads;

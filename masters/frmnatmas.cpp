@@ -46,7 +46,7 @@ bool frmnatmas::FORM_UNLOAD()
 
 bool frmnatmas::FORM_KEYPRESS(int asciiKey)
 {
-    return (asciiKey == 27 && m_list->escape()) || Screen::FORM_KEYPRESS(asciiKey);
+    return (asciiKey == escapeKey && m_list->escape()) || Screen::FORM_KEYPRESS(asciiKey);
 }
 
 void frmnatmas::CLEARDATA()

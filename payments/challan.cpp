@@ -17,7 +17,6 @@
 
 namespace {
 
-constexpr int escapeKey = 27;
 constexpr int numberField = 2;
 constexpr int dateField = 3;
 constexpr int secondCessField = 7;

@@ -17,7 +17,6 @@ namespace {
 constexpr int headColumn = 1;
 constexpr int expenseColumn = 2;
 constexpr int rateColumn = 3;
-constexpr int escapeKey = 27;
 constexpr int columnCount = 14;
 
 // What the report is made of, in the words that tell what of it could not be read.

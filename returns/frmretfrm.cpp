@@ -24,7 +24,6 @@ namespace {
 constexpr int selectedColumn = 2;
 constexpr int breakColumn = 3;
 constexpr int placeField = 4;
-constexpr int escapeKey = 27;
 
 const QString on = QStringLiteral("-1");
 const QString off = QStringLiteral("0");

@@ -7,7 +7,6 @@
 
 namespace {
 
-constexpr int escapeKey = 27;
 constexpr int typeLength = 50;
 
 QString yesNo(bool yes)

@@ -7,8 +7,6 @@
 
 namespace {
 
-constexpr int escapeKey = 27;
-
 /// In the order of name and branch.
 std::optional<std::vector<Bank>> banksByName(Connection *cnn)
 {

@@ -15,7 +15,6 @@ namespace {
 const QString section = QStringLiteral("Settings");
 const QString printerKey = QStringLiteral("WinPrinter");
 constexpr double zoomStep = 1.25;
-constexpr int asciiEnter = 13;
 } // namespace
 
 frmrepview::frmrepview(std::shared_ptr<const ReportDocument> document, bool mayLie, const QString &settingsFile,
@@ -72,7 +71,7 @@ void frmrepview::FORM_ACTIVATE()
 
 bool frmrepview::FORM_KEYPRESS(int asciiKey)
 {
-    if (asciiKey != asciiEnter || !ui->txtfind->hasFocus())
+    if (asciiKey != enterKey || !ui->txtfind->hasFocus())
         return Screen::FORM_KEYPRESS(asciiKey);
     CMDFIND_CLICK(true);
     return true;
