@@ -52,15 +52,17 @@ CellTexts::Slot CellTexts::addSlot()
     return slot;
 }
 
-void CellTexts::freeSlot(Slot slot)
+void CellTexts::freeSlots(std::span<const Slot> gone)
 {
-    for (int col = 0; col < m_cols; ++col) {
-        Cell &cell = m_cells[index(slot, col)];
-        m_waste += cell.length;
-        cell = {};
+    for (const Slot slot : gone) {
+        for (int col = 0; col < m_cols; ++col) {
+            Cell &cell = m_cells[index(slot, col)];
+            m_waste += cell.length;
+            cell = {};
+        }
+        m_free.push_back(slot);
     }
-    m_free.push_back(slot);
-    compactIfWasteful();
+    compactIfWasteful(); // once for all of them
 }
 
 void CellTexts::reserve(std::size_t slotCount)

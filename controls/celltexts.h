@@ -5,6 +5,7 @@
 #include <QStringView>
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
 /// The texts of a grid's cells in one run of UTF-16 characters; a cell is an offset and a length in it, so that no cell
@@ -21,7 +22,7 @@ public:
     void setCols(int cols); ///< cells beyond the new count are lost, new ones are empty
 
     Slot addSlot(); ///< all cells empty
-    void freeSlot(Slot slot);
+    void freeSlots(std::span<const Slot> gone);
     void reserve(std::size_t slotCount);
 
     /// Valid until the next change.

@@ -65,21 +65,22 @@ void GridModel::truncateRows(int count)
     const bool tell = m_exposed && kept < rowCount();
     if (tell)
         beginRemoveRows({}, kept, rowCount() - 1);
-    for (int row = count; row < rows(); ++row)
-        forget(key(row));
+    forget(std::span(m_rows).subspan(static_cast<std::size_t>(count)));
     m_rows.resize(static_cast<std::size_t>(count));
     m_visible.resize(static_cast<std::size_t>(kept));
     if (tell)
         endRemoveRows();
 }
 
-void GridModel::forget(Slot slot)
+void GridModel::forget(std::span<const Slot> gone)
 {
-    m_colors.remove(slot);
-    m_results.remove(slot);
-    m_rowData.remove(slot);
-    m_hidden[slot] = false;
-    m_texts.freeSlot(slot);
+    for (const Slot slot : gone) {
+        m_colors.remove(slot);
+        m_results.remove(slot);
+        m_rowData.remove(slot);
+        m_hidden[slot] = false;
+    }
+    m_texts.freeSlots(gone);
 }
 
 void GridModel::setCols(int count)
@@ -174,12 +175,18 @@ void GridModel::rowChanged(int row)
 
 int GridModel::insertGridRow(const QStringList &texts, int at)
 {
+    const std::vector<QStringView> views(texts.begin(), texts.end());
+    return insertGridRow(std::span(views), at);
+}
+
+int GridModel::insertGridRow(std::span<const QStringView> texts, int at)
+{
     const int row = at < 0 ? rows() : std::clamp(at, m_fixedRows, rows());
     const Slot slot = m_texts.addSlot();
     if (slot >= m_hidden.size())
         m_hidden.resize(slot + 1);
     for (int col = 0; col < std::min(cols(), static_cast<int>(texts.size())); ++col)
-        m_texts.setText(slot, col, texts.at(col));
+        m_texts.setText(slot, col, texts[static_cast<std::size_t>(col)]);
     const int place = firstVisibleFrom(row);
     if (m_exposed)
         beginInsertRows({}, place, place);
@@ -200,7 +207,7 @@ void GridModel::removeGridRow(int row)
     const bool shown = !m_hidden[key(row)];
     if (m_exposed && shown)
         beginRemoveRows({}, place, place);
-    forget(key(row));
+    forget(std::span(m_rows).subspan(static_cast<std::size_t>(row), 1));
     m_rows.erase(m_rows.begin() + row);
     if (shown)
         m_visible.erase(m_visible.begin() + place);

@@ -10,6 +10,7 @@
 #include <QSet>
 
 #include <functional>
+#include <span>
 #include <vector>
 
 /// The flat model of a grid. Rows count from 0 and include the fixed (header) rows; the model's own rows, those that a
@@ -40,8 +41,9 @@ public:
     [[nodiscard]] QString shownText(int row, int col) const;
     void setText(int row, int col, QStringView text); ///< outside the grid nothing happens
 
-    int insertGridRow(const QStringList &texts, int at = -1); ///< -1: at the end; returns the row
-    void removeGridRow(int row);                              ///< a fixed row stays
+    int insertGridRow(std::span<const QStringView> texts, int at = -1); ///< -1: at the end; returns the row
+    int insertGridRow(const QStringList &texts, int at = -1);
+    void removeGridRow(int row); ///< a fixed row stays
 
     [[nodiscard]] bool rowHidden(int row) const;
     void setRowHidden(int row, bool hidden);
@@ -98,7 +100,7 @@ private:
     void rowChanged(int row);
     void appendRows(int count);
     void truncateRows(int count);
-    void forget(CellTexts::Slot slot);
+    void forget(std::span<const CellTexts::Slot> gone);
     void makeHidden(int row);
     void makeVisible(int row);
     void rebuildVisible();

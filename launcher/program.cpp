@@ -6,7 +6,7 @@
 #include "host/mainobject.h"
 #include "launcher/delivered.h"
 #include "launcher/returnfigures.h"
-#include "masters/clientstatus.h"
+#include "masters/statuslist.h"
 
 #include <QDir>
 

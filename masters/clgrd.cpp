@@ -4,7 +4,7 @@
 #include "context/modbase.h"
 #include "controls/grid.h"
 #include "controls/screen.h"
-#include "masters/clientstatus.h"
+#include "masters/statuslist.h"
 #include "platform/sqltext.h"
 #include "records/clientlist.h"
 
@@ -17,6 +17,8 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <array>
+#include <span>
 #include <utility>
 
 namespace {
@@ -212,8 +214,9 @@ bool ClGrd::loadClients()
     GridModel *rows = vsf->gridModel(); // nobody looks at it while nothing is drawn
     const bool read = ReadClientList(Cnn, [&](const ListedClient &client) {
         clearOnce();
-        rows->insertGridRow({client.code, client.name, client.status ? StatusText(*client.status) : QString(),
-                             client.pan, client.address});
+        const QStringView status = client.status ? StatusName(*client.status) : QStringView();
+        const std::array<QStringView, 5> texts{client.code, client.name, status, client.pan, client.address};
+        rows->insertGridRow(std::span(texts));
     });
     if (!read)
         return false;

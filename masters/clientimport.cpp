@@ -1,7 +1,7 @@
 #include "masters/clientimport.h"
 
 #include "masters/clientrecord.h"
-#include "masters/clientstatus.h"
+#include "masters/statuslist.h"
 
 #include <algorithm>
 

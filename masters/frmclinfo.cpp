@@ -7,8 +7,8 @@
 #include "controls/uiarray.h"
 #include "masters/clientimport.h"
 #include "masters/clientrecord.h"
-#include "masters/clientstatus.h"
 #include "masters/natureticks.h"
+#include "masters/statuslist.h"
 #include "platform/sqltext.h"
 #include "platform/text.h"
 #include "records/change.h"
@@ -23,9 +23,6 @@
 #include <utility>
 
 namespace {
-
-constexpr int EnterKey = 13;
-constexpr int EscapeKey = 27;
 
 enum SurchargeColumn { Year, Threshold, Applies };
 constexpr int SuiteName = 1; // of the list of the suite's clients
@@ -140,7 +137,7 @@ bool frmclinfo::FORM_UNLOAD()
 bool frmclinfo::FORM_KEYPRESS(int asciiKey)
 {
     const ErrorTail tail(this);
-    if (asciiKey != EscapeKey)
+    if (asciiKey != escapeKey)
         return Screen::FORM_KEYPRESS(asciiKey);
     if (!ui->Frame1->isHidden()) {
         ui->Frame1->hide();
@@ -513,7 +510,7 @@ void frmclinfo::CMDEXIT_CLICK()
 
 void frmclinfo::CLGRD1_KEYPRESS(int KeyAscii)
 {
-    if (KeyAscii == EnterKey)
+    if (KeyAscii == enterKey)
         CMDMODIFY_CLICK();
 }
 
@@ -552,12 +549,12 @@ void frmclinfo::COMMAND1_CLICK()
 
 void frmclinfo::COMMAND2_CLICK()
 {
-    FORM_KEYPRESS(EscapeKey);
+    FORM_KEYPRESS(escapeKey);
 }
 
 void frmclinfo::VSF_KEYPRESS(int KeyAscii)
 {
-    if (KeyAscii == EnterKey)
+    if (KeyAscii == enterKey)
         COMMAND1_CLICK();
 }
 

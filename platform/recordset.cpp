@@ -8,6 +8,20 @@
 #include <cmath>
 #include <limits>
 
+namespace {
+
+/// Only characters that are one byte in UTF-8 and in Latin-1, as nearly all texts are.
+bool isPlain(QByteArrayView bytes)
+{
+    unsigned char all = 0;
+    for (const char byte : bytes)
+        all |= static_cast<unsigned char>(byte);
+    constexpr unsigned char longer = 0x80;
+    return (all & longer) == 0;
+}
+
+} // namespace
+
 QString Field::text() const
 {
     if (isNull())
@@ -117,6 +131,18 @@ Field Recordset::Fields(int index) const
     if (index < 0 || index >= m_names.size())
         return refuse(FaultNumber::NoSuchField, QStringLiteral("There is no field %1.").arg(index));
     return Field(m_query->value(index), m_connection);
+}
+
+void Recordset::readText(int index, QString &text) const
+{
+    const bool there = !m_atEnd && index >= 0 && index < m_names.size();
+    const std::optional<QByteArrayView> bytes = there ? m_query->textBytes(index) : std::nullopt;
+    if (!bytes || !isPlain(*bytes)) {
+        text = Fields(index).text();
+        return;
+    }
+    text.resize(0);
+    text.append(QLatin1StringView(bytes->data(), bytes->size()));
 }
 
 Field Recordset::refuse(int number, const QString &description) const

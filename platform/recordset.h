@@ -62,6 +62,8 @@ public:
     /// and reads as `Null`.
     [[nodiscard]] Field Fields(QStringView name) const;
     [[nodiscard]] Field Fields(int index) const;
+    /// Puts the text of a field into `text`, whose memory is used again; for loops over very many rows.
+    void readText(int index, QString &text) const;
 
 private:
     [[nodiscard]] Field refuse(int number, const QString &description) const;

@@ -98,6 +98,13 @@ QVariant ResultRows::value(int column) const
     }
 }
 
+std::optional<QByteArrayView> ResultRows::textBytes(int column) const
+{
+    if (m_row == nullptr || m_row[column] == nullptr || m_types[column] != QMetaType::QString)
+        return std::nullopt;
+    return QByteArrayView(m_row[column], static_cast<qsizetype>(m_lengths[column]));
+}
+
 std::unique_ptr<Session> Session::open(const ServerAddress &address, Fault *why)
 {
     std::unique_ptr<Session> session(new Session(mysql_init(nullptr)));

@@ -6,6 +6,7 @@
 #include <QVariant>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 struct ServerAddress;
@@ -25,6 +26,8 @@ public:
     bool next();
     /// A value of the current row by the type of its column: whole number, number, date or text; null for `Null`.
     [[nodiscard]] QVariant value(int column) const;
+    /// The bytes of a column of texts, in UTF-8, until the next row; nothing for `Null` and for a column of another type.
+    [[nodiscard]] std::optional<QByteArrayView> textBytes(int column) const;
 
 private:
     st_mysql_res *m_result; // null for a statement that finds no rows

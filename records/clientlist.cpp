@@ -21,24 +21,25 @@ public:
     {
     }
 
-    void read(ListedClient &line) const
+    void read(ListedClient &line)
     {
-        line.code = text(m_code);
-        line.name = text(m_name);
-        line.pan = text(m_pan);
+        m_info.readText(m_code, line.code);
+        m_info.readText(m_name, line.name);
+        m_info.readText(m_pan, line.pan);
         const Field status = m_info.Fields(m_status);
         line.status = status.isNull() ? std::nullopt : std::optional(status.whole());
-        line.address.clear();
-        for (const int part : m_address)
-            AppendAddress(line.address, text(part));
-        const QString pin = text(m_pin);
-        if (!pin.isEmpty())
-            line.address.append(u'-').append(pin);
+        line.address.resize(0); // keeps its memory for the next row
+        for (const int part : m_address) {
+            m_info.readText(part, m_part);
+            AppendAddress(line.address, m_part);
+        }
+        m_info.readText(m_pin, m_part);
+        if (!m_part.isEmpty())
+            line.address.append(u'-').append(m_part);
     }
 
 private:
     [[nodiscard]] int at(QStringView column) const { return m_info.FieldIndex(column); }
-    [[nodiscard]] QString text(int column) const { return m_info.Fields(column).text(); }
 
     const Recordset &m_info;
     int m_code;
@@ -47,6 +48,7 @@ private:
     int m_status;
     int m_pin;
     std::array<int, 6> m_address;
+    QString m_part;
 };
 
 } // namespace
@@ -56,7 +58,7 @@ bool ReadClientList(Connection *connection, const std::function<void(const Liste
     Recordset info;
     if (!info.Open(QStringLiteral("Select * From FBT_Info"), connection))
         return false;
-    const Columns columns(info);
+    Columns columns(info);
     ListedClient client;
     for (; !info.Eof(); info.MoveNext()) {
         columns.read(client);

@@ -48,7 +48,7 @@ private slots:
                 texts.setText(slot, 1, QString::number(slot).repeated(round % 7));
         }
         texts.setText(7, 0, u"kept");
-        texts.freeSlot(199);
+        texts.freeSlots(std::array{CellTexts::Slot{199}});
         QCOMPARE(texts.text(7, 0).toString(), QString("kept"));
         QCOMPARE(texts.text(198, 1).toString(), QString("198").repeated(3));
         QVERIFY(texts.waste() <= texts.runLength() / 2 + 4096);

@@ -1,7 +1,7 @@
 #include "controls/grid.h"
 #include "masters/clgrd.h"
 #include "masters/clientrecord.h"
-#include "masters/clientstatus.h"
+#include "masters/statuslist.h"
 #include "tests/masters/clientfixture.h"
 #include "tests/support/caserow.h"
 

@@ -1,4 +1,4 @@
-#include "masters/clientstatus.h"
+#include "masters/statuslist.h"
 
 #include "platform/dates.h"
 #include "platform/text.h"
@@ -11,7 +11,7 @@ namespace {
 
 struct Status
 {
-    const char *name;
+    const char16_t *name;
     int code;
     int olderCode; // -1: none
 };
@@ -19,18 +19,18 @@ struct Status
 constexpr int None = -1;
 
 constexpr std::array<Status, 12> statuses{{
-    {"Individual", 0, None},
-    {"HUF", 1, None},
-    {"Partnership Firm", 3, None},
-    {"AOP", 9, 10},
-    {"AOP (Trusts)", 11, 12},
-    {"BOI", 13, 14},
-    {"Artificial Juridical Person", 4, None},
-    {"Co-operative Society", 17, None},
-    {"Public Limited Company", 15, None},
-    {"Private Limited Company", 16, None},
-    {"Foreign Company", 5, None},
-    {"Local Authority", 6, None},
+    {u"Individual", 0, None},
+    {u"HUF", 1, None},
+    {u"Partnership Firm", 3, None},
+    {u"AOP", 9, 10},
+    {u"AOP (Trusts)", 11, 12},
+    {u"BOI", 13, 14},
+    {u"Artificial Juridical Person", 4, None},
+    {u"Co-operative Society", 17, None},
+    {u"Public Limited Company", 15, None},
+    {u"Private Limited Company", 16, None},
+    {u"Foreign Company", 5, None},
+    {u"Local Authority", 6, None},
 }};
 
 const Status *statusAt(int position)
@@ -54,14 +54,19 @@ QStringList StatusNames()
 {
     QStringList names;
     for (const Status &status : statuses)
-        names << QString::fromLatin1(status.name);
+        names << QString::fromUtf16(status.name);
     return names;
 }
 
 QString StatusText(int clStatus)
 {
+    return StatusName(clStatus).toString();
+}
+
+QStringView StatusName(int clStatus)
+{
     const Status *status = statusAt(StatusPosition(clStatus));
-    return status == nullptr ? QString() : QString::fromLatin1(status->name);
+    return status == nullptr ? QStringView() : QStringView(status->name);
 }
 
 int StatusPosition(int clStatus)

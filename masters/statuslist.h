@@ -4,6 +4,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <QStringView>
 
 #include <vector>
 
@@ -15,6 +16,9 @@ FBT_OFFERED QStringList StatusNames();
 
 /// The name of a stored `ClStatus`; empty for a code that stands for no status.
 FBT_OFFERED QString StatusText(int clStatus);
+
+/// The same without a text of its own, for the list of all employers; it holds as long as the program runs.
+FBT_OFFERED QStringView StatusName(int clStatus);
 
 /// The place in the list of a stored `ClStatus`, -1 for a code that stands for no status.
 FBT_OFFERED int StatusPosition(int clStatus);
