@@ -29,7 +29,6 @@
 
 namespace {
 
-constexpr int escapeKey = 27;
 constexpr int tickMs = 1000;
 
 bool knows(const QString &object)
@@ -157,15 +156,8 @@ void frmmain::firstActivation(NoTail &none)
         if (MainObj->ChkRepDbFlag())
             Base->RepairData(this);
     });
-    bool wanted = false;
-    bool upToDate = true;
-    none([&] { wanted = MainObj->CreateDbFlag() || MainObj->UpdateDbFlag(); });
-    none([&] {
-        // An update that was cut off is completed, also where the host's main object does not know how to see it.
-        if (wanted || UpdateIsMarked(Cnn))
-            upToDate = updateDatabase();
-    });
-    if (!upToDate) {
+    if (!databaseReady(none)) {
+        MsgBox(this, QStringLiteral("Failed to Update Database Structure."));
         leave();
         return;
     }
@@ -178,15 +170,26 @@ void frmmain::firstActivation(NoTail &none)
     none([] { MainObj->ShowWexaNews(); });
 }
 
+/// Whether the database has the structure that the program works on, after an update where one is wanted. One that does
+/// not tell its version is not ready: nobody may write into it, and the next start asks again.
+bool frmmain::databaseReady(NoTail &none)
+{
+    bool ready = false;
+    none([&] {
+        // An update that was cut off is completed, also where the host's main object does not know how to see it.
+        const bool wanted = MainObj->CreateDbFlag() || MainObj->UpdateDbFlag() || UpdateIsMarked(Cnn);
+        ready = !wanted || updateDatabase();
+    });
+    return ready;
+}
+
 bool frmmain::updateDatabase()
 {
     DbUpdated = false;
     frmupdatedb screen(MdiForm); // holds the lock of the update until the version is written
     screen.showModal();
-    if (!DbUpdated) {
-        MsgBox(this, QStringLiteral("Failed to Update Database Structure."));
+    if (!DbUpdated)
         return false;
-    }
     Cnn->Execute("Delete From VerInfo");
     Cnn->Execute(Sql("Insert Into VerInfo Values ('", FBT_VERSION, "')"));
     Cnn->Execute("Flush Tables");

@@ -36,6 +36,7 @@ private:
     void wireButtons();
     void enableButtons(bool on);
     void firstActivation(NoTail &none);
+    bool databaseReady(NoTail &none);
     bool updateDatabase();
     bool mayEnter();
     bool passwordGiven();

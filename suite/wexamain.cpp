@@ -40,6 +40,11 @@ WexaMain::WexaMain(const SuiteContext &context)
     m_lastRunBroken = m_running.tryLock(0) && leftOver;
 }
 
+bool WexaMain::ChkRepDbFlag() const
+{
+    return m_lastRunBroken || StoredVersion(Cnn).failed();
+}
+
 bool WexaMain::CreateDbFlag() const
 {
     return versionRead(Cnn).none();

@@ -14,7 +14,8 @@ public:
     /// Creates `VerInfo` when it is missing, and takes the lock file.
     explicit WexaMain(const SuiteContext &context);
 
-    [[nodiscard]] bool ChkRepDbFlag() const override { return m_lastRunBroken; }
+    /// Also where the version cannot be read: the table that holds it may be the damaged one.
+    [[nodiscard]] bool ChkRepDbFlag() const override;
     [[nodiscard]] bool CreateDbFlag() const override;
     [[nodiscard]] bool UpdateDbFlag() const override;
     /// Shows the suite's news. None are delivered with this program, so nothing is shown.

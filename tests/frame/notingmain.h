@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/mainobject.h"
+#include "platform/fault.h"
 
 /// A main object that notes what it is asked, in a list that it can share with the base object.
 class NotingMain : public MainObject
@@ -13,6 +14,7 @@ public:
     bool damaged = false;
     bool created = false;
     bool older = false;
+    bool unreadable = false; // the version of the database
 
     [[nodiscard]] bool ChkRepDbFlag() const override
     {
@@ -20,7 +22,12 @@ public:
             m_calls << "ChkRepDbFlag";
         return damaged;
     }
-    [[nodiscard]] bool CreateDbFlag() const override { return created; }
+    [[nodiscard]] bool CreateDbFlag() const override
+    {
+        if (unreadable)
+            throw FaultError(FaultNumber::General, "The version could not be read.");
+        return created;
+    }
     [[nodiscard]] bool UpdateDbFlag() const override { return older; }
     void ShowWexaNews() override { m_calls << "ShowWexaNews"; }
     void CheckForUpdates() override { m_calls << "CheckForUpdates"; }

@@ -80,15 +80,19 @@ private slots:
 
     void failedUpdateEndsTheRun()
     {
-        Host host;
-        host.main.created = true;
-        Cnn->setObserver([&](const QString &statement) {
-            if (statement == u"Select * from Bill_Type")
-                host.module.rows("Drop Table FBT_SalDet");
-        });
-        host.showInVain();
-        QCOMPARE(host.user.said(), QStringList("Failed to Update Database Structure."));
-        QCOMPARE(host.module.rows("Select * from VerInfo"), QStringList());
+        for (const bool unreadable : {false, true}) {
+            Host host;
+            host.main.created = true;
+            host.main.unreadable = unreadable;
+            Cnn->setObserver([&](const QString &statement) {
+                if (statement == u"Select * from Bill_Type")
+                    host.module.rows("Drop Table FBT_SalDet");
+            });
+            host.showInVain();
+            QCOMPARE(host.user.said(), QStringList("Failed to Update Database Structure."));
+            QCOMPARE(host.module.rows("Select * from VerInfo"), QStringList());
+            QCOMPARE(host.module.rows("Show Tables like 'FBT_Info'").isEmpty(), unreadable);
+        }
     }
 
     void unreadablePasswordKeepsEverybodyOut()

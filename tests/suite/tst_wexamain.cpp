@@ -43,6 +43,7 @@ private slots:
         TestModule module(m_server);
         const std::unique_ptr<WexaMain> main = make(module);
         module.connection.Execute("Drop Table VerInfo");
+        QVERIFY(main->ChkRepDbFlag());
         QVERIFY_THROWS_EXCEPTION(FaultError, (void)main->CreateDbFlag());
         QVERIFY_THROWS_EXCEPTION(FaultError, (void)main->UpdateDbFlag());
         module.connection.close();
