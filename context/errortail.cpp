@@ -7,6 +7,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QObject>
 
 namespace {
@@ -18,12 +19,17 @@ QString onOneLine(QString text)
     return text.replace(u'\r', u' ').replace(u'\n', u' ').replace(u'\t', u' ');
 }
 
-/// A full log becomes `.1`, the one before `.2`, and so on; the oldest goes.
+/// A full log becomes `.1`, the one before `.2`, and so on; the oldest goes. Of two programs that find it full one puts it
+/// aside; the other goes on writing, and what it writes goes along.
 void rotate(const QString &path)
 {
     constexpr qint64 full = qint64{2} * 1024 * 1024;
     constexpr int files = 5;
-    if (QFileInfo(path).size() < full)
+    const auto isFull = [&path] { return QFileInfo(path).size() >= full; };
+    if (!isFull())
+        return;
+    QLockFile turn(path + QStringLiteral(".lock"));
+    if (!turn.tryLock(0) || !isFull())
         return;
     const auto name = [&path](int age) { return age == 0 ? path : path + u'.' + QString::number(age); };
     QFile::remove(name(files - 1));
