@@ -28,9 +28,9 @@ double peakMegabytes()
 /// The measured program: starts, says that it is ready, and ends in order.
 int startOnce(const QString &folder)
 {
-    Program program({folder + QStringLiteral("/app"), folder + QStringLiteral("/db"), folder + QStringLiteral("/x.ini"),
-                     DeliveredFolder(), ModuleLibrary::usualPath()},
-                    LauncherSettings());
+    Program program(
+        {folder + QStringLiteral("/app"), folder + QStringLiteral("/db"), folder + QStringLiteral("/x.ini")},
+        LauncherSettings());
     QString why;
     if (!program.start(&why)) {
         QTextStream(stderr) << why << '\n';

@@ -6,12 +6,12 @@
 #include "launcher/application.h"
 #include "launcher/checkrun.h"
 #include "launcher/delivered.h"
+#include "launcher/demofolder.h"
 #include "launcher/program.h"
 #include "launcher/samplerun.h"
 
 #include <QDir>
 #include <QSettings>
-#include <QTemporaryDir>
 #include <QTextStream>
 #include <QTimer>
 
@@ -21,11 +21,6 @@ QTextStream &standardOutput()
 {
     static QTextStream stream(stdout);
     return stream;
-}
-
-ProgramPlaces placesOf(const LaunchOptions &options)
-{
-    return {options.appPath, options.dataFolder, UserSettingsFile(), DeliveredFolder(), ModuleLibrary::usualPath()};
 }
 
 /// The base object alone: a run without a window needs no main object and leaves no mark of a run behind.
@@ -69,8 +64,8 @@ int runSamples(const LaunchOptions &options)
 /// The user's own database, in which nothing is changed.
 bool checkReturns(LauncherDatabase &database, const LaunchOptions &options, QString *why)
 {
-    const ProgramPlaces places = placesOf(options);
-    if (!TopUpApplicationFolder(places.delivered, {QStringLiteral("Data")}, places.appPath, why) || !database.open(why))
+    if (!TopUpApplicationFolder(DeliveredFolder(), {QStringLiteral("Data")}, options.appPath, why) ||
+        !database.open(why))
         return false;
     const std::unique_ptr<SuiteObject> made = makeBase(options.appPath);
     auto *base = dynamic_cast<BaseObject *>(made.get());
@@ -118,7 +113,7 @@ int runWindow(const LaunchOptions &options)
 {
     QString why;
     const std::optional<LauncherSettings> settings = ReadLauncherSettings(UserSettingsFile(), &why);
-    return settings ? runProgram(placesOf(options), *settings) : Refuse(why);
+    return settings ? runProgram({options.appPath, options.dataFolder}, *settings) : Refuse(why);
 }
 
 /// Application folder, database and settings lie in one scratch folder: nothing of the user's is read or written.
@@ -128,13 +123,10 @@ int runDemo(const LaunchOptions &options)
     const std::vector<SampleEmployer> employers = ReadSamples(options.samples, &why);
     if (employers.empty())
         return Refuse(why);
-    const QTemporaryDir scratch(QDir::temp().filePath(QStringLiteral("pelkfbt-demo-XXXXXX")));
+    const DemoFolder scratch;
     if (!scratch.isValid())
         return Refuse(QStringLiteral("The scratch folder cannot be made: %1").arg(scratch.errorString()));
-    ProgramPlaces places = placesOf(options);
-    places.appPath = scratch.filePath(QStringLiteral("app"));
-    places.dataFolder = scratch.filePath(QStringLiteral("db"));
-    places.settingsFile = scratch.filePath(QStringLiteral("pelkfbt.ini"));
+    const ProgramPlaces places{scratch.appPath(), scratch.dataFolder(), scratch.settingsFile()};
     return runProgram(places, LauncherSettings(), [&](Connection &connection, QString *failure) {
         const std::unique_ptr<SuiteObject> base = makeBase(places.appPath);
         return FillWithSamples(connection, dynamic_cast<BaseObject *>(base.get()), employers, failure);

@@ -26,7 +26,7 @@ void define(QCommandLineParser &parser)
     parser.addOptions({
         {sampleOption, QStringLiteral("Compute the sample employers in a scratch database, print them, and end.")},
         {demoOption, QStringLiteral("Open the window on a scratch database with the sample employers; it is removed at "
-                                    "the end.")},
+                                    "the end. Not with --app or --data.")},
         {checkOption,
          QStringLiteral("Write and validate the returns of all clients of the assessment year YEAR (2008 for 2008-09) "
                         "in a scratch folder, print them with their errors, and end; 1 when there are errors."),
@@ -58,6 +58,7 @@ bool RunsWithoutWindow(const QStringList &arguments)
 
 bool ReadOptions(const QStringList &arguments, LaunchOptions *options, QString *why)
 {
+    why->clear();
     QCommandLineParser parser;
     define(parser);
     const bool read = parser.parse(arguments);
@@ -66,7 +67,9 @@ bool ReadOptions(const QStringList &arguments, LaunchOptions *options, QString *
         *why = parser.errorText();
     else if (!rest.isEmpty())
         *why = QStringLiteral("There is nothing to do with \"%1\".").arg(rest.first());
-    if (!read || !rest.isEmpty())
+    else if (parser.isSet(demoOption) && (parser.isSet(appOption) || parser.isSet(dataOption)))
+        *why = QStringLiteral("The demonstration has folders of its own: it takes neither --app nor --data.");
+    if (!why->isEmpty())
         return false;
     using Action = LaunchOptions::Action;
     if (parser.isSet(QStringLiteral("help")))

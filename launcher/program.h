@@ -4,6 +4,7 @@
 #include "launcher/database.h"
 #include "launcher/mainwindow.h"
 #include "launcher/modulelibrary.h"
+#include "launcher/options.h"
 #include "launcher/settings.h"
 #include "platform/offer.h"
 
@@ -18,11 +19,11 @@ using DatabaseFiller = std::function<bool(Connection &, QString *)>;
 /// Where a run of the program finds and keeps its things.
 struct ProgramPlaces
 {
-    QString appPath;      ///< application folder
-    QString dataFolder;   ///< of the private database
-    QString settingsFile; ///< of the user
-    QString delivered;    ///< folder with the delivered `Data` and `HTMLHelp`
-    QString module;       ///< file of the module's shared library
+    QString appPath;                             ///< application folder
+    QString dataFolder;                          ///< of the private database
+    QString settingsFile = UserSettingsFile();   ///< of the user
+    QString delivered = DeliveredFolder();       ///< folder with the delivered `Data` and `HTMLHelp`
+    QString module = ModuleLibrary::usualPath(); ///< file of the module's shared library
 };
 
 /// The program under its own launcher: application folder, database, the suite's objects, the main window and the

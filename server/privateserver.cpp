@@ -81,11 +81,27 @@ QStringList PrivateServer::defaultProgramFolders()
             QStringLiteral("/usr/local/sbin"), QStringLiteral("/usr/local/bin")};
 }
 
+QString PrivateServer::lockFile(const QString &folder)
+{
+    return folder + QStringLiteral("/users.lock");
+}
+
+bool PrivateServer::knows(const QString &folder)
+{
+    return QFileInfo::exists(lockFile(folder));
+}
+
+bool PrivateServer::inUse(const QString &folder)
+{
+    const PrivateServer server(folder);
+    return !server.m_use->take(FolderLock::Kind::Sole, 0) || processLives(server.serverPid());
+}
+
 PrivateServer::PrivateServer(const QString &folder, Durability durability, QStringList programFolders)
     : m_folder(QDir::cleanPath(QFileInfo(folder).absoluteFilePath()))
     , m_durability(durability)
     , m_programFolders(std::move(programFolders))
-    , m_use(std::make_unique<FolderLock>(m_folder + QStringLiteral("/users.lock")))
+    , m_use(std::make_unique<FolderLock>(lockFile(m_folder)))
 {
     chooseSocketFolder();
 }
@@ -308,8 +324,7 @@ bool PrivateServer::launch(QString *why)
     else
         arguments << QStringLiteral("--innodb-flush-log-at-trx-commit=0")
                   << QStringLiteral("--skip-innodb-doublewrite");
-    const qint64 pid =
-        StartKept(server, arguments, m_folder + QStringLiteral("/users.lock"), {socketNote(), m_socketFolder});
+    const qint64 pid = StartKept(server, arguments, lockFile(m_folder), {socketNote(), m_socketFolder});
     if (pid == 0) {
         *why = QStringLiteral("The program %1 could not be started.").arg(server);
         return false;

@@ -46,6 +46,11 @@ public:
 
     [[nodiscard]] static QStringList defaultProgramFolders();
 
+    /// Whether a folder has, or had, a private server.
+    [[nodiscard]] static bool knows(const QString &folder);
+    /// Whether a program uses the server of a folder, or the server still runs.
+    [[nodiscard]] static bool inUse(const QString &folder);
+
 private:
     bool prepareFolder(QString *why);
     bool prepareSocketFolder(QString *why);
@@ -57,6 +62,7 @@ private:
     bool runInstaller(const QString &installer, const QString &target, QString *why);
     bool launch(QString *why);
     [[nodiscard]] bool answers() const;
+    [[nodiscard]] static QString lockFile(const QString &folder);
     [[nodiscard]] QString socketNote() const;
     [[nodiscard]] qint64 serverPid() const;
     [[nodiscard]] QString program(const QString &name) const;

@@ -62,9 +62,7 @@ int play(const QStringList &arguments)
     QString why;
     const std::optional<LauncherSettings> settings =
         parser.isSet(server) ? settingsOf(parser.value(server)) : ReadLauncherSettings(settingsFile, &why);
-    Program program(
-        {folder(app, "app"), folder(data, "db"), settingsFile, DeliveredFolder(), ModuleLibrary::usualPath()},
-        settings.value_or(LauncherSettings()));
+    Program program({folder(app, "app"), folder(data, "db"), settingsFile}, settings.value_or(LauncherSettings()));
     if (!settings || !program.start(&why)) {
         err << why << '\n';
         return 1;

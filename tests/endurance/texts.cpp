@@ -445,9 +445,7 @@ void HostileTexts(Outcome &outcome, Dice &dice)
 {
     Bench bench;
     SetToday(QDate(2008, 6, 15));
-    Program program(
-        {bench.app(), bench.data(), bench.file("pelkfbt.ini"), DeliveredFolder(), ModuleLibrary::usualPath()},
-        LauncherSettings());
+    Program program({bench.app(), bench.data(), bench.file("pelkfbt.ini")}, LauncherSettings());
     QString why;
     if (!bench.hold() || !program.start(&why))
         qFatal("The program does not start: %s", qPrintable(why));

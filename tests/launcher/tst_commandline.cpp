@@ -51,6 +51,8 @@ private slots:
             {u"--check 1999 --app %1/app --data %1/db"_s, "",
              u"There are returns for the assessment years 2006 (2006-07) to 2009 (2009-10) only.\n"_s},
             {u"--check 2009 --app %1/app --data %1/db"_s, "", u"The version of the database could not be read.\n"_s},
+            {u"--demo --data %1/db"_s, "",
+             u"The demonstration has folders of its own: it takes neither --app nor --data.\n"_s},
             {u"--smaple"_s, "", u"Unknown option 'smaple'.\n"_s},
             {u"client"_s, "", u"There is nothing to do with \"client\".\n"_s},
         };

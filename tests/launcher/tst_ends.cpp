@@ -33,20 +33,21 @@ private slots:
 
     void ends_data()
     {
-        Columns<QString, QString, bool>({"options", "steps", "terminated"}); // by SIGTERM after the last step
+        Columns<QString, QString, int>({"options", "steps", "signal"}); // after the last step; 0 for none
         const QString close = u";MainWindow close;QMessageBox &Yes;QMessageBox &No"_s;
-        Case("SIGTERM while another program updates", u""_s, u"frmupdatedb shown"_s, true);
-        Case("cancelled login", u""_s, u"frmLogin escape"_s, false);
-        Case("SIGTERM at the login", u""_s, u"frmLogin shown"_s, true);
-        Case("SIGTERM at a question", u"--demo"_s, u"cmdfbtdet shown;MainWindow close;QMessageBox shown"_s, true);
+        Case("SIGTERM while another program updates", u""_s, u"frmupdatedb shown"_s, SIGTERM);
+        Case("cancelled login", u""_s, u"frmLogin escape"_s, 0);
+        Case("SIGTERM at the login", u""_s, u"frmLogin shown"_s, SIGTERM);
+        Case("SIGTERM at a question", u"--demo"_s, u"cmdfbtdet shown;MainWindow close;QMessageBox shown"_s, SIGTERM);
+        Case("the demonstration killed", u"--demo"_s, u"cmdfbtdet shown"_s, SIGKILL); // the next one clears it away
         Case("window closed on the demonstration", u"--demo"_s,
-             u"frmmain cmdfbtdet;frmsbase rows=4;frmsbase escape;cmdfbtdet shown"_s + close, false);
+             u"frmmain cmdfbtdet;frmsbase rows=4;frmsbase escape;cmdfbtdet shown"_s + close, 0);
     }
 
     void ends()
     {
         constexpr int patienceMs = 60'000;
-        const auto [options, steps, terminated] = Row<QString, QString, bool>();
+        const auto [options, steps, signal] = Row<QString, QString, int>();
         PrivateServer server(m_home.filePath(u"db"_s));
         Connection other;
         QString why;
@@ -60,11 +61,17 @@ private slots:
         QTRY_VERIFY2_WITH_TIMEOUT((printed += program.readAllStandardOutput()).count('\n') == steps.count(u';') + 1 ||
                                       program.state() == QProcess::NotRunning,
                                   printed.constData(), patienceMs);
-        if (terminated)
-            ::kill(static_cast<pid_t>(program.processId()), SIGTERM);
+        if (signal != 0)
+            ::kill(static_cast<pid_t>(program.processId()), signal);
         QVERIFY2(program.state() == QProcess::NotRunning || program.waitForFinished(patienceMs), printed.constData());
         printed += program.readAllStandardOutput();
         QCOMPARE(QString::fromUtf8(printed).trimmed().split(u'\n'), steps.split(u';'));
+        if (signal == SIGKILL) {
+            const QStringList left = QDir(m_home.path()).entryList({u"pelkfbt-demo-*"_s}, QDir::Dirs);
+            QCOMPARE(left.size(), 1);
+            QTRY_VERIFY_WITH_TIMEOUT(!PrivateServer::inUse(m_home.filePath(left.first() + u"/db"_s)), patienceMs);
+            return;
+        }
         QCOMPARE(program.exitStatus(), QProcess::NormalExit);
         QCOMPARE(program.exitCode(), 0);
         other.close();
@@ -86,9 +93,8 @@ private:
         environment.insert(u"XDG_CONFIG_HOME"_s, m_home.filePath(u"config"_s));
         program.setProcessEnvironment(environment);
         program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        program.start(QCoreApplication::applicationDirPath() + u"/pelkfbt"_s,
-                      QStringList{u"--app"_s, m_home.filePath(u"app"_s), u"--data"_s, m_home.filePath(u"db"_s)} +
-                          options);
+        const QStringList places{u"--app"_s, m_home.filePath(u"app"_s), u"--data"_s, m_home.filePath(u"db"_s)};
+        program.start(QCoreApplication::applicationDirPath() + u"/pelkfbt"_s, options.isEmpty() ? places : options);
     }
 
     QTemporaryDir m_home;

@@ -53,8 +53,7 @@ private slots:
 private:
     [[nodiscard]] ProgramPlaces places() const
     {
-        return {m_scratch.filePath(u"app"_s), m_scratch.filePath(u"db"_s), m_scratch.filePath(u"x.ini"_s),
-                QCoreApplication::applicationDirPath() + u"/../share/pelkfbt"_s, ModuleLibrary::usualPath()};
+        return {m_scratch.filePath(u"app"_s), m_scratch.filePath(u"db"_s), m_scratch.filePath(u"x.ini"_s)};
     }
 
     QTemporaryDir m_scratch;
