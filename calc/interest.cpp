@@ -272,7 +272,7 @@ InterestPart INT_115WK(const QDate &FileDate)
     const QDate due = dueDateOfReturn(Base->TYear, reader);
     if (!due.isValid() || FileDate <= due)
         return partOf({}, reader);
-    const double advance = paymentsByDate(PaymentKind::Advance, reader).upTo(YearEnd(Base->TYear));
+    const double advance = reader.take(GETCHAMT(YearEnd(Base->TYear), PaymentKind::Advance), InterestSource::payments);
     return partOf(InterestOnLateReturn(due, FileDate, taxOfYear(), advance), reader);
 }
 
