@@ -2,8 +2,6 @@
 // connection, the suite's objects, the module and the screen. Peak memory is that of the program without the server.
 
 #include "launcher/application.h"
-#include "launcher/modulelibrary.h"
-#include "launcher/options.h"
 #include "launcher/program.h"
 
 #include <QElapsedTimer>

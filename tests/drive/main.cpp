@@ -1,8 +1,6 @@
 #include "player.h"
 
 #include "launcher/application.h"
-#include "launcher/modulelibrary.h"
-#include "launcher/options.h"
 #include "launcher/program.h"
 
 #include <QCommandLineParser>

@@ -3,8 +3,6 @@
 #include "controls/grid.h"
 #include "controls/msgbox.h"
 #include "controls/screen.h"
-#include "launcher/modulelibrary.h"
-#include "launcher/options.h"
 #include "launcher/program.h"
 #include "platform/clock.h"
 

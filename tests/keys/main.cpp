@@ -3,8 +3,6 @@
 #include "controls/screen.h"
 #include "controls/screenstack.h"
 #include "launcher/application.h"
-#include "launcher/modulelibrary.h"
-#include "launcher/options.h"
 #include "launcher/program.h"
 #include "tests/support/employer.h"
 
@@ -98,6 +96,7 @@ private:
     int m_closingTries = 0;
     bool m_closing = false;
     QRandomGenerator m_random;
+    QString m_lastMessage;
     Answerer *m_before;
 };
 
@@ -117,6 +116,7 @@ void KeyPlayer::beginRound()
 
 Reply KeyPlayer::message(const MessageBox &box)
 {
+    m_lastMessage = box.text;
     if (box.text == u"Do you really want to exit ?")
         return Reply::No;
     return m_closing ? box.replies().first() : anyIn(box.replies());
@@ -164,7 +164,9 @@ void KeyPlayer::closeAll()
 {
     constexpr int mostTries = 500;
     if (++m_closingTries > mostTries)
-        qFatal("A screen cannot be closed.");
+        qFatal("%s cannot be closed; the last message was: %s",
+               Screen::inFront() == nullptr ? "A window" : qPrintable(Screen::inFront()->objectName()),
+               qPrintable(m_lastMessage));
     const ScreenStack *stack = ScreenStack::of(m_program.window());
     if (QWidget *popup = QApplication::activePopupWidget()) {
         popup->close();
@@ -315,8 +317,7 @@ void tellFaults(QtMsgType type, const QMessageLogContext &context, const QString
 void play(int rounds, quint32 firstSeed)
 {
     const QTemporaryDir scratch;
-    Program program({scratch.filePath("app"), scratch.filePath("db"), scratch.filePath("pelkfbt.ini"),
-                     DeliveredFolder(), ModuleLibrary::usualPath()},
+    Program program({scratch.filePath("app"), scratch.filePath("db"), scratch.filePath("pelkfbt.ini")},
                     LauncherSettings());
     QString why;
     if (!program.start(&why))
