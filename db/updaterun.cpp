@@ -6,6 +6,9 @@
 #include "platform/recordset.h"
 #include "records/change.h"
 
+#include <algorithm>
+#include <array>
+
 namespace {
 
 constexpr int timesLost = 3; // in one step, before the server is taken for gone
@@ -16,9 +19,19 @@ QString firstRowOf(const QString &table)
     return Sql("Select * from ", table, " Limit 1");
 }
 
-bool isLock(int number)
+/// Refusals that say nothing about the statement: another user's lock, a damaged table or a file that cannot be read, a
+/// statement that was ended or found no memory, a right that is not granted, a server that takes no changes. Once that is
+/// mended the statement goes through.
+constexpr std::array refusedForNow{
+    1205, 1213,                                                                                     // locks
+    126,  127,  134,  144,  145,  1194, 1195, 1712, 1932, 1016, 1017, 1023, 1024, 1030, 1034, 1035, // damage
+    1317, 1969, 3024, 1037, 1038, 1041,                                                             // ended, no memory
+    1142, 1143, 1227, 1290, 1792, 1836, // no right, no changes
+};
+
+bool isForNow(int number)
 {
-    return number == 1205 || number == 1213;
+    return std::ranges::find(refusedForNow, number) != refusedForNow.end();
 }
 
 } // namespace
@@ -47,8 +60,8 @@ UpdateRun::Refusal UpdateRun::lastRefusal()
     errors.Open(QStringLiteral("Show Errors"), m_connection);
     for (; !errors.Eof(); errors.MoveNext()) {
         const int number = errors.Fields(u"Code").whole();
-        if (isLock(number))
-            return Refusal::Locked;
+        if (isForNow(number))
+            return Refusal::ForNow;
         if (IsNoRoom({number, errors.Fields(u"Message").text(), {}}))
             return Refusal::NoRoom;
     }
@@ -59,7 +72,7 @@ void UpdateRun::judge(Refusal refusal)
 {
     if (refusal == Refusal::NoRoom)
         throw NoRoomLeft();
-    m_leftOpen = m_leftOpen || refusal == Refusal::Locked;
+    m_leftOpen = m_leftOpen || refusal == Refusal::ForNow;
 }
 
 bool UpdateRun::send(const QString &statement)
@@ -86,6 +99,8 @@ bool UpdateRun::probe(Recordset &rows, const QString &query)
 {
     const bool opened = rows.Open(query, m_connection);
     endWhenLost();
+    if (!opened)
+        judge(lastRefusal());
     return opened;
 }
 

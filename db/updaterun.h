@@ -31,9 +31,10 @@ public:
 
 /// One run of the update, and what its steps are made of. Faults go to the connection's handler.
 ///
-/// A statement that the server refuses costs itself only. Where a lock of another user was in the way, or a group of
-/// statements could not be placed, the run goes on and remembers that something was left open (`leftOpen`).
-/// Every operation throws `ServerLost` when the server was lost in it, and those that write `NoRoomLeft`.
+/// A statement that the server refuses costs itself only. Where it was refused for now, as by a lock of another user or
+/// on a damaged table, or a group of statements could not be placed, the run goes on and remembers that something was left
+/// open (`leftOpen`). That holds for a query too: what it did not tell is still to be asked.
+/// Every operation throws `ServerLost` when the server was lost in it, and `NoRoomLeft` when it has no room.
 class FBT_OFFERED UpdateRun
 {
 public:
@@ -79,7 +80,7 @@ public:
     [[nodiscard]] bool leftOpen() const { return m_leftOpen; }
 
 private:
-    enum class Refusal { CostsItself, Locked, NoRoom };
+    enum class Refusal { CostsItself, ForNow, NoRoom };
 
     [[nodiscard]] Refusal lastRefusal();
     void judge(Refusal refusal);

@@ -122,6 +122,23 @@ private slots:
                  "20\t115WB(2)(Q) 26\tX 27\t115WB(1)(d)");
     }
 
+    void aQuestionThatWasRefusedIsAskedAgain()
+    {
+        TestModule module(m_server);
+        UpdateDatabase(&module.connection);
+        Carry(module,
+              {"Insert into FBT_Info (Code_No,ClStatus,SurApp) Values ('A',8,'')", "Set Session lock_wait_timeout=0"});
+        Connection another;
+        QVERIFY(another.open(module.connection.address()));
+        QVERIFY(update(module, [&](const QString &statement) {
+            const bool asked = statement == "Select * from FBT_Info Where SurApp=''";
+            another.Execute(asked ? "Lock Tables FBT_Info Write" : "Unlock Tables");
+        }));
+        QCOMPARE(module.logLines().size(), 1);
+        QVERIFY(completed(module));
+        QCOMPARE(module.rows("Select ClStatus,SurApp from FBT_Info"), QStringList{"9\t11111"});
+    }
+
 private:
     void startFrom(TestModule &module, bool old)
     {

@@ -119,7 +119,8 @@ Reply KeyPlayer::message(const MessageBox &box)
     m_lastMessage = box.text;
     if (box.text == u"Do you really want to exit ?")
         return Reply::No;
-    return m_closing ? box.replies().first() : anyIn(box.replies());
+    // "Yes" to saving keeps a screen open for what cannot be saved; "No" lets it go.
+    return m_closing ? box.replies()[m_closingTries % box.replies().size()] : anyIn(box.replies());
 }
 
 void KeyPlayer::step()
