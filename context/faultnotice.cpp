@@ -77,11 +77,11 @@ void Notify(const Fault &fault)
 {
     const QString line = NoticeOf(fault);
     if (notice() && !line.isEmpty())
-        notice()(line);
+        notice()(line, fault.doing);
 }
 
 void NotifyDone()
 {
     if (notice())
-        notice()({});
+        notice()({}, Doing::Other);
 }

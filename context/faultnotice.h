@@ -7,7 +7,7 @@
 
 /// Shows one line to the user, without a box: what was not done with the rows, and why. The empty line: a change was carried
 /// out since.
-using FaultNotice = std::function<void(const QString &)>;
+using FaultNotice = std::function<void(const QString &line, Doing doing)>;
 
 /// Who shows the notices of the module; a host without a place for them sets none.
 FBT_OFFERED void SetFaultNotice(FaultNotice notice);

@@ -148,6 +148,7 @@ signals:
     void unloaded();
     void entered(QWidget *field); ///< a control got the focus (a combo box or grid counts as one control)
     void left(QWidget *field);    ///< a control lost the focus for good
+    void allRead();               ///< nothing that could not be read is outstanding any more
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;

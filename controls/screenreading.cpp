@@ -41,6 +41,8 @@ void Screen::readingWell(const QString &what)
     else
         m_unread.removeAll(what);
     showStrip();
+    if (couldRead())
+        emit allRead();
 }
 
 void Screen::tell(Told about, const QString &sentence)

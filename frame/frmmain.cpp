@@ -18,7 +18,6 @@
 #include "masters/frmnatmas.h"
 #include "platform/clock.h"
 #include "platform/connection.h"
-#include "platform/sqltext.h"
 #include "records/updatemark.h"
 #include "ui_frmmain.h"
 
@@ -188,12 +187,9 @@ bool frmmain::updateDatabase()
     DbUpdated = false;
     frmupdatedb screen(MdiForm); // holds the lock of the update until the version is written
     screen.showModal();
-    if (!DbUpdated)
-        return false;
-    Cnn->Execute("Delete From VerInfo");
-    Cnn->Execute(Sql("Insert Into VerInfo Values ('", FBT_VERSION, "')"));
-    Cnn->Execute("Flush Tables");
-    return true;
+    if (DbUpdated)
+        StoreVersion(Cnn, QStringLiteral(FBT_VERSION)); // the next start updates again where that was refused
+    return DbUpdated;
 }
 
 /// A password that could not be read keeps everybody out: nobody can say that there is none.

@@ -13,7 +13,7 @@
 NoticeLine::NoticeLine(QMainWindow *host)
     : m_bar(host == nullptr ? nullptr : host->findChild<QStatusBar *>(QStringLiteral("TXStatusBar1")))
 {
-    SetFaultNotice([this](const QString &line) { show(line); });
+    SetFaultNotice([this](const QString &line, Doing doing) { show(line, doing); });
     qApp->installEventFilter(this);
 }
 
@@ -23,7 +23,7 @@ NoticeLine::~NoticeLine()
     clear();
 }
 
-void NoticeLine::show(const QString &line)
+void NoticeLine::show(const QString &line, Doing doing)
 {
     if (line.isEmpty()) {
         if (!m_fresh)
@@ -32,12 +32,15 @@ void NoticeLine::show(const QString &line)
     }
     clear();
     m_line = line;
+    m_doing = doing;
     m_age.start();
     m_fresh = true;
     QTimer::singleShot(0, this, [this] { m_fresh = false; });
     if (m_bar)
         m_bar->showMessage(line);
     Screen *front = Screen::inFront();
+    if (front != nullptr)
+        connect(front, &Screen::allRead, this, &NoticeLine::clearRead, Qt::UniqueConnection);
     if (front != nullptr && (!m_bar || front->window() != m_bar->window())) {
         front->tell(Screen::Told::Notice, line);
         m_screen = front;
@@ -52,6 +55,12 @@ void NoticeLine::clear()
     if (m_screen)
         m_screen->tell(Screen::Told::Notice, {});
     m_screen = nullptr;
+}
+
+void NoticeLine::clearRead()
+{
+    if (m_doing == Doing::Read)
+        clear();
 }
 
 bool NoticeLine::eventFilter(QObject *watched, QEvent *event)

@@ -16,5 +16,11 @@ constexpr const char *updateMark = "TmpUpdFBT";
 /// the version be written over an open update.
 FBT_OFFERED bool UpdateIsMarked(Connection *connection);
 
+/// Makes `VerInfo`, which holds the version of the database, where it is missing. False after a fault.
+FBT_OFFERED bool CreateVersionTable(Connection *connection);
+
+/// Writes the one row of `VerInfo`; the row before stays when it cannot be written. False after a fault.
+FBT_OFFERED bool StoreVersion(Connection *connection, const QString &version);
+
 /// The version that `VerInfo` holds, `Null` as empty; none in a new database, whose table has no row.
 FBT_OFFERED Reading<QString> StoredVersion(Connection *connection);

@@ -31,10 +31,8 @@ WexaMain::WexaMain(const SuiteContext &context)
     SuiteCnn = context.suiteCnn;
     AppPath = context.appPath;
     TmpPath = context.tmpPath;
-    if (!TableNames(Cnn)->contains(QStringLiteral("verinfo"))) {
-        Cnn->Execute(QStringLiteral("Create Table If Not Exists VerInfo (VerNo Varchar(50))"));
-        Cnn->Execute(QStringLiteral("Flush Tables"));
-    }
+    if (!TableNames(Cnn)->contains(QStringLiteral("verinfo")))
+        CreateVersionTable(Cnn);
     const bool leftOver = QFile::exists(m_running.fileName());
     m_running.setStaleLockTime(0); // only the death of its program makes a lock stale, not its age
     m_lastRunBroken = m_running.tryLock(0) && leftOver;

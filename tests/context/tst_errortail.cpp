@@ -71,7 +71,7 @@ private slots:
     {
         TestModule module(*server);
         QString told;
-        SetFaultNotice([&](const QString &notice) { told = notice; });
+        SetFaultNotice([&](const QString &notice, Doing) { told = notice; });
         const ErrorTail tail("frmouter", "OUTER_CLICK");
         const QString typed("O'NEIL");
         const QString nowhere = "Not read: Table '" + module.connection.address().schema + ".nowhere' doesn't exist";

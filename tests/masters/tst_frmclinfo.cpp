@@ -116,7 +116,7 @@ private slots:
         employer(m_module->connection, "B1");
         Base->code = "A1";
         QStringList notices;
-        SetFaultNotice([&notices](const QString &line) { notices << line; });
+        SetFaultNotice([&notices](const QString &line, Doing) { notices << line; });
         m_user->open<frmclinfo>();
         m_module->execute("Drop Table FBT_RetDet");
         Grid *list = clients()->findChild<Grid *>("vsf");
