@@ -25,6 +25,14 @@ QList<int> &modalsOpenedAt()
     return openedAt;
 }
 
+/// A popup that is open goes when a window comes up, and with it would go the window that it owns.
+QWidget *lastingOwner(QWidget *owner)
+{
+    while (owner != nullptr && owner->window()->windowType() == Qt::Popup)
+        owner = owner->window()->parentWidget();
+    return owner;
+}
+
 int nextOpening()
 {
     static int count = 0;
@@ -147,15 +155,18 @@ void Screen::openChild(QWidget *host)
     } else {
         openFrame(host, Qt::NonModal);
     }
-    activate();
+    if (m_loaded)
+        activate();
 }
 
 void Screen::openFrame(QWidget *owner, Qt::WindowModality modality)
 {
     if (!m_frame)
-        m_frame = new ScreenFrame(this, owner, modality);
+        m_frame = new ScreenFrame(this, lastingOwner(owner), modality);
     m_frame->setWindowState(m_frame->windowState() & ~Qt::WindowMinimized);
     m_frame->show();
+    if (!m_frame)
+        return; // a window that went as this one came took it along
     m_frame->raise();
     m_frame->activateWindow();
 }

@@ -394,6 +394,17 @@ private slots:
     }
 
     /// A host that knows nothing of the screens over it is closed: they are asked first, the newest before the others.
+    /// A popup that is open goes when a window comes up. Its window is no owner for one that is to stay.
+    void comesUpBesideAnOpenPopup()
+    {
+        m_form->combo->showPopup();
+        QWidget *popup = QApplication::activePopupWidget();
+        QVERIFY(popup != nullptr);
+        QPointer<Form> shown(new Form("frmtwo", popup));
+        shown->openChild(popup);
+        QVERIFY(shown && shown->isVisible() && !popup->isVisible());
+    }
+
     void hostThatIsClosedAsksFirst()
     {
         QVERIFY(m_form->Unload());
