@@ -257,6 +257,7 @@ void Player::addPrintingCommands()
         for (const QString &name : controls::openScreens())
             m_out << name << '\n';
     };
+    m_handlers["log"] = [this](const Command &) { printLog(); };
     m_handlers["values"] = [this](const Command &) { printValues(); };
 }
 
@@ -291,6 +292,20 @@ void Player::printValues()
                                        {"Det115WJ5=", m_interest.Det115WJ5},
                                        {"Det115WK=", m_interest.Det115WK}})
         m_out << name << QString(detail).replace("\r\n", "\\n") << '\n';
+}
+
+/// Where the faults since the last look were met, each place once.
+void Player::printLog()
+{
+    QFile log(Base->AppPath + "/FBTLogger.log");
+    if (!log.open(QIODevice::ReadOnly | QIODevice::Text) || !log.seek(std::exchange(m_logged, log.size())))
+        return;
+    QStringList places;
+    for (const QString &line : QString::fromUtf8(log.readAll()).split(u'\n', Qt::SkipEmptyParts))
+        places << line.section(u'\t', -2);
+    places.removeDuplicates();
+    for (const QString &place : places)
+        m_out << place << '\n';
 }
 
 void Player::runSql(const QString &statement)
