@@ -104,6 +104,17 @@ private slots:
         QVERIFY(!desk.shelf->document->footer().empty());
     }
 
+    /// The end of the session asks nobody: what leaving the screen keeps is kept, but for a PAN that is none.
+    void sessionEndSavesTheReturn()
+    {
+        ReturnDesk desk(2009);
+        desk.type("txtfields_0", "signatory");
+        desk.type("txtfields_2", "ABC");
+        Screen::endSession();
+        QCOMPARE(m_law.module.rows("Select Nm,PAN from FBT_SignDet"), QStringList("SIGNATORY\t"));
+        Cnn->Execute("Delete from FBT_SignDet");
+    }
+
     void focusIsScrolledTo()
     {
         ReturnDesk desk(2009);
