@@ -183,7 +183,10 @@ void Player::end()
 
 void Player::addStateCommands()
 {
-    m_handlers["start"] = [this](const Command &) { m_program.show(); };
+    m_handlers["start"] = [this](const Command &) {
+        m_program.show();
+        loggedPlaces(); // by the scripts before
+    };
     m_handlers["today"] = [](const Command &c) { setToday(word(c, 0)); };
     m_handlers["answer"] = [this](const Command &c) {
         for (const QString &text : c.words)
@@ -257,7 +260,10 @@ void Player::addPrintingCommands()
         for (const QString &name : controls::openScreens())
             m_out << name << '\n';
     };
-    m_handlers["log"] = [this](const Command &) { printLog(); };
+    m_handlers["log"] = [this](const Command &) {
+        for (const QString &place : loggedPlaces())
+            m_out << place << '\n';
+    };
     m_handlers["values"] = [this](const Command &) { printValues(); };
 }
 
@@ -295,17 +301,16 @@ void Player::printValues()
 }
 
 /// Where the faults since the last look were met, each place once.
-void Player::printLog()
+QStringList Player::loggedPlaces()
 {
-    QFile log(Base->AppPath + "/FBTLogger.log");
-    if (!log.open(QIODevice::ReadOnly | QIODevice::Text) || !log.seek(std::exchange(m_logged, log.size())))
-        return;
     QStringList places;
+    QFile log(Base == nullptr ? QString() : Base->AppPath + "/FBTLogger.log");
+    if (!log.open(QIODevice::ReadOnly | QIODevice::Text) || !log.seek(std::exchange(m_logged, log.size())))
+        return places;
     for (const QString &line : QString::fromUtf8(log.readAll()).split(u'\n', Qt::SkipEmptyParts))
         places << line.section(u'\t', -2);
     places.removeDuplicates();
-    for (const QString &place : places)
-        m_out << place << '\n';
+    return places;
 }
 
 void Player::runSql(const QString &statement)

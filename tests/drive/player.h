@@ -58,7 +58,7 @@ private:
     void addGridCommands();
     void addPrintingCommands();
     void print(const char *name, double value);
-    void printLog();
+    QStringList loggedPlaces();
     void printValues();
     void runSql(const QString &statement);
 
