@@ -67,6 +67,8 @@ private:
     void closePanel();
     void refreshGrid();
     void showCaption();
+    void showCheque(bool visible);
+    void showRefusedText();
     void showChallan(const ChallanRecord &challan);
     void showAmount(int index, double rupees);
     void showHeads(const HeadAmounts &heads, int count);

@@ -183,15 +183,15 @@ void frmretfrm::LOADMAININFO()
 void frmretfrm::askReturnCode()
 {
     const std::optional<QString> fitting = FittingReturnCode(m_form);
-    if (!fitting)
+    if (!fitting || m_declinedCode == *fitting)
         return;
     const bool late = *fitting == u"22";
     const QString question =
         Joined(late ? "Return Date is after the Due Date." : "Return Date is on or before the Due Date.",
                "\n- FBT Return Code should be '", *fitting, "'\n\nDo you want to Change the Return Code?");
     if (MsgBox(this, question, Buttons::YesNo, Icon::Question) != Reply::Yes)
-        return;
-    if (SaveReturnCode(*fitting))
+        m_declinedCode = *fitting;
+    else if (SaveReturnCode(*fitting))
         m_form.RetCode = *fitting;
 }
 
@@ -362,8 +362,10 @@ void frmretfrm::VSP_HEADER(int column)
 void frmretfrm::CMDPRN_CLICK()
 {
     ErrorTail tail(this);
-    if (!m_form.unread.isEmpty())
+    if (!m_form.unread.isEmpty()) {
         readAgain();
+        askReturnCode();
+    }
     if (!isKnown() || !mayPrintBalance())
         return;
     m_paymentsKnown = TRANSCHALLANS();
@@ -420,6 +422,7 @@ void frmretfrm::fileReturn()
 ReturnForm frmretfrm::formNow()
 {
     readAgain();
+    askReturnCode();
     return m_form;
 }
 

@@ -86,7 +86,8 @@ private:
     ReturnFields m_shown;   ///< as last read: what differs on the screen was typed
     bool m_refused = false; ///< what was typed could not be saved once already
     bool m_panRefused = false;
-    bool m_filing = false; ///< the button files the return, else it prints
+    QString m_declinedCode; ///< a return code that the user did not want
+    bool m_filing = false;  ///< the button files the return, else it prints
     bool m_paymentsKnown = true;
     bool m_printing = false;
     bool m_cancelled = false;

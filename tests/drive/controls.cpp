@@ -123,6 +123,12 @@ Qt::Key keyOf(const QString &name)
     return keys.value(name);
 }
 
+bool anyDown(const Screen &screen)
+{
+    const auto buttons = screen.findChildren<QAbstractButton *>();
+    return std::any_of(buttons.begin(), buttons.end(), [](const auto *button) { return button->isDown(); });
+}
+
 } // namespace
 
 QObject *controls::find(const QString &name)
@@ -256,9 +262,14 @@ void controls::click(QObject *control)
 
 void controls::pressKey(QWidget *control, const QString &key)
 {
-    const Qt::Key pressed = keyOf(key);
+    const bool letter = key.startsWith(u"Alt+");
+    const Qt::Key pressed = letter ? static_cast<Qt::Key>(key.back().unicode()) : keyOf(key);
     enter(control);
-    QTest::keyClick(keyTarget(control), pressed);
+    QTest::keyClick(keyTarget(control), pressed, letter ? Qt::AltModifier : Qt::NoModifier);
+    // A button that its letter pressed clicks when it comes up again.
+    const QPointer<Screen> screen = letter ? Screen::of(control) : nullptr;
+    if (!QTest::qWaitFor([&] { return !screen || !anyDown(*screen); }))
+        refuse("a button stays down");
 }
 
 void controls::editCell(Grid *grid, int row, int col, const QString &text)
