@@ -38,12 +38,11 @@ void EPayPanel::DOCUMENTCOMPLETE(const QJsonArray &values)
     m_running = true;
     if (mayCloseEarlier()) {
         const QString portal = portalAddress();
-        if (portal.isEmpty())
-            MsgBox(
-                this,
-                QStringLiteral("The address of the e-payment portal is not known. Write it as portal= under [EPay] in "
-                               "the settings file pelkfbt.ini."),
-                Buttons::Ok, Icon::Information);
+        if (!IsPortalAddress(portal))
+            MsgBox(this,
+                   QStringLiteral("The address of the e-payment portal is not known. Write it as portal=https://... "
+                                  "under [EPay] in the settings file pelkfbt.ini."),
+                   Buttons::Ok, Icon::Information);
         else
             walk(portal, values);
     }

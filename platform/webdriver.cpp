@@ -111,6 +111,12 @@ WebDriver::WebDriver(WebDriverSettings settings, QObject *parent)
     m_net.setProxy(QNetworkProxy::NoProxy);
 }
 
+WebDriver::~WebDriver()
+{
+    if (!m_browser.isEmpty() && !isBrowserRunning())
+        stopDriver();
+}
+
 bool WebDriver::open()
 {
     const QString program = DriverProgram(m_settings.driver);

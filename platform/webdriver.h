@@ -50,6 +50,7 @@ public:
     };
 
     explicit WebDriver(WebDriverSettings settings, QObject *parent = nullptr);
+    ~WebDriver() override; ///< ends the driver of a browser that the user has closed
 
     /// Starts the driver and a visible, empty window. False when either does not start; nothing is left running then.
     bool open();
