@@ -6,8 +6,10 @@
 #include "ui_frmhelp.h"
 
 #include <QAction>
+#include <QPdfWriter>
 #include <QPrinter>
 #include <QPrinterInfo>
+#include <QSaveFile>
 #include <QSplitterHandle>
 #include <QToolBar>
 
@@ -217,14 +219,7 @@ void frmhelp::PRINT()
     ErrorTail tail(this);
     const QPrinterInfo info = QPrinterInfo::defaultPrinter();
     if (info.isNull()) {
-        const QString file = ChooseFile(this, FileUse::Save, QStringLiteral("No printer is installed: save the page"),
-                                        QStringLiteral("PDF files (*.pdf)"), QStringLiteral("help.pdf"));
-        if (file.isEmpty())
-            return;
-        QPrinter pdf(QPrinter::HighResolution);
-        pdf.setOutputFormat(QPrinter::PdfFormat);
-        pdf.setOutputFileName(file);
-        ui->wb1->print(&pdf);
+        SAVEPAGE();
         return;
     }
     if (MsgBox(this, QStringLiteral("Do you want to print this page on the printer %1 ?").arg(info.printerName()),
@@ -232,6 +227,24 @@ void frmhelp::PRINT()
         return;
     QPrinter paper(info, QPrinter::HighResolution);
     ui->wb1->print(&paper);
+    if (paper.printerState() == QPrinter::Error)
+        MsgBox(this, QStringLiteral("The printer could not be started."), Buttons::Ok, Icon::Exclamation);
+}
+
+/// What takes the place of a printer where there is none.
+void frmhelp::SAVEPAGE()
+{
+    const QString file = ChooseFile(this, FileUse::Save, QStringLiteral("No printer is installed: save the page"),
+                                    QStringLiteral("PDF files (*.pdf)"), QStringLiteral("help.pdf"));
+    if (file.isEmpty())
+        return;
+    QSaveFile output(file);
+    if (output.open(QIODevice::WriteOnly)) {
+        QPdfWriter pdf(&output);
+        ui->wb1->print(&pdf);
+    }
+    if (!output.commit())
+        MsgBox(this, QStringLiteral("The file could not be written:\n%1").arg(file), Buttons::Ok, Icon::Exclamation);
 }
 
 void frmhelp::CLOSE()
@@ -265,7 +278,7 @@ void frmhelp::SHOWHIT()
         return;
     select(ui->vsfhits->TextMatrix(ui->vsfhits->Row(), keyColumn).toInt());
     SHOWTOPIC();
-    ui->wb1->find(ui->txtfind->text().simplified().section(u' ', 0, 0));
+    ui->wb1->markWord(ui->txtfind->text().simplified().section(u' ', 0, 0), m_topics[ui->vsf->Row()].key);
 }
 
 bool frmhelp::FORM_KEYPRESS(int asciiKey)

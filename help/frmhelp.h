@@ -46,6 +46,7 @@ private:
     void DOWN();
     void UP();
     void PRINT();
+    void SAVEPAGE();
     void CLOSE();
     void FIND();
     void SHOWHIT();

@@ -1,6 +1,24 @@
 #include "help/helppane.h"
 
 #include <QFileInfo>
+#include <QTextBlock>
+
+namespace {
+
+/// Where the named anchors of a page stand, in its order.
+QList<std::pair<QString, int>> anchorsOf(const QTextDocument &page)
+{
+    QList<std::pair<QString, int>> anchors;
+    for (QTextBlock block = page.begin(); block.isValid(); block = block.next()) {
+        for (auto part = block.begin(); !part.atEnd(); ++part) {
+            for (const QString &name : part.fragment().charFormat().anchorNames())
+                anchors.emplaceBack(name, part.fragment().position());
+        }
+    }
+    return anchors;
+}
+
+} // namespace
 
 HelpPane::HelpPane(QWidget *parent)
     : QTextBrowser(parent)
@@ -18,6 +36,25 @@ void HelpPane::showPage(const QString &file, const QString &anchor)
     QUrl url = QUrl::fromLocalFile(m_folder + u'/' + file);
     url.setFragment(anchor.isEmpty() ? QString() : anchor);
     setSource(url);
+}
+
+void HelpPane::markWord(const QString &word, const QString &anchor)
+{
+    int from = 0;
+    int end = document()->characterCount();
+    bool here = false;
+    for (const auto &[name, position] : anchorsOf(*document())) {
+        if (here) {
+            end = position;
+            break;
+        }
+        here = name == anchor;
+        if (here)
+            from = position;
+    }
+    const QTextCursor found = document()->find(word, from);
+    if (!found.isNull() && found.position() <= end)
+        setTextCursor(found);
 }
 
 bool HelpPane::isInFolder(const QUrl &url) const

@@ -38,12 +38,11 @@ void EPayPanel::DOCUMENTCOMPLETE(const QJsonArray &values)
     m_running = true;
     if (mayCloseEarlier()) {
         const QString portal = portalAddress();
-        if (portal.isEmpty())
-            MsgBox(
-                this,
-                QStringLiteral("The address of the e-payment portal is not known. Write it as portal= under [EPay] in "
-                               "the settings file pelkfbt.ini."),
-                Buttons::Ok, Icon::Information);
+        if (!IsPortalAddress(portal))
+            MsgBox(this,
+                   QStringLiteral("The address of the e-payment portal is not known. Write it as portal=https://... "
+                                  "under [EPay] in the settings file pelkfbt.ini."),
+                   Buttons::Ok, Icon::Information);
         else
             walk(portal, values);
     }
@@ -72,7 +71,9 @@ bool EPayPanel::openBrowser()
         PayBrowser->Close(); // the driver of a window that the user has closed
     m_made = CreateObject(QStringLiteral("InternetExplorer.Application"));
     PayBrowser = dynamic_cast<BrowserObject *>(m_made.get());
+    m_opening = true;
     const auto opened = PayBrowser == nullptr ? BrowserObject::Opened::Failed : PayBrowser->Open();
+    m_opening = false;
     if (opened == BrowserObject::Opened::Yes)
         return true;
     m_made.reset();
@@ -95,7 +96,8 @@ void EPayPanel::walk(const QString &portal, const QJsonArray &values)
     showStage(QStringLiteral("Connecting to e-Tax Payment System .........."));
     if (!openBrowser())
         return;
-    PayBrowser->Navigate2(StartAddress(portal)); // a failure shows in the page, or in the window being gone
+    if (m_run == Run::Going)
+        PayBrowser->Navigate2(StartAddress(portal)); // a failure shows in the page, or in the window being gone
     if (!waitFor([&](const PortalPage &page) { return IsStartPage(page, portal); },
                  QStringLiteral("Could not Open e-Tax Payment System.")))
         return;
@@ -150,7 +152,7 @@ bool EPayPanel::fill(const QJsonArray &values)
 
 void EPayPanel::cancel()
 {
-    if (isEnabled() && m_run == Run::Going)
+    if (isEnabled() && (m_run == Run::Going || m_opening))
         end(Run::Cancelled);
 }
 
@@ -160,11 +162,11 @@ void EPayPanel::CMDSTOPPG_CLICK()
         end(Run::Taken);
 }
 
-/// The loop sees it at once, whatever it waits for.
+/// The loop sees it at once, whatever it waits for; but a browser that the user wants must first be there.
 void EPayPanel::end(Run how)
 {
     m_run = how;
-    if (PayBrowser != nullptr)
+    if (PayBrowser != nullptr && !(m_opening && how == Run::Taken))
         PayBrowser->Interrupt();
     if (m_pause)
         m_pause->quit();

@@ -60,4 +60,5 @@ private:
     QPointer<QEventLoop> m_pause;
     Run m_run = Run::Closed;
     bool m_running = false;
+    bool m_opening = false; // the browser
 };

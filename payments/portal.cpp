@@ -1,6 +1,7 @@
 #include "payments/portal.h"
 
 #include <QJsonObject>
+#include <QUrl>
 
 namespace {
 
@@ -43,6 +44,12 @@ bool PortalPage::isFailure() const
            beginsWith(location, QStringLiteral("edge-error:")) ||
            beginsWith(location, QStringLiteral("about:neterror")) ||
            beginsWith(location, QStringLiteral("about:certerror"));
+}
+
+bool IsPortalAddress(const QString &portal)
+{
+    const QUrl url(portal, QUrl::StrictMode);
+    return url.isValid() && !url.host().isEmpty() && (url.scheme() == u"https" || url.scheme() == u"http");
 }
 
 QString StartAddress(const QString &portal)
@@ -107,15 +114,16 @@ QString FillScript()
         "    if (inputs[i].name.toUpperCase() === name && inputs[i].value === values[name]) { inputs[i].click(); "
         "return; }"
         "}"
-        "['PAN', 'Name', 'Add_Line1', 'Add_Line2', 'Add_Line3', 'Add_Line4', 'Add_Line5', 'Add_PIN', 'Add_EMAIL',"
-        " 'Add_MOBILE'].forEach(function (name) {"
-        "  attempt(name, function () { form[name].value = values[name]; });"
-        "});"
+        "function text(name) { attempt(name, function () { form[name].value = values[name]; }); }"
+        // In the order of the form, whose own scripts may take a text back.
+        "text('PAN');"
         "attempt('MAJORHEAD', function () { mark('MAJORHEAD'); });"
         "attempt('AssessYear', function () { options('AssessYear', function (text) {"
         "  return text === values.AssessYear; }); });"
+        "['Name', 'Add_Line1', 'Add_Line2', 'Add_Line3', 'Add_Line4', 'Add_Line5'].forEach(text);"
         "attempt('Add_State', function () { options('Add_State', function (text) {"
         "  return text.toUpperCase() === values.Add_State.toUpperCase(); }); });"
+        "['Add_PIN', 'Add_EMAIL', 'Add_MOBILE'].forEach(text);"
         "attempt('MINORHEAD', function () { mark('MINORHEAD'); });"
         "return missed;");
 }

@@ -22,6 +22,9 @@ struct FBT_OFFERED PortalPage
     [[nodiscard]] bool isFailure() const;
 };
 
+/// Whether a text can be the address of the portal, which a browser can go to.
+FBT_OFFERED bool IsPortalAddress(const QString &portal);
+
 /// Address of the start page.
 FBT_OFFERED QString StartAddress(const QString &portal);
 

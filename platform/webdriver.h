@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/offer.h"
+#include "platform/startedprocess.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -30,7 +31,8 @@ FBT_OFFERED QJsonObject DriverCapabilities(const QString &program, const WebDriv
 /// on a free port of the loopback address.
 ///
 /// Each call waits for its answer while events go on, so `interrupt` and this object's owner can be called meanwhile; a
-/// second command cannot. The driver and the browser outlive this object and the program unless `close` was called.
+/// second command cannot. A driver that does not answer for some seconds counts as gone. The driver and the browser outlive
+/// this object and the program unless `close` was called.
 class FBT_OFFERED WebDriver : public QObject
 {
     Q_OBJECT
@@ -48,20 +50,23 @@ public:
     };
 
     explicit WebDriver(WebDriverSettings settings, QObject *parent = nullptr);
+    ~WebDriver() override; ///< ends the driver of a browser that the user has closed
 
     /// Starts the driver and a visible, empty window. False when either does not start; nothing is left running then.
     bool open();
-    [[nodiscard]] bool isOpen();         ///< the window is still there
+    [[nodiscard]] bool isOpen();         ///< a window of the browser is still there, this one or one that it has opened
     Answer navigate(const QString &url); ///< does not wait for the page
     /// Runs a function body of this program's own in the page.
     Answer execute(const QString &script, const QJsonArray &arguments = {});
     Answer maximize();
-    void close(); ///< the window, the session and the driver
+    void close(); ///< all windows, the session and the driver
     /// Ends the wait of the command on its way, as refused. A browser that is just being started is closed again.
     void interrupt();
 
     /// Address of the session at the driver; empty without one.
     [[nodiscard]] QString sessionUrl() const { return m_session.isEmpty() ? QString() : m_base + m_session; }
+
+    [[nodiscard]] StartedProcess driverProcess() const { return m_driver; }
 
 private:
     bool startDriver(const QString &program);
@@ -70,12 +75,16 @@ private:
     void stopDriver();
     Answer send(const QByteArray &verb, const QString &path, const QJsonObject &body, int milliseconds);
     Answer command(const QString &path, const QJsonObject &body = {});
+    [[nodiscard]] bool hasLostWindow();
+    [[nodiscard]] bool isBrowserRunning() const;
 
     WebDriverSettings m_settings;
     QNetworkAccessManager m_net;
     QPointer<QNetworkReply> m_reply;
     QString m_base;    // "http://127.0.0.1:PORT"
     QString m_session; // "/session/ID"
-    qint64 m_driver = 0;
-    bool m_interrupted = false; // while the browser was being started
+    StartedProcess m_driver;
+    QList<StartedProcess> m_browser; // what the driver has started
+    bool m_answered = false;         // the driver, when it was asked last
+    bool m_interrupted = false;
 };
