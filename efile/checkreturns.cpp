@@ -11,9 +11,8 @@
 #include "platform/windows1252.h"
 
 #include <QFile>
+#include <QMultiHash>
 #include <QTemporaryDir>
-
-#include <algorithm>
 
 namespace {
 
@@ -44,19 +43,20 @@ void complete(CheckedError &error, const LocatedError &located)
         error.description += u' ' + located.place->at.expected;
 }
 
-/// Tells of the errors of a file, which come in the order of its lines, where they belong.
+/// Tells of the errors of a file where they belong.
 void locate(std::vector<CheckedError> &errors, const QString &path, FileForm form)
 {
     QFile file(path);
     if (errors.empty() || !file.open(QIODevice::ReadOnly))
         return;
+    QMultiHash<int, CheckedError *> onLine;
+    for (CheckedError &error : errors)
+        onLine.insert(error.line, &error);
     ErrorLocator locator(form);
     for (int line = 1; !file.atEnd(); ++line) {
         locator.take(Windows1252Text(file.readLine()));
-        for (CheckedError &error : errors) {
-            if (error.line == line)
-                complete(error, locator.here());
-        }
+        for (CheckedError *error : onLine.values(line))
+            complete(*error, locator.here());
     }
 }
 
@@ -80,10 +80,15 @@ bool writeScratch(const QString &path, const QByteArray &bytes)
 void check(CheckedReturn &checked, int year, const QString &path)
 {
     const FiledReturn file = FileOf(ReturnFormOfToday(), PaymentSource::Challans);
+    checked.isKnown = file.form.unread.isEmpty() && !file.form.client[ClientRecord::Code].isEmpty();
     checked.tax = file.form.figures.sums.totalTax;
     checked.balance = file.form.figures.sums.balance;
+    if (!file.form.ClName.isEmpty())
+        checked.name = file.form.ClName; // it may have been corrected since the list was made
     if (!file.form.unread.isEmpty())
         checked.refused = QStringLiteral("could not be read: ") + file.form.unread.join(QStringLiteral(", "));
+    else if (file.form.client[ClientRecord::Code].isEmpty())
+        checked.refused = QStringLiteral("no longer there"); // another user has deleted the client
     else if (!writeScratch(path, BytesOfReturn(file)))
         checked.refused = QStringLiteral("the file could not be written");
     else
@@ -135,5 +140,6 @@ QStringList CheckCaptions()
 QStringList CheckCells(const CheckedReturn &checked)
 {
     const QString errors = checked.refused.isEmpty() ? QString::number(checked.errors.size()) : checked.refused;
-    return {checked.code, checked.name, errors, NumberText(checked.tax), NumberText(checked.balance)};
+    const auto rupees = [&checked](double amount) { return checked.isKnown ? NumberText(amount) : QString(); };
+    return {checked.code, checked.name, errors, rupees(checked.tax), rupees(checked.balance)};
 }

@@ -25,9 +25,10 @@ struct CheckedReturn
     QString code;
     QString name;
     std::vector<CheckedError> errors;
-    QString refused;    ///< why there is no file or no validation; empty when there were both
-    double tax = 0;     ///< with surcharge and cesses, whole rupees
-    double balance = 0; ///< tax and interest less what was paid; below 0 a refund
+    QString refused;      ///< why there is no file or no validation; empty when there were both
+    bool isKnown = false; ///< what follows: all that it is worked out from could be read
+    double tax = 0;       ///< with surcharge and cesses, whole rupees
+    double balance = 0;   ///< tax and interest less what was paid; below 0 a refund
 
     [[nodiscard]] bool isRight() const { return errors.empty() && refused.isEmpty(); }
 };

@@ -26,6 +26,7 @@ private:
 
     FileForm m_form;
     ElementPath m_path;
+    QString m_element;  // of the line, or where a value has line breaks the one that it began with
     ReturnPlace m_list; // which entry of which list the line lies in
     int m_line = 0;
 };

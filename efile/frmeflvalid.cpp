@@ -19,7 +19,6 @@
 namespace {
 
 constexpr int leastDescription = 400; // pixels
-constexpr int leastLine = 600;
 
 enum FileColumn { Flag, Number, Line };
 enum CharacterColumn { Character, ReplaceWith };
@@ -39,6 +38,7 @@ protected:
         QStyledItemDelegate::initStyleOption(option, index);
         if (index.siblingAtColumn(Flag).data().toString() != u"1")
             return;
+        option->state &= ~QStyle::State_Selected; // on the current line, too
         option->backgroundBrush = Qt::red;
         option->palette.setColor(QPalette::Text, Qt::white);
         option->font.setBold(true);
@@ -58,6 +58,25 @@ public:
 QString listPath()
 {
     return Base->AppPath + QStringLiteral("/SpChList");
+}
+
+/// A description in full, where its column is too narrow: a value without blanks breaks anywhere, and of one that would fill
+/// the screen the middle is left out.
+QString breakable(QString text)
+{
+    constexpr int most = 240;
+    constexpr int longestWord = 40;
+    if (text.size() > most)
+        text = text.left(most / 2) + QStringLiteral(" … ") + text.right(most / 2);
+    QString broken;
+    int word = 0;
+    for (const QChar c : text) {
+        word = c.isSpace() ? 0 : word + 1;
+        if (word > 0 && word % longestWord == 0)
+            broken += QChar(0x200B); // a break that does not show
+        broken += c;
+    }
+    return broken;
 }
 
 QString withoutLineEnd(QByteArray line)
@@ -97,7 +116,6 @@ void frmeflvalid::setUpGrids()
     ui->vsfv->setFixedRows(0);
     ui->vsfv->setCols(Line + 1);
     ui->vsfv->setColHidden(Flag, true);
-    ui->vsfv->setStretchCol(Line, leastLine);
     ui->vsfv->setFont(QFont(QStringLiteral("Courier New")));
     ui->vsfv->setItemDelegateForColumn(Number, new LineNumberDelegate(ui->vsfv));
 }
@@ -231,6 +249,7 @@ void frmeflvalid::readFile()
     QFile file(ValidFileName);
     if (!file.open(QIODevice::ReadOnly))
         throw FaultError(FaultNumber::FileNotFound, QStringLiteral("%1 cannot be read.").arg(ValidFileName));
+    m_longestLine = 0;
     QMultiHash<int, int> rowsOfLine;
     for (int row = ui->vsf->Rows() - 1; row >= ui->vsf->FixedRows(); --row)
         rowsOfLine.insert(ui->vsf->TextMatrix(row, LineNo).toInt(), row);
@@ -238,6 +257,7 @@ void frmeflvalid::readFile()
     for (int number = 1; !file.atEnd(); ++number) {
         const QString line = withoutLineEnd(file.readLine());
         ui->vsfv->AddItem({QStringLiteral("0"), QString::number(number), line});
+        m_longestLine = std::max(m_longestLine, static_cast<int>(line.size()));
         locator.take(line);
         for (const int row : rowsOfLine.values(number))
             tellSource(row, locator.here());
@@ -271,20 +291,38 @@ void frmeflvalid::markLines()
 
 void frmeflvalid::fitGrids()
 {
-    constexpr int widest = 520;
-    ui->vsfv->fitColumns();
+    fitFile();
     ui->vsf->fitColumns();
-    for (int col = 0; col < shownErrorColumns; ++col) {
-        if (col != Description)
-            ui->vsf->setColWidth(col, std::min(widest, ui->vsf->ColWidth(col)));
-    }
+}
+
+/// The number of the last line and the longest line show in full; a line that no screen could hold is cut.
+void frmeflvalid::fitFile()
+{
+    constexpr int margin = 16;
+    constexpr int mostCharacters = 2000;
+    QFont bold = ui->vsfv->font();
+    bold.setBold(true);
+    ui->vsfv->setColWidth(Number, QFontMetrics(bold).horizontalAdvance(QString::number(ui->vsfv->Rows())) + margin);
+    const int longest = std::min(m_longestLine, mostCharacters);
+    ui->vsfv->setStretchCol(Line, QFontMetrics(ui->vsfv->font()).horizontalAdvance(QString(longest, u'W')) + margin);
 }
 
 // --- the list ---
 
 void frmeflvalid::CHECK1_CLICK(int Index)
 {
-    ui->vsf->setColHidden(Index, !findChild<QCheckBox *>(QStringLiteral("Check1_%1").arg(Index))->isChecked());
+    const bool shown = findChild<QCheckBox *>(QStringLiteral("Check1_%1").arg(Index))->isChecked();
+    std::vector<int> widths; // which the user may have changed
+    for (int col = 0; col < shownErrorColumns; ++col)
+        widths.push_back(ui->vsf->ColWidth(col));
+    ui->vsf->setColHidden(Index, !shown);
+    if (!shown)
+        return;
+    ui->vsf->fitColumns(); // which leaves hidden ones alone
+    for (int col = 0; col < shownErrorColumns; ++col) {
+        if (col != Index && col != Description && !ui->vsf->ColHidden(col))
+            ui->vsf->setColWidth(col, widths[static_cast<std::size_t>(col)]);
+    }
 }
 
 void frmeflvalid::VSF_ROWCOLCHANGE()
@@ -293,7 +331,7 @@ void frmeflvalid::VSF_ROWCOLCHANGE()
     ui->lbldesc->clear();
     if (!ui->vsf->hasDataRow())
         return;
-    ui->lbldesc->setText(ui->vsf->TextMatrix(ui->vsf->Row(), Description)); // in full, where the column is too narrow
+    ui->lbldesc->setText(breakable(ui->vsf->TextMatrix(ui->vsf->Row(), Description)));
     ui->lblerr->setText(QStringLiteral("To Correct GoTo: ") + ui->vsf->TextMatrix(ui->vsf->Row(), Correct));
 }
 

@@ -59,6 +59,7 @@ private:
     void tellSource(int row, const LocatedError &error);
     void markLines();
     void fitGrids();
+    void fitFile();
     void CHECK1_CLICK(int Index);
     void VSF_ROWCOLCHANGE();
     void VSF_DBLCLICK();
@@ -84,5 +85,6 @@ private:
     std::function<bool()> m_writeAgain;
     std::vector<ReturnPlace> m_places; // by the data of the rows of vsf, from 1 on
     QString m_wantedField;
+    int m_longestLine = 0; // characters, of the file that vsfv shows
     Validation m_last = Validation::Failed;
 };

@@ -126,14 +126,14 @@ QString AskReturnFile(QWidget *parent, const ReturnForm &form)
 
 QString FileReturn(QWidget *parent, const QString &path, const std::function<ReturnForm()> &form)
 {
+    const QString code = Base->code;
     const int year = Base->TYear;
     if (!write(parent, path, form()))
         return {};
     const ValidationTask task = ValidationOf(year);
     frmeflvalid screen(parent);
-    screen.setWriteAgain([&] {
-        return TakeClientYear(QString(Base->code), year) && TakeEmployeesOfYear() && write(&screen, path, form());
-    });
+    screen.setWriteAgain(
+        [&] { return TakeClientYear(code, year) && TakeEmployeesOfYear() && write(&screen, path, form()); });
     screen.Load();
     Validation result = screen.VALIDFILE(task.xsd, path, task.form);
     if (result == Validation::Errors) {

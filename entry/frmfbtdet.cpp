@@ -265,6 +265,11 @@ void frmfbtdet::reload()
     LOADDATADED();
 }
 
+bool frmfbtdet::isEntering(const ClientYear &entered) const
+{
+    return m_list->editing() && client() == entered;
+}
+
 /// None when the expenses could not be read.
 std::optional<std::vector<Expense>> frmfbtdet::readRows()
 {

@@ -31,6 +31,8 @@ public:
 
     /// Reads the list and its figures anew, for what was changed elsewhere; not while a row is being entered.
     void reload();
+    /// Whether an expense of that client and year is being entered.
+    [[nodiscard]] bool isEntering(const ClientYear &client) const;
 
     void FORM_LOAD() override;
     void FORM_ACTIVATE() override;

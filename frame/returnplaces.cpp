@@ -1,5 +1,6 @@
 #include "frame/returnplaces.h"
 
+#include "calc/clientyear.h"
 #include "context/modbase.h"
 #include "controls/grid.h"
 #include "efile/filedreturn.h"
@@ -48,10 +49,52 @@ void focus(const Screen &screen, const QString &field)
         control->setFocus(Qt::OtherFocusReason);
 }
 
-/// The client's own row, which is the current one of the list.
+void refuse(const QString &why)
+{
+    MsgBox(MdiForm, why, Buttons::Ok, Icon::Exclamation);
+}
+
+/// Any other row would be another client's.
+void tellClientGone()
+{
+    refuse(QStringLiteral("This client is no longer there. Another user may have deleted it or changed its code."));
+}
+
+/// Whether what is to be corrected is being entered already, on a screen that stands under this one: a second entry would be
+/// lost when the first is saved. Says so.
+bool isBeingEntered(ReturnScreen at)
+{
+    const ClientYear client{Base->code, Base->TYear};
+    const auto *master = Screen::opened<frmclinfo>();
+    const auto *challans = Screen::opened<Challan>();
+    const auto *expenses = Screen::opened<frmfbtdet>();
+    const bool entered = (at == ReturnScreen::Client && master != nullptr && master->isEntering(client.code)) ||
+                         (at == ReturnScreen::Challans && challans != nullptr && challans->isEntering(client)) ||
+                         (at == ReturnScreen::Expenses && expenses != nullptr && expenses->isEntering(client));
+    if (entered)
+        refuse(QStringLiteral("The screen %1 is open already, with an entry that is not saved. Save or cancel it there "
+                              "first.")
+                   .arg(ScreenName(at)));
+    return entered;
+}
+
+/// The screens under this one show what was corrected.
+void freshenOpen()
+{
+    if (auto *master = Screen::opened<frmclinfo>())
+        master->reload();
+    if (auto *challans = Screen::opened<Challan>())
+        challans->reload();
+    if (auto *expenses = Screen::opened<frmfbtdet>())
+        expenses->reload();
+}
+
 void openClient(const QString &field)
 {
     frmclinfo screen(MdiForm);
+    screen.Load();
+    if (!screen.showClient(Base->code))
+        return tellClientGone();
     onNextModal([field](Screen &up) {
         lock(up, {"cmdadd", "cmddelete"});
         press(up, "cmdmodify");
@@ -85,11 +128,13 @@ void openMiscInf(const QString &field)
     onNextModal([field](Screen &up) {
         auto *client = up.findChild<QComboBox *>(QStringLiteral("cboclient"));
         auto *year = up.findChild<QComboBox *>(QStringLiteral("cboyear"));
-        if (client == nullptr || year == nullptr)
-            return;
-        client->setCurrentIndex(client->findData(Base->code));
-        year->setCurrentIndex(year->findData(Base->TYear));
-        emit client->activated(client->currentIndex());
+        const int clientAt = client == nullptr ? -1 : client->findData(Base->code);
+        const int yearAt = year == nullptr ? -1 : year->findData(Base->TYear);
+        if (clientAt < 0 || yearAt < 0)
+            return tellClientGone();
+        client->setCurrentIndex(clientAt);
+        year->setCurrentIndex(yearAt);
+        emit client->activated(clientAt);
         focus(up, field);
     });
     miscInf->InitMe(Base->AppPath, Cnn, QStringLiteral("FBTLogger.log"), Base->vScreenRatX, Base->vScreenRatY,
@@ -111,7 +156,10 @@ int rowOfAccount(int item)
 void editAccount(const Screen &screen, const ReturnPlace &place)
 {
     const int row = rowOfAccount(place.item);
-    if (auto *list = screen.findChild<Grid *>(QStringLiteral("vsf")); list != nullptr && row > 0)
+    auto *list = screen.findChild<Grid *>(QStringLiteral("vsf"));
+    if (list == nullptr || row >= list->Rows())
+        return; // the account is gone meanwhile
+    if (row > 0)
         list->setRow(row);
     press(screen, row > 0 ? "cmdmodify" : "cmdadd");
     focus(screen, place.at.field);
@@ -145,14 +193,15 @@ void openExpenses()
     frmfbtdet screen(MdiForm);
     onNextModal([](Screen &up) { lock(up, {"cmdchallan", "Command2", "cmdret", "cmdefl"}); });
     screen.showModal();
-    if (auto *below = Screen::opened<frmfbtdet>())
-        below->reload();
 }
 
 } // namespace
 
 void OpenReturnPlace(const ReturnPlace &place)
 {
+    if (isBeingEntered(place.at.screen))
+        return;
+    const ClientYearKeeper inHand; // a screen that stands open may be another client's
     const QString field = place.at.field;
     switch (place.at.screen) {
     case ReturnScreen::Client:
@@ -176,4 +225,5 @@ void OpenReturnPlace(const ReturnPlace &place)
     case ReturnScreen::Return: // the caller has it
         break;
     }
+    freshenOpen();
 }

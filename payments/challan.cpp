@@ -174,6 +174,22 @@ bool Challan::isEditing() const
     return !ui->famact2->isHidden();
 }
 
+bool Challan::isEntering(const ClientYear &client) const
+{
+    return isEditing() && m_inHand.client == client;
+}
+
+void Challan::reload()
+{
+    ErrorTail tail(this, "LOADGRID");
+    if (isEditing())
+        return;
+    LOADPAYER();
+    LOADBANKS();
+    refreshGrid();
+    LOADDATA();
+}
+
 /// The cess for secondary and higher education came with A.Y. 2008-09, and with it the instalments of the year's tax.
 bool Challan::hasSecondCess() const
 {

@@ -31,6 +31,10 @@ public:
 
     /// Makes a challan current by its quarter and number, once the screen is loaded; the first one when it is not there.
     void showChallanOf(int quarter, int srNo);
+    /// Reads payer, banks and list anew, for what was changed elsewhere; not while a challan is being entered.
+    void reload();
+    /// Whether a challan of that client and year is being entered.
+    [[nodiscard]] bool isEntering(const ClientYear &client) const;
 
     void FORM_LOAD() override;
     void FORM_ACTIVATE() override;
