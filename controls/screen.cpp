@@ -279,6 +279,18 @@ void Screen::endSession()
         screen->FORM_SESSIONEND();
 }
 
+bool Screen::unloadEach(const QList<Screen *> &screens, QWidget *host)
+{
+    const QList<QPointer<Screen>> open(screens.begin(), screens.end()); // one may go while another asks
+    for (const QPointer<Screen> &screen : open) {
+        if (screen == nullptr || screen->Unload())
+            continue;
+        screen->openChild(host);
+        return false;
+    }
+    return true;
+}
+
 void Screen::setGeometryStore(QSettings *store)
 {
     storeInPlace() = store;
