@@ -25,10 +25,15 @@ QList<int> &modalsOpenedAt()
     return openedAt;
 }
 
-/// A popup that is open goes when a window comes up, and with it would go the window that it owns.
+/// A popup that is open goes when a window comes up, and the window of a screen that was unloaded goes too: with them would
+/// go a window that they own.
 QWidget *lastingOwner(QWidget *owner)
 {
-    while (owner != nullptr && owner->window()->windowType() == Qt::Popup)
+    const auto goes = [](const QWidget *window) {
+        const auto *frame = qobject_cast<const ScreenFrame *>(window);
+        return window->windowType() == Qt::Popup || (frame != nullptr && frame->isReleased());
+    };
+    while (owner != nullptr && goes(owner->window()))
         owner = owner->window()->parentWidget();
     return owner;
 }
