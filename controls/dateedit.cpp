@@ -8,6 +8,8 @@
 #include <QStyle>
 #include <QStyleOptionFrame>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int MaskLength = 10;
@@ -94,6 +96,8 @@ void MaskedDate::paintEvent(QPaintEvent *event)
 
 QString MaskedDate::fitting(const QString &text)
 {
+    if (std::any_of(text.begin(), text.end(), [](QChar c) { return c.isLetterOrNumber() && !allowed(c); }))
+        return {}; // what would be left of "31 Jan 2007" is no date
     QString kept;
     for (const QChar c : text) {
         if (allowed(c))

@@ -26,7 +26,7 @@ public:
 
     void setConverter(Converter converter) { m_converter = std::move(converter); }
 
-    /// Of a text that is put in what can stand in a date, without blanks around it.
+    /// Of a text that is put in what can stand in a date, without blanks around it; nothing of one with a month's name.
     static QString fitting(const QString &text);
 
     /// Converts the text in place. Runs by itself when the focus leaves the field.

@@ -25,10 +25,15 @@ QList<int> &modalsOpenedAt()
     return openedAt;
 }
 
-/// A popup that is open goes when a window comes up, and with it would go the window that it owns.
+/// A popup that is open goes when a window comes up, and the window of a screen that was unloaded goes too: with them would
+/// go a window that they own.
 QWidget *lastingOwner(QWidget *owner)
 {
-    while (owner != nullptr && owner->window()->windowType() == Qt::Popup)
+    const auto goes = [](const QWidget *window) {
+        const auto *frame = qobject_cast<const ScreenFrame *>(window);
+        return window->windowType() == Qt::Popup || (frame != nullptr && frame->isReleased());
+    };
+    while (owner != nullptr && goes(owner->window()))
         owner = owner->window()->parentWidget();
     return owner;
 }
@@ -292,6 +297,18 @@ void Screen::endSession()
         if (screen && screen->m_loaded)
             screen->FORM_SESSIONEND();
     }
+}
+
+bool Screen::unloadEach(const QList<Screen *> &screens, QWidget *host)
+{
+    const QList<QPointer<Screen>> open(screens.begin(), screens.end()); // one may go while another asks
+    for (const QPointer<Screen> &screen : open) {
+        if (screen == nullptr || screen->Unload())
+            continue;
+        screen->openChild(host);
+        return false;
+    }
+    return true;
 }
 
 void Screen::setGeometryStore(QSettings *store)

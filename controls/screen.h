@@ -142,6 +142,9 @@ public:
         (screen != nullptr ? screen : new S(host))->openChild(host);
     }
 
+    /// Unloads the screens that are open (the others are null). The first that stays comes to the front; false then.
+    static bool unloadEach(const QList<Screen *> &screens, QWidget *host);
+
     /// For a control that keeps the focus which a press of the mouse took away: the press works on nothing else either.
     void swallowPress();
 

@@ -21,6 +21,7 @@ public:
 
     /// Keeps the size and gives the screen back to its parent, hidden.
     void release();
+    [[nodiscard]] bool isReleased() const { return m_screen.isNull(); }
 
 protected:
     void closeEvent(QCloseEvent *event) override;

@@ -132,6 +132,10 @@ private:
         const QString text = event->mimeData()->text();
         if (ruled(text) == text)
             return false;
+        if (ruled(text).isEmpty()) {
+            event->ignore();
+            return true;
+        }
         QMimeData mime;
         mime.setText(ruled(text));
         QDropEvent raised(event->position(), event->possibleActions(), &mime, event->buttons(), event->modifiers());
@@ -142,12 +146,14 @@ private:
         return true;
     }
 
-    /// False for a text that the field can take as it is.
+    /// False for a text that the field can take as it is. One of which nothing fits changes nothing.
     bool paste(const QString &text)
     {
-        if (ruled(text) == text)
+        const QString fitting = ruled(text);
+        if (fitting == text)
             return false;
-        m_field->insert(ruled(text));
+        if (!fitting.isEmpty())
+            m_field->insert(fitting);
         return true;
     }
 

@@ -549,13 +549,7 @@ bool frmfbtdet::FORM_KEYDOWN(int key, Qt::KeyboardModifiers modifiers)
 /// What was opened from here is for the same client and year, so it goes first. False when one of them stays.
 bool frmfbtdet::closeOpened()
 {
-    for (Screen *other : {static_cast<Screen *>(opened<Challan>()), static_cast<Screen *>(opened<frmfbtrep>())}) {
-        if (other == nullptr || other->Unload())
-            continue;
-        other->openChild(MdiForm);
-        return false;
-    }
-    return true;
+    return unloadEach({opened<Challan>(), opened<frmfbtrep>()}, MdiForm);
 }
 
 bool frmfbtdet::FORM_UNLOAD()

@@ -257,9 +257,7 @@ void frmmain::MNUCLINFO_CLICK()
 {
     ErrorTail tail(this);
     // A client that is being worked on must not get another code, or none, under the working screen.
-    if (auto *working = opened<frmfbtdet>(); working != nullptr && !working->Unload())
-        working->openChild(MdiForm);
-    else
+    if (unloadEach({opened<frmfbtdet>()}, MdiForm))
         openOnce<frmclinfo>(MdiForm);
 }
 

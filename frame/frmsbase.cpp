@@ -86,11 +86,5 @@ bool frmsbase::takeChosen()
 /// one is taken in hand. So does the client master, where the client chosen could get another code. False when one stays.
 bool frmsbase::closeOther()
 {
-    for (Screen *other : {static_cast<Screen *>(opened<frmfbtdet>()), static_cast<Screen *>(opened<frmclinfo>())}) {
-        if (other == nullptr || other->Unload())
-            continue;
-        other->openChild(MdiForm);
-        return false;
-    }
-    return true;
+    return unloadEach({opened<frmfbtdet>(), opened<frmclinfo>()}, MdiForm);
 }

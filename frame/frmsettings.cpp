@@ -67,13 +67,22 @@ void frmsettings::TXTLINES_LOSTFOCUS()
 void frmsettings::XPCMDBUTTON2_CLICK()
 {
     const ErrorTail tail(this);
+    const bool withPassword = passwordTyped();
     if (!savePassword())
         return;
-    if (saveSettings())
+    if (saveSettings()) {
         Unload();
-    else
-        Notify({FaultNumber::PathAccess, QStringLiteral("the settings file cannot be written"), QStringLiteral("FBT"),
-                Doing::Save});
+        return;
+    }
+    QString why = QStringLiteral("the settings file cannot be written");
+    if (withPassword)
+        why += QStringLiteral("; the password was saved");
+    Notify({FaultNumber::PathAccess, why, QStringLiteral("FBT"), Doing::Save});
+}
+
+bool frmsettings::passwordTyped() const
+{
+    return !ui->Text1->text().isEmpty() || !ui->Text2->text().isEmpty();
 }
 
 /// Shows why the password was not taken, and goes back to the field.
@@ -88,17 +97,20 @@ bool frmsettings::refusePassword(QLineEdit *field, const QString &why)
 /// False when the password was not taken: nothing is saved then.
 bool frmsettings::savePassword()
 {
-    if (ui->Text1->text().isEmpty() && ui->Text2->text().isEmpty())
+    if (!passwordTyped())
         return true;
     if (ui->Text1->text() != AdminPassword)
         return refusePassword(ui->Text1, QStringLiteral("Invalid Password, try again!"));
     const QString fault = PasswordFault(ui->Text2->text());
     if (!fault.isEmpty())
         return refusePassword(ui->Text2, fault);
-    const bool stored = StorePassword(ui->Text2->text());
-    if (!stored)
+    if (!StorePassword(ui->Text2->text())) {
         ui->Text2->setFocus(); // with what was typed
-    return stored;
+        return false;
+    }
+    for (QLineEdit *field : {ui->Text1, ui->Text2})
+        field->clear(); // it is not changed again when the settings are tried once more
+    return true;
 }
 
 /// False when one of them could not be written.

@@ -23,6 +23,7 @@ public:
 private:
     void TXTLINES_LOSTFOCUS();
     void XPCMDBUTTON2_CLICK();
+    [[nodiscard]] bool passwordTyped() const;
     bool savePassword();
     bool refusePassword(class QLineEdit *field, const QString &why);
     bool saveSettings();

@@ -212,8 +212,11 @@ bool ClGrd::loadClients()
             vsf->clearBody();
     };
     GridModel *rows = vsf->gridModel(); // nobody looks at it while nothing is drawn
+    QString longestCode;
     const bool read = ReadClientList(Cnn, [&](const ListedClient &client) {
         clearOnce();
+        if (client.code.size() > longestCode.size())
+            longestCode = client.code;
         const QStringView status = client.status ? StatusName(*client.status) : QStringView();
         const std::array<QStringView, 5> texts{client.code, client.name, status, client.pan, client.address};
         rows->insertGridRow(std::span(texts));
@@ -222,7 +225,19 @@ bool ClGrd::loadClients()
         return false;
     clearOnce();
     vsf->Sort(Code);
+    makeRoomFor(longestCode);
     return true;
+}
+
+/// Clients are told apart by their codes, so these are not cut, up to a width that leaves the other columns theirs.
+void ClGrd::makeRoomFor(const QString &code)
+{
+    constexpr int widest = 24; // letters
+    const QFontMetrics letters = vsf->fontMetrics();
+    const int wanted =
+        std::min(letters.horizontalAdvance(code + QStringLiteral("XX")), letters.horizontalAdvance(u'X') * widest);
+    if (wanted > vsf->ColWidth(Code))
+        vsf->setColWidth(Code, wanted);
 }
 
 void ClGrd::SelectLastClient()

@@ -59,6 +59,7 @@ private:
     void placeBoxes();
     void keepCurrentInView();
     bool loadClients();
+    void makeRoomFor(const QString &code);
     void emptyBoxes();
     void showCount(int count);
     int showMatches(const QString &code, const QString &name);

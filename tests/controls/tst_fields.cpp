@@ -59,6 +59,10 @@ private slots:
         date.setCursorPosition(2);
         QTest::keyClicks(&date, "x");
         QCOMPARE(date.cursorPosition(), 2);
+        QApplication::clipboard()->setText("31 Jan 2007");
+        date.selectAll();
+        QTest::keySequence(&date, QKeySequence::Paste);
+        QCOMPARE(date.text(), QString("01/04/2007"));
     }
 
     void matchListFollowsTyping()

@@ -404,7 +404,6 @@ private slots:
         m_form->askOnUnload = false;
     }
 
-    /// A host that knows nothing of the screens over it is closed: they are asked first, the newest before the others.
     /// A popup that is open goes when a window comes up. Its window is no owner for one that is to stay.
     void comesUpBesideAnOpenPopup()
     {
@@ -416,6 +415,24 @@ private slots:
         QVERIFY(shown && shown->isVisible() && !popup->isVisible());
     }
 
+    /// Nor is that of a screen that was unloaded just now.
+    void comesUpAfterAnotherWindow()
+    {
+        auto *before = new Form("frmbefore");
+        before->openChild(nullptr);
+        const QPointer<QWidget> going = before->window();
+        QVERIFY(before->Unload());
+        Form modal("frmmodal", going);
+        bool stays = false;
+        QTimer::singleShot(0, m_form, [&] {
+            stays = !going && modal.isVisible();
+            modal.Unload();
+        });
+        modal.showModal();
+        QVERIFY(stays);
+    }
+
+    /// A host that knows nothing of the screens over it is closed: they are asked first, the newest before the others.
     void hostThatIsClosedAsksFirst()
     {
         QVERIFY(m_form->Unload());
