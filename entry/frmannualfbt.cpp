@@ -12,6 +12,8 @@
 #include "entry/natures.h"
 #include "platform/text.h"
 
+#include <QSignalBlocker>
+
 #include <algorithm>
 
 namespace {
@@ -143,11 +145,18 @@ void frmannualfbt::FORM_LOAD()
 void frmannualfbt::INITDATA(int nature)
 {
     ErrorTail tail(this);
-    const RowsRead<Nature> natures = ClientNatures(Cnn, m_client.code);
-    noteReading(QStringLiteral("natures of business"), !natures.failed());
-    FillNatures(ui->cbonature, *natures, nature);
+    LOADNATURES(nature);
     connect(ui->cbonature, &QComboBox::currentIndexChanged, this, &frmannualfbt::CBONATURE_CLICK);
     CBONATURE_CLICK();
+}
+
+void frmannualfbt::LOADNATURES(int nature)
+{
+    const RowsRead<Nature> natures = ClientNatures(Cnn, m_client.code);
+    noteReading(businessNatures, !natures.failed());
+    const QSignalBlocker blocker(ui->cbonature);
+    FillNatures(ui->cbonature, *natures, nature);
+    m_nature = ui->cbonature->currentData().toInt();
 }
 
 void frmannualfbt::CBONATURE_CLICK()
@@ -164,6 +173,10 @@ void frmannualfbt::CBONATURE_CLICK()
 void frmannualfbt::LOADGRIDDED()
 {
     ErrorTail tail(this);
+    if (!couldRead(itemTexts)) // it may be there by now
+        GETITEMS(ui->vsf2, m_client.year);
+    if (!couldRead(businessNatures))
+        LOADNATURES(m_nature);
     const bool withoutRate = m_nature == consolidatedNature;
     ui->vsf2->setColHidden(rateColumn, withoutRate);
     ui->vsf2->setColHidden(totalValueColumn, withoutRate);
