@@ -28,6 +28,8 @@ constexpr int quarterCount = 4;
 // With these all quarters and the total show on a screen 1024 wide.
 constexpr int serialWidth = 36;
 constexpr int headWidth = 90;
+constexpr int wideHeadWidth = 220; // where the window has room for it
+constexpr int wideWindow = 1200;
 constexpr int leastItemWidth = 70;
 constexpr int rateWidth = 36;
 constexpr int amountWidth = 64;
@@ -131,6 +133,11 @@ void frmannualfbt::setUpList()
                                      .CMDDELETE_CLICK = [this](const AnnualRow &line) { CMDDELETEDED_CLICK(line); },
                                      .mayAdd = [this] { return NatureChosen(this, ui->cbonature); }});
     setLowerCaptions(ui->vsf2);
+    if (const QWidget *opener = parentWidget() != nullptr ? parentWidget()->window() : nullptr) {
+        resize(opener->size()); // as much as the screen that it is opened from has
+        if (opener->width() > wideWindow)
+            ui->vsf2->setColWidth(headColumn, wideHeadWidth);
+    }
 }
 
 void frmannualfbt::FORM_LOAD()
