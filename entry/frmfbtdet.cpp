@@ -33,7 +33,6 @@ constexpr int valueColumn = 5;
 
 // What the figures are made of.
 const QString additionalInformation = QStringLiteral("additional information");
-const QString businessNatures = QStringLiteral("natures of business");
 const QString ownExpenses = QStringLiteral("expenses");
 const QString consolidatedExpenses = QStringLiteral("consolidated expenses");
 const QString salaries = QStringLiteral("salaries");
@@ -236,11 +235,27 @@ void frmfbtdet::SETBUTTONDED(bool browse)
 void frmfbtdet::LOADGRIDDED()
 {
     ErrorTail tail(this);
+    readAgain();
     clearFigures();
     for (const int col : {rateColumn, valueColumn})
         ui->vsf2->setColHidden(col, m_nature == consolidatedNature);
     m_list->LOADGRID();
     markFigures(tail([this] { showFigures(); }));
+}
+
+/// What could not be read when the screen opened may be there by now.
+void frmfbtdet::readAgain()
+{
+    if (!couldRead(itemTexts))
+        GETITEMS(ui->vsf2, client().year);
+    if (!couldRead(additionalInformation))
+        takeAddInfo();
+    if (couldRead(businessNatures))
+        return;
+    LOADNATURES();
+    ui->cmdconexp->setEnabled(m_nature == consolidatedNature);
+    if (sharesExpenses())
+        LOADSALDET();
 }
 
 /// Says so where the figures lack what could not be read.

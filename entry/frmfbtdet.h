@@ -52,6 +52,7 @@ private:
     void CBONATURE_CLICK();
     void SETBUTTONDED(bool browse);
     void LOADGRIDDED();
+    void readAgain();
     void LOADDATADED();
     void GETCONSITEMS(std::vector<Expense> &rows);
     void GETCONSFIGS();

@@ -235,6 +235,8 @@ void Challan::LOADBANKS()
 void Challan::LOADGRID()
 {
     ErrorTail tail(this);
+    if (!couldRead(banks)) // they may be there by now
+        LOADBANKS();
     const RowsRead<ChallanRecord> rows = Challans(Cnn, m_inHand.client);
     noteReading(challans, !rows.failed());
     m_list->fill(*rows);

@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QHeaderView>
+#include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QRegularExpression>
@@ -105,11 +106,24 @@ QWidget *keyTarget(QWidget *control)
     return focus != nullptr && control->isAncestorOf(focus) ? focus : control;
 }
 
+/// A letter that no key of the test stands for comes as from an input method.
+void typeKeys(QWidget *editor, QChar letter)
+{
+    if (letter.unicode() < 128) {
+        QTest::keyClicks(editor, letter);
+        return;
+    }
+    QInputMethodEvent event;
+    event.setCommitString(letter);
+    QApplication::sendEvent(editor, &event);
+}
+
 void replaceText(QWidget *editor, const QString &text)
 {
     QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClick(editor, Qt::Key_Delete);
-    QTest::keyClicks(editor, text);
+    for (const QChar c : text)
+        typeKeys(editor, c);
 }
 
 Qt::Key keyOf(const QString &name)
@@ -215,7 +229,7 @@ void controls::typeText(QWidget *control, const QString &text)
 {
     enter(control);
     for (const QChar c : text)
-        QTest::keyClicks(keyTarget(control), QString(c));
+        typeKeys(keyTarget(control), c);
 }
 
 void controls::choose(QWidget *control, const QString &text)

@@ -90,9 +90,10 @@ private slots:
     {
         CREATETABLES(m_cnn.get());
         makeLocks();
+        m_cnn->Execute("Insert into FBT_Info (Code_no) Values ('A')");
         together(2, [](Connection &own) {
             for (int i = 0; i < 15; ++i)
-                AddChallan(&own, {"A1", 2008}, {});
+                AddChallan(&own, {"A", 2008}, {});
         });
         QCOMPARE(FirstField(m_cnn.get(), "Select Count(Distinct srno) from FBT_Challan").whole(), 30);
     }
