@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr double pictureWidth = 640;
+constexpr double pictureWidth = 600;
 
 /// Where the named anchors of a page stand, in its order.
 QList<std::pair<QString, int>> anchorsOf(const QTextDocument &page)
