@@ -29,7 +29,7 @@ QString helpFolder()
 QString placeOf(const Screen &asked)
 {
     for (const QWidget *panel : asked.findChildren<QWidget *>()) {
-        const QString topic = panel->property("helpTopic").toString();
+        QString topic = panel->property("helpTopic").toString();
         if (!topic.isEmpty() && panel->isVisible())
             return topic;
     }
