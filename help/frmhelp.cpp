@@ -24,6 +24,17 @@ QString helpFolder()
     return Base->AppPath + QStringLiteral("/HTMLHelp");
 }
 
+/// What stands in front of the user: a panel that names its topic, or the screen.
+QString placeOf(const Screen &asked)
+{
+    for (const QWidget *panel : asked.findChildren<QWidget *>()) {
+        QString topic = panel->property("helpTopic").toString();
+        if (!topic.isEmpty() && panel->isVisible())
+            return topic;
+    }
+    return asked.objectName();
+}
+
 } // namespace
 
 frmhelp::frmhelp(QWidget *parent)
@@ -40,18 +51,18 @@ frmhelp::~frmhelp() = default;
 void frmhelp::OpenFor(Screen &asked)
 {
     if (auto *help = qobject_cast<frmhelp *>(&asked)) {
-        help->SHOWSCREEN(help->objectName());
+        help->SHOWPLACE(help->objectName());
         return;
     }
     const QList<Screen *> modal = modalScreens();
     if (modal.isEmpty()) {
         openOnce<frmhelp>(nullptr);
         if (auto *help = opened<frmhelp>())
-            help->SHOWSCREEN(asked.objectName());
+            help->SHOWPLACE(placeOf(asked));
         return;
     }
     frmhelp help(modal.last());
-    help.m_screen = asked.objectName();
+    help.m_place = placeOf(asked);
     help.showModal();
 }
 
@@ -120,8 +131,8 @@ void frmhelp::FORM_LOAD()
     Base->Resize_For_Resolution(this);
     ui->wb1->setFolder(helpFolder());
     LOADTREE();
-    if (!m_screen.isEmpty())
-        SHOWSCREEN(m_screen);
+    if (!m_place.isEmpty())
+        SHOWPLACE(m_place);
 }
 
 void frmhelp::LOADTREE()
@@ -165,9 +176,10 @@ void frmhelp::SHOWTOPIC()
         ui->wb1->showPage(m_topics[ui->vsf->Row()].file, m_topics[ui->vsf->Row()].key);
 }
 
-void frmhelp::SHOWSCREEN(const QString &screen)
+void frmhelp::SHOWPLACE(const QString &place)
 {
-    const qsizetype row = TopicOfScreen(m_topics, screen);
+    const qsizetype named = TopicOfKey(m_topics, place);
+    const qsizetype row = named < 0 ? TopicOfScreen(m_topics, place) : named;
     if (row < 0)
         return;
     select(row);
@@ -265,10 +277,17 @@ void frmhelp::FIND()
     ui->vsfhits->clearBody();
     const QList<qsizetype> found = FindHelp(m_topics, m_texts, words);
     for (const qsizetype row : found)
-        ui->vsfhits->AddItem({m_topics[row].title, QString::number(row), m_topics[row].file});
+        ui->vsfhits->AddItem({fullTitle(row), QString::number(row), m_topics[row].file});
     ui->vsfhits->setRedraw(true);
     const bool none = !words.isEmpty() && found.isEmpty();
     ui->lblfound->setText(none ? QStringLiteral("No topic has all these words.") : QString());
+}
+
+/// With the topic that it belongs to: many have "Messages".
+QString frmhelp::fullTitle(qsizetype row) const
+{
+    const qsizetype above = m_outline.parent(row);
+    return above < 0 ? m_topics[row].title : m_topics[above].title + QStringLiteral(": ") + m_topics[row].title;
 }
 
 void frmhelp::SHOWHIT()

@@ -1,9 +1,12 @@
 #include "help/helppane.h"
 
 #include <QFileInfo>
+#include <QImage>
 #include <QTextBlock>
 
 namespace {
+
+constexpr double pictureWidth = 600;
 
 /// Where the named anchors of a page stand, in its order.
 QList<std::pair<QString, int>> anchorsOf(const QTextDocument &page)
@@ -65,7 +68,22 @@ bool HelpPane::isInFolder(const QUrl &url) const
 
 QVariant HelpPane::loadResource(int type, const QUrl &name)
 {
-    return isInFolder(source().resolved(name)) ? QTextBrowser::loadResource(type, name) : QVariant(QByteArray());
+    if (!isInFolder(source().resolved(name)))
+        return QByteArray();
+    return type == QTextDocument::ImageResource ? picture(source().resolved(name).toLocalFile())
+                                                : QTextBrowser::loadResource(type, name);
+}
+
+/// A picture of a screen at the width that a page has for it. Painting would cut its letters off where it is smaller.
+QImage HelpPane::picture(const QString &file) const
+{
+    QImage image(file);
+    const int width = qRound(pictureWidth * devicePixelRatioF());
+    if (image.width() <= width)
+        return image;
+    image = image.scaledToWidth(width, Qt::SmoothTransformation);
+    image.setDevicePixelRatio(image.width() / pictureWidth);
+    return image;
 }
 
 void HelpPane::doSetSource(const QUrl &name, QTextDocument::ResourceType type)

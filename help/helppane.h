@@ -24,6 +24,7 @@ protected:
     void doSetSource(const QUrl &name, QTextDocument::ResourceType type) override;
 
 private:
+    [[nodiscard]] QImage picture(const QString &file) const;
     [[nodiscard]] bool isInFolder(const QUrl &url) const;
 
     QString m_folder;

@@ -6,6 +6,7 @@
 #include "controls/msgbox.h"
 
 #include <QGuiApplication>
+#include <QJsonObject>
 #include <QTimer>
 
 namespace {
@@ -76,6 +77,8 @@ bool EPayPanel::openBrowser()
     m_opening = false;
     if (opened == BrowserObject::Opened::Yes)
         return true;
+    if (opened == BrowserObject::Opened::Failed && m_run == Run::Going)
+        note(PayBrowser == nullptr ? QStringLiteral("there is no browser") : PayBrowser->Reason());
     m_made.reset();
     PayBrowser = nullptr;
     SHOWFAILMSG(
@@ -102,13 +105,13 @@ void EPayPanel::walk(const QString &portal, const QJsonArray &values)
                  QStringLiteral("Could not Open e-Tax Payment System.")))
         return;
     showStage(QStringLiteral("Opening CHALLAN NO./ITNS 283 .........."));
-    run(OpenChallanScript());
+    clickChallan();
     if (!waitFor([&](const PortalPage &page) { return IsChallanPage(page, portal); },
                  QStringLiteral("Could not Open Challan.")))
         return;
     showStage(QStringLiteral("Filling Challan .........."));
     setEnabled(false);
-    fill(values);
+    fill({values.at(0), ChallanAddress(portal)});
     setEnabled(true);
     m_run = Run::Taken;
     SHOWFAILMSG(QString());
@@ -136,18 +139,35 @@ bool EPayPanel::waitFor(const std::function<bool(const PortalPage &)> &there, co
     return false;
 }
 
-/// An element that cannot be filled costs that element alone, and is logged.
-bool EPayPanel::fill(const QJsonArray &values)
+/// A dialog of the page can stand before the click; the user answers it.
+void EPayPanel::clickChallan()
 {
-    ErrorTail tail(QString::fromLatin1(formName), procedure);
+    QJsonValue found;
+    BrowserObject::Result result = BrowserObject::Result::NotYet;
+    do
+        result = run(OpenChallanScript(), {}, &found);
+    while (result == BrowserObject::Result::NotYet && pause());
+    if (result == BrowserObject::Result::Done && !found.toBool())
+        note(QStringLiteral("the start page has no element 283"));
+}
+
+/// An element that cannot be filled costs that element alone, and is logged.
+void EPayPanel::fill(const QJsonArray &values)
+{
     QJsonValue missed;
-    const bool done = run(FillScript(), values, &missed) == BrowserObject::Result::Done;
-    const auto take = [&](const QString &what) { tail.take({FaultNumber::General, what, QStringLiteral("FBT")}); };
-    if (!done)
-        take(QStringLiteral("the form could not be filled"));
-    for (const QJsonValue name : missed.toArray())
-        take(QStringLiteral("the form has no element %1").arg(name.toString()));
-    return done;
+    run(FillScript(), values, &missed);
+    if (!missed.isArray())
+        note(QStringLiteral("the form could not be filled"));
+    for (const QString &name : values.at(0).toObject().keys()) {
+        if (missed.toArray().contains(name))
+            note(QStringLiteral("the form has no element %1").arg(name));
+    }
+}
+
+/// A fault that the log alone tells.
+void EPayPanel::note(const QString &what)
+{
+    ErrorTail(QString::fromLatin1(formName), procedure).take({FaultNumber::General, what, QStringLiteral("FBT")});
 }
 
 void EPayPanel::cancel()

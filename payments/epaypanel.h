@@ -46,7 +46,9 @@ private:
     bool openBrowser();
     void walk(const QString &portal, const QJsonArray &values);
     bool waitFor(const std::function<bool(const PortalPage &)> &there, const QString &failure);
-    bool fill(const QJsonArray &values);
+    void clickChallan();
+    void fill(const QJsonArray &values);
+    static void note(const QString &what);
     void CMDSTOPPG_CLICK();
     void SHOWFAILMSG(const QString &Message);
     void showStage(const QString &text);

@@ -57,6 +57,11 @@ QString StartAddress(const QString &portal)
     return address(portal, QStringLiteral("/etaxnew/tdsnontds.jsp"));
 }
 
+QString ChallanAddress(const QString &portal)
+{
+    return address(portal, QStringLiteral("/etaxnew/PopServlet?rKey="));
+}
+
 bool IsStartPage(const PortalPage &page, const QString &portal)
 {
     return page.complete && page.location.compare(StartAddress(portal), Qt::CaseInsensitive) == 0 &&
@@ -66,7 +71,7 @@ bool IsStartPage(const PortalPage &page, const QString &portal)
 /// The title is looked for as the portal spells it, with its front cut away.
 bool IsChallanPage(const PortalPage &page, const QString &portal)
 {
-    return page.complete && beginsWith(page.location, address(portal, QStringLiteral("/etaxnew/PopServlet?rKey="))) &&
+    return page.complete && beginsWith(page.location, ChallanAddress(portal)) &&
            page.title.contains(QStringLiteral("LAN NO/ITNO 283"), Qt::CaseInsensitive) && page.hasForm;
 }
 
@@ -101,6 +106,8 @@ QString FocusScript()
 QString FillScript()
 {
     return QStringLiteral(
+        // The page may have gone on since it was looked at: what is the client's is for the portal alone.
+        "if (location.href.toUpperCase().indexOf(arguments[1].toUpperCase()) !== 0) return null;"
         "var form = document.forms['tax283'], values = arguments[0], missed = [];"
         "function attempt(name, fill) { try { fill(); } catch (error) { missed.push(name); } }"
         "function options(name, fits) {"

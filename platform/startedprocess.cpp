@@ -36,10 +36,10 @@ bool IsRunning(const StartedProcess &process)
     return !process.birth.isEmpty() && birthOf(process.pid) == process.birth;
 }
 
-void EndProcess(const StartedProcess &process)
+void EndProcess(const StartedProcess &process, bool asked)
 {
     if (IsRunning(process))
-        ::kill(static_cast<pid_t>(process.pid), SIGTERM);
+        ::kill(static_cast<pid_t>(process.pid), asked ? SIGTERM : SIGKILL);
 }
 
 QList<StartedProcess> ChildrenOf(const StartedProcess &process)

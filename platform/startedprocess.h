@@ -17,8 +17,8 @@ FBT_OFFERED StartedProcess ProcessOf(qint64 pid);
 
 FBT_OFFERED bool IsRunning(const StartedProcess &process);
 
-/// Asks a process to end, when it is still there.
-FBT_OFFERED void EndProcess(const StartedProcess &process);
+/// Asks a process to end, when it is still there; ends one that is not to be asked.
+FBT_OFFERED void EndProcess(const StartedProcess &process, bool asked = true);
 
 /// The processes that one has started itself and that still run.
 FBT_OFFERED QList<StartedProcess> ChildrenOf(const StartedProcess &process);

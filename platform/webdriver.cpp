@@ -1,5 +1,7 @@
 #include "platform/webdriver.h"
 
+#include "platform/browserprofile.h"
+
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QFileInfo>
@@ -23,6 +25,7 @@ constexpr int sessionMs = 60000; // of a browser, which may be updating itself
 constexpr int breakOffMs = 5000; // of a browser that is no longer wanted
 constexpr int commandMs = 8000;  // longer than a script may take
 constexpr int scriptMs = 1000;   // also how long a look at a page that is still to come takes
+constexpr int endMs = 3000;      // of a browser that was told to end
 constexpr int pauseMs = 50;
 
 enum class Kind { Chrome, Edge, Firefox };
@@ -69,7 +72,7 @@ WebDriver::Answer answerOf(const QJsonDocument &body, bool done)
     const QJsonValue value = body.object().value(QStringLiteral("value"));
     if (done)
         return {WebDriver::Outcome::Done, value};
-    return {outcomeOf(value.toObject()), {}};
+    return {outcomeOf(value.toObject()), value};
 }
 
 } // namespace
@@ -86,10 +89,13 @@ QString DriverProgram(const QString &named)
     return {};
 }
 
-QJsonObject DriverCapabilities(const QString &program, const WebDriverSettings &settings)
+QJsonObject DriverCapabilities(const QString &program, const WebDriverSettings &settings, const QString &profile)
 {
     const Kind kind = kindOf(program);
-    QJsonObject browser{{QStringLiteral("args"), QJsonArray::fromStringList(settings.arguments)}};
+    QStringList arguments = settings.arguments;
+    if (kind != Kind::Firefox && !profile.isEmpty()) // that one's driver keeps and clears a profile of its own
+        arguments << QStringLiteral("--user-data-dir=") + profile;
+    QJsonObject browser{{QStringLiteral("args"), QJsonArray::fromStringList(arguments)}};
     if (!settings.browser.isEmpty())
         browser.insert(QStringLiteral("binary"), settings.browser);
     if (kind != Kind::Firefox)
@@ -113,17 +119,23 @@ WebDriver::WebDriver(WebDriverSettings settings, QObject *parent)
 
 WebDriver::~WebDriver()
 {
-    if (!m_browser.isEmpty() && !isBrowserRunning())
-        stopDriver();
+    if (m_browser.isEmpty() || isBrowserRunning())
+        return;
+    stopDriver();
+    RemoveProfile(m_profile);
 }
 
 bool WebDriver::open()
 {
     const QString program = DriverProgram(m_settings.driver);
     m_interrupted = false;
+    m_reason = QStringLiteral("the driver %1 could not be started").arg(program);
     if (program.isEmpty() || !startDriver(program))
         return false;
-    if (waitForDriver() && startSession(program) && !m_interrupted)
+    m_reason = QStringLiteral("the driver %1 does not answer").arg(program);
+    RemoveOldProfiles();
+    m_profile = NewProfile();
+    if (waitForDriver() && !m_interrupted && startSession(program) && !m_interrupted)
         return true;
     close();
     return false;
@@ -156,19 +168,23 @@ bool WebDriver::waitForDriver()
     for (since.start(); since.elapsed() < startMs && !m_interrupted && IsRunning(m_driver); pause(pauseMs)) {
         const Answer status = send("GET", QStringLiteral("/status"), {}, statusMs);
         if (status.outcome == Outcome::Done && status.value.toObject().value(QStringLiteral("ready")).toBool())
-            return true;
+            return IsRunning(m_driver); // and not another one that took its port
     }
     return false;
 }
 
 bool WebDriver::startSession(const QString &program)
 {
-    const QJsonObject wanted{{QStringLiteral("capabilities"),
-                              QJsonObject{{QStringLiteral("alwaysMatch"), DriverCapabilities(program, m_settings)}}}};
+    const QJsonObject wanted{
+        {QStringLiteral("capabilities"),
+         QJsonObject{{QStringLiteral("alwaysMatch"), DriverCapabilities(program, m_settings, m_profile)}}}};
     const Answer session = send("POST", QStringLiteral("/session"), wanted, sessionMs);
     const QString id = session.value.toObject().value(QStringLiteral("sessionId")).toString();
     m_session = id.isEmpty() ? QString() : QStringLiteral("/session/") + id;
     m_browser = ChildrenOf(m_driver);
+    constexpr int longEnough = 500;
+    if (session.outcome != Outcome::Done && m_answered)
+        m_reason = session.value.toObject().value(QStringLiteral("message")).toString().left(longEnough);
     return !id.isEmpty();
 }
 
@@ -219,15 +235,26 @@ void WebDriver::close()
     if (!m_session.isEmpty() && m_answered)
         send("DELETE", m_session, {}, commandMs);
     if (!m_answered)
-        std::for_each(m_browser.begin(), m_browser.end(), EndProcess); // nobody else will
+        endBrowser(); // nobody else will
     m_session.clear();
-    m_browser.clear();
     stopDriver();
+    QElapsedTimer since;
+    for (since.start(); since.elapsed() < endMs && isBrowserRunning();)
+        pause(pauseMs);
+    m_browser.clear();
+    RemoveProfile(m_profile);
+    m_profile.clear();
+}
+
+void WebDriver::endBrowser()
+{
+    for (const StartedProcess &process : std::as_const(m_browser))
+        EndProcess(process);
 }
 
 void WebDriver::stopDriver()
 {
-    EndProcess(m_driver);
+    EndProcess(m_driver, m_answered);
     m_driver = {};
 }
 

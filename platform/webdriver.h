@@ -25,7 +25,9 @@ struct FBT_OFFERED WebDriverSettings
 FBT_OFFERED QString DriverProgram(const QString &named);
 
 /// What a new session asks of a driver, told apart by its file name.
-FBT_OFFERED QJsonObject DriverCapabilities(const QString &program, const WebDriverSettings &settings);
+/// @param profile the folder where the browser keeps what it notes of its pages; empty: one that the driver makes
+FBT_OFFERED QJsonObject DriverCapabilities(const QString &program, const WebDriverSettings &settings,
+                                           const QString &profile = {});
 
 /// One window of a browser outside this process, driven by the W3C WebDriver protocol through a driver process of its own
 /// on a free port of the loopback address.
@@ -46,7 +48,7 @@ public:
     struct Answer
     {
         Outcome outcome = Outcome::Gone;
-        QJsonValue value; ///< of a command that was done
+        QJsonValue value; ///< of a command that was done; what the driver says of one that was not
     };
 
     explicit WebDriver(WebDriverSettings settings, QObject *parent = nullptr);
@@ -63,6 +65,8 @@ public:
     /// Ends the wait of the command on its way, as refused. A browser that is just being started is closed again.
     void interrupt();
 
+    /// Why the last browser did not open, in the words of its driver: text from outside.
+    [[nodiscard]] QString reason() const { return m_reason; }
     /// Address of the session at the driver; empty without one.
     [[nodiscard]] QString sessionUrl() const { return m_session.isEmpty() ? QString() : m_base + m_session; }
 
@@ -73,6 +77,7 @@ private:
     bool waitForDriver();
     bool startSession(const QString &program);
     void stopDriver();
+    void endBrowser();
     Answer send(const QByteArray &verb, const QString &path, const QJsonObject &body, int milliseconds);
     Answer command(const QString &path, const QJsonObject &body = {});
     [[nodiscard]] bool hasLostWindow();
@@ -83,6 +88,8 @@ private:
     QPointer<QNetworkReply> m_reply;
     QString m_base;    // "http://127.0.0.1:PORT"
     QString m_session; // "/session/ID"
+    QString m_profile; // folder of the browser
+    QString m_reason;
     StartedProcess m_driver;
     QList<StartedProcess> m_browser; // what the driver has started
     bool m_answered = false;         // the driver, when it was asked last

@@ -130,7 +130,7 @@ private slots:
         reader.open<frmhelp>();
         reader.type("txtfind", "oranges app");
         QVERIFY(!reader.visible("vsf"));
-        QCOMPARE(reader.shown("vsfhits"), QStringList({"Inner, part", "Second"}));
+        QCOMPARE(reader.shown("vsfhits"), QStringList({"First: Inner, part", "Second"}));
         reader.key(Qt::Key_Return);
         QCOMPARE(reader.find<HelpPane>("wb1")->textCursor().selectedText(), QString("oranges")); // not "Oranges" above
         reader.key(Qt::Key_Down);
@@ -165,6 +165,8 @@ private slots:
         auto *help = Screen::opened<frmhelp>();
         QVERIFY(help);
         QVERIFY(help->findChild<HelpPane *>("wb1")->LocationURL().endsWith("frmb.htm#2"));
+        screen->setProperty("helpTopic", "1-1"); // a part of it, which the help tells of apart
+        frmhelp::OpenFor(*screen);
         help->Unload();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         Screen::setHelp({});
