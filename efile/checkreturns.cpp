@@ -22,9 +22,12 @@ class ErrorCollector : public XmlErrorHandler
 public:
     void error(const XmlPlace &place, const QString &message, int /*code*/) override
     {
-        errors.push_back({place.line, {}, message, {}});
+        errors.push_back({place.line, {}, message, {}, false});
     }
-    void fatalError(const XmlPlace &place, const QString &message, int code) override { error(place, message, code); }
+    void fatalError(const XmlPlace &place, const QString &message, int /*code*/) override
+    {
+        errors.push_back({place.line, {}, message, {}, true});
+    }
     void ignorableWarning(const XmlPlace &place, const QString &message, int code) override
     {
         error(place, message, code);
@@ -39,8 +42,7 @@ void complete(CheckedError &error, const LocatedError &located)
     if (!located.place)
         return;
     error.screen = ScreenName(located.place->at.screen);
-    if (!located.place->at.expected.isEmpty())
-        error.description += u' ' + located.place->at.expected;
+    error.description += located.hint(error.last);
 }
 
 /// Tells of the errors of a file where they belong.

@@ -18,6 +18,7 @@ struct CheckedError
     QString element;     ///< empty when the line has none
     QString description; ///< the parser's message and what is expected
     QString screen;      ///< on which the value is typed; empty for none
+    bool last = false;   ///< the parser could not read on
 };
 
 struct CheckedReturn

@@ -176,10 +176,14 @@ void frmchkret::showErrorsOf(const NamedClient &client)
                CheckReturn(client, m_year, scratchFile()).refused.isEmpty();
     });
     screen.Load();
-    if (screen.VALIDFILE(task.xsd, scratchFile(), task.form) != Validation::Errors) {
+    screen.setForCheckOnly();
+    const Validation result = screen.VALIDFILE(task.xsd, scratchFile(), task.form);
+    if (result == Validation::Valid)
         MsgBox(this, QStringLiteral("The return has no errors."), Buttons::Ok, Icon::Information);
+    else if (result == Validation::Failed)
+        MsgBox(this, QStringLiteral("Could not validate File."), Buttons::Ok, Icon::Exclamation);
+    if (result != Validation::Errors)
         return;
-    }
     screen.showModal();
     if (!screen.wantedField().isEmpty())
         MsgBox(this,

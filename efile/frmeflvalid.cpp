@@ -147,6 +147,11 @@ void frmeflvalid::connectControls()
                 [this, index] { CHECK1_CLICK(index); });
 }
 
+void frmeflvalid::setForCheckOnly()
+{
+    ui->cmdremspch->hide();
+}
+
 void frmeflvalid::FORM_LOAD()
 {
     ErrorTail tail(this);
@@ -176,6 +181,8 @@ bool frmeflvalid::FORM_KEYPRESS(int asciiKey)
 
 bool frmeflvalid::FORM_KEYDOWN(int key, Qt::KeyboardModifiers /*modifiers*/)
 {
+    if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Tab)
+        return editReplacement();
     if (ui->famview->isHidden() || (key != Qt::Key_F7 && key != Qt::Key_F8))
         return false;
     key == Qt::Key_F8 ? CMDNEXTERR_CLICK() : CMDPREVERR_CLICK();
@@ -226,12 +233,14 @@ Validation frmeflvalid::VALIDFILE(const QString &Xsd, const QString &FileName, c
     ValidFileName = FileName;
     ValidForm = Form;
     m_last = Validation::Failed;
+    m_cut = false;
     clearErrors();
     ui->vsf->setRedraw(false);
     ui->vsfv->setRedraw(false);
     const bool ended = tail([this] {
         MyValidtor validator(ui->vsf);
         ValidateXml(ValidFileName, schemas(), validator);
+        m_cut = validator.wasFatal();
     });
     if (errorCount() > 0) {
         tail([this] { readFile(); });
@@ -277,9 +286,8 @@ void frmeflvalid::tellSource(int row, const LocatedError &error)
         return;
     m_places.push_back(*error.place);
     ui->vsf->setRowData(row, static_cast<int>(m_places.size()));
-    const QString &expected = error.place->at.expected;
-    if (!expected.isEmpty())
-        ui->vsf->setTextMatrix(row, Description, ui->vsf->TextMatrix(row, Description) + u' ' + expected);
+    const bool unreadable = m_cut && row == ui->vsf->Rows() - 1;
+    ui->vsf->setTextMatrix(row, Description, ui->vsf->TextMatrix(row, Description) + error.hint(unreadable));
 }
 
 void frmeflvalid::markLines()
@@ -375,12 +383,20 @@ void frmeflvalid::validateAgain()
         return;
     }
     VALIDFILE(ValidXsd, ValidFileName, ValidForm);
+    tellFailure();
     if (m_last != Validation::Valid) {
         ui->vsf->setFocus();
         return;
     }
     MsgBox(this, QStringLiteral("The file has no errors any more."), Buttons::Ok, Icon::Information);
     Unload();
+}
+
+/// An empty list after a validation that failed is not a file without errors.
+void frmeflvalid::tellFailure()
+{
+    if (m_last == Validation::Failed)
+        MsgBox(this, QStringLiteral("Could not validate File."));
 }
 
 // --- the file ---
@@ -471,6 +487,18 @@ void frmeflvalid::CMDADD_CLICK()
     ui->vsf1->EditCell();
 }
 
+/// From a character that is being typed on to what it is replaced with: what is typed next must not take its place.
+bool frmeflvalid::editReplacement()
+{
+    if (!ui->vsf1->isEditing() || ui->vsf1->Col() != Character)
+        return false;
+    if (ui->vsf1->finishEdit()) {
+        ui->vsf1->setCell(ui->vsf1->Row(), ReplaceWith);
+        ui->vsf1->EditCell();
+    }
+    return true;
+}
+
 void frmeflvalid::CMDDEL_CLICK()
 {
     if (ui->vsf1->hasDataRow())
@@ -496,6 +524,8 @@ void frmeflvalid::CMDOK_CLICK()
     FORM_KEYPRESS(escapeKey);
     if (!kept || !replaced)
         MsgBox(this, QStringLiteral("The characters could not be replaced."), Buttons::Ok, Icon::Exclamation);
-    else if (!replacements.empty())
+    else if (!replacements.empty()) {
         VALIDFILE(ValidXsd, ValidFileName, ValidForm);
+        tellFailure();
+    }
 }

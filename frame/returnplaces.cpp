@@ -8,7 +8,9 @@
 #include "host/siblings.h"
 #include "masters/frmclinfo.h"
 #include "payments/challan.h"
+#include "platform/text.h"
 #include "records/addinfo.h"
+#include "records/expenses.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
@@ -43,9 +45,18 @@ void press(const Screen &screen, const char *name)
         button->click();
 }
 
+/// A field that cannot be entered gives way to the box that opens it.
 void focus(const Screen &screen, const QString &field)
 {
-    if (auto *control = screen.findChild<QWidget *>(field))
+    if (field.isEmpty())
+        return;
+    auto *control = screen.findChild<QWidget *>(field);
+    if (control == nullptr)
+        return;
+    const QString opener = control->property("enabledBy").toString();
+    if (!control->isEnabled() && !opener.isEmpty())
+        focus(screen, opener);
+    else
         control->setFocus(Qt::OtherFocusReason);
 }
 
@@ -188,10 +199,39 @@ void openChallans(const ReturnPlace &place)
     screen.showModal();
 }
 
+/// Whether the department would not take an amount.
+bool isWrong(const Expense &expense)
+{
+    constexpr double limit = 1e14;
+    return expense.amount < 0 || expense.amount >= limit || expense.amount != Round(expense.amount);
+}
+
+/// The client's first expense with an amount that would not be taken.
+std::optional<Expense> wrongExpense(const ClientYear &client)
+{
+    std::vector<int> natures = *ClientNatureNumbers(Cnn, client.code);
+    natures.push_back(consolidatedNature);
+    for (const int nature : natures) {
+        const RowsRead<Expense> expenses = ExpensesOfYear(Cnn, client, nature);
+        const auto wrong = std::find_if(expenses->begin(), expenses->end(), isWrong);
+        if (wrong != expenses->end())
+            return *wrong;
+    }
+    return std::nullopt;
+}
+
 void openExpenses()
 {
     frmfbtdet screen(MdiForm);
-    onNextModal([](Screen &up) { lock(up, {"cmdchallan", "Command2", "cmdret", "cmdefl"}); });
+    screen.Load();
+    const std::optional<Expense> wrong = wrongExpense({Base->code, Base->TYear});
+    const bool shown = wrong && screen.showExpense(*wrong);
+    onNextModal([shown](Screen &up) {
+        lock(up, {"cmdchallan", "Command2", "cmdret", "cmdefl"});
+        if (shown)
+            press(up, "cmdmodifyded");
+        focus(up, shown ? QStringLiteral("txtdedflds_2") : QString());
+    });
     screen.showModal();
 }
 

@@ -74,6 +74,17 @@ private slots:
         }
         QCOMPARE(numbers.join(u' '), u"2 6 4 1 3 5"_s);
         QCOMPARE(PaymentOfFile(m_alpha, false, true, 5)->challanNo, u"3"_s);
+        // A bank that the list has twice doubles its payments, and a date that is none is none: in both.
+        QVERIFY(Cnn->Execute("Insert into bank_master Select * from bank_master") &&
+                Cnn->Execute("Update FBT_Challan Set challan_dt='10/06/08' Where ChallanNo='4'") &&
+                RebuildPaymentSchedule(Cnn, m_alpha));
+        const FiledReturn doubled = FileOf(form, PaymentSource::Schedule);
+        QCOMPARE(doubled.advance.size(), 7U);
+        QVERIFY(!doubled.advance[0].date.isValid());
+        QCOMPARE(Itr8File(FileOf(form, PaymentSource::Challans)), Itr8File(doubled));
+        QCOMPARE(PaymentOfFile(m_alpha, false, true, 9)->challanNo, u"3"_s);
+        QVERIFY(Cnn->Execute("Delete from bank_master") &&
+                Cnn->Execute("Update FBT_Challan Set challan_dt='15/06/2007' Where ChallanNo='4'"));
         QCOMPARE(PaymentOfFile(m_alpha, true, false, 3)->challanNo, u"4"_s);
         QVERIFY(!PaymentOfFile(m_alpha, false, false, 3));
     }
