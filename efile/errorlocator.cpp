@@ -25,8 +25,8 @@ QString LocatedError::hint(bool unreadable) const
     if (!place || place->at.expected.isEmpty())
         return {};
     if (!unreadable)
-        return u' ' + place->at.expected;
-    return u' ' + place->at.expected.section(u':', 0, 0) +
+        return QStringLiteral(" - ") + place->at.expected;
+    return QStringLiteral(" - ") + place->at.expected.section(u':', 0, 0) +
            QStringLiteral(": a character that the file cannot hold, such as &, < or an accented letter");
 }
 

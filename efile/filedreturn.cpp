@@ -56,16 +56,21 @@ FiledReturn FileOf(const ReturnForm &form, PaymentSource source)
     return file;
 }
 
-std::optional<ScheduledPayment> PaymentOfFile(const ClientYear &client, bool advance, bool all, int item)
+void NameEntry(ReturnPlace &place, const FiledReturn &file)
 {
-    FiledReturn file;
-    takeChallans(file, client);
-    std::vector<ScheduledPayment> list = advance || all ? file.advance : file.other;
-    if (all)
-        list.insert(list.end(), file.other.begin(), file.other.end());
-    if (item < 1 || item > static_cast<int>(list.size()))
-        return std::nullopt;
-    return list[static_cast<std::size_t>(item) - 1];
+    if (place.item < 1)
+        return;
+    auto at = static_cast<std::size_t>(place.item) - 1;
+    if (place.at.screen == ReturnScreen::Banks) {
+        place.account = at < file.accounts.size() ? file.accounts[at].number : 0;
+        return;
+    }
+    const bool inAdvance = place.advance || (place.allPayments && at < file.advance.size());
+    if (!inAdvance && place.allPayments)
+        at -= file.advance.size();
+    const std::vector<ScheduledPayment> &list = inAdvance ? file.advance : file.other;
+    if (at < list.size())
+        place.payment = list[at];
 }
 
 QString GETSTATECODE(const QString &state)

@@ -126,6 +126,7 @@ void frmchkret::endRun()
     ui->progress->hide();
     ui->cmdcancel->setEnabled(false);
     ui->cmdcheck->setEnabled(true);
+    ui->vsf->fitColumns();
     showResult();
 }
 
@@ -162,7 +163,8 @@ void frmchkret::CMDERRORS_CLICK()
 void frmchkret::showErrorsOf(const NamedClient &client)
 {
     const ClientYearKeeper inHand;
-    const QString refused = CheckReturn(client, m_year, scratchFile()).refused;
+    FiledReturn filed;
+    const QString refused = CheckReturn(client, m_year, scratchFile(), &filed).refused;
     if (!refused.isEmpty() || !TakeClientYear(client.code, m_year) || !TakeEmployeesOfYear()) {
         MsgBox(this, Joined("The return could not be written.\n\n", client.name, ": ", refused), Buttons::Ok,
                Icon::Exclamation);
@@ -171,9 +173,12 @@ void frmchkret::showErrorsOf(const NamedClient &client)
     Base->Cap = QStringLiteral(" of %1 for the Assessment Year %2").arg(client.name, LongYearLabel(m_year));
     const ValidationTask task = ValidationOf(m_year);
     frmeflvalid screen(this);
+    screen.setFiled(filed);
     screen.setWriteAgain([&] {
-        return TakeClientYear(QString(client.code), m_year) && TakeEmployeesOfYear() &&
-               CheckReturn(client, m_year, scratchFile()).refused.isEmpty();
+        const bool written = TakeClientYear(QString(client.code), m_year) && TakeEmployeesOfYear() &&
+                             CheckReturn(client, m_year, scratchFile(), &filed).refused.isEmpty();
+        screen.setFiled(filed);
+        return written;
     });
     screen.Load();
     screen.setForCheckOnly();
@@ -185,9 +190,4 @@ void frmchkret::showErrorsOf(const NamedClient &client)
     if (result != Validation::Errors)
         return;
     screen.showModal();
-    if (!screen.wantedField().isEmpty())
-        MsgBox(this,
-               QStringLiteral("This value is typed where the return is made: FBT Details of the client, e-Return "
-                              "Filing."),
-               Buttons::Ok, Icon::Information);
 }

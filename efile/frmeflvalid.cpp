@@ -150,6 +150,12 @@ void frmeflvalid::connectControls()
 void frmeflvalid::setForCheckOnly()
 {
     ui->cmdremspch->hide();
+    m_checkOnly = true;
+}
+
+void frmeflvalid::setFiled(const FiledReturn &filed)
+{
+    m_filed = filed;
 }
 
 void frmeflvalid::FORM_LOAD()
@@ -360,7 +366,15 @@ void frmeflvalid::CMDGOTO_CLICK()
         MsgBox(this, QStringLiteral("This value is not typed on any screen."), Buttons::Ok, Icon::Information);
         return;
     }
-    const ReturnPlace wanted = m_places[static_cast<std::size_t>(place) - 1];
+    ReturnPlace wanted = m_places[static_cast<std::size_t>(place) - 1];
+    NameEntry(wanted, m_filed);
+    if (wanted.at.screen == ReturnScreen::Return && m_checkOnly) {
+        MsgBox(this,
+               QStringLiteral("This value is typed where the return is made: FBT Details of the client, e-Return "
+                              "Filing."),
+               Buttons::Ok, Icon::Information);
+        return;
+    }
     if (wanted.at.screen == ReturnScreen::Return) {
         m_wantedField = wanted.at.field;
         Unload();

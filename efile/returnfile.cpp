@@ -27,11 +27,11 @@ void save(const QString &path, const QByteArray &bytes)
 }
 
 /// Writes the file of the client and year in hand, and says why when it is not written.
-bool write(QWidget *parent, const QString &path, const ReturnForm &form)
+bool write(QWidget *parent, const QString &path, const ReturnForm &form, FiledReturn &file)
 {
     const ClientYear client{Base->code, form.TYear};
     const bool rebuilt = RebuildPaymentSchedule(Cnn, client);
-    FiledReturn file = FileOf(form, PaymentSource::Schedule);
+    file = FileOf(form, PaymentSource::Schedule);
     if (!rebuilt && !file.form.unread.contains(u"challans"))
         file.form.unread << QStringLiteral("challans");
     if (!file.form.unread.isEmpty()) {
@@ -136,12 +136,17 @@ QString FileReturn(QWidget *parent, const QString &path, const std::function<Ret
 {
     const QString code = Base->code;
     const int year = Base->TYear;
-    if (!write(parent, path, form()))
+    FiledReturn file;
+    if (!write(parent, path, form(), file))
         return {};
     const ValidationTask task = ValidationOf(year);
     frmeflvalid screen(parent);
-    screen.setWriteAgain(
-        [&] { return TakeClientYear(code, year) && TakeEmployeesOfYear() && write(&screen, path, form()); });
+    screen.setFiled(file);
+    screen.setWriteAgain([&] {
+        const bool written = TakeClientYear(code, year) && TakeEmployeesOfYear() && write(&screen, path, form(), file);
+        screen.setFiled(file);
+        return written;
+    });
     screen.Load();
     Validation result = screen.VALIDFILE(task.xsd, path, task.form);
     if (result == Validation::Errors) {

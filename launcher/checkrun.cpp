@@ -52,7 +52,10 @@ bool writeTable(const std::vector<QStringList> &rows, const QString &path)
 
 void print(const CheckedReturn &checked, QTextStream &out)
 {
-    out << CheckCells(checked).join(u'\t') << '\n';
+    QStringList cells = CheckCells(checked);
+    for (QString &cell : cells)
+        cell = cell.simplified(); // a line a client, whatever a name that was imported has in it
+    out << cells.join(u'\t') << '\n';
     for (const CheckedError &error : checked.errors) {
         out << "\tline " << error.line << ' ' << error.element << ": " << error.description;
         if (!error.screen.isEmpty())

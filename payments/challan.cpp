@@ -254,13 +254,11 @@ void Challan::LOADDATA()
         showChallan(*challan);
 }
 
-void Challan::showChallanOf(int quarter, int srNo)
+bool Challan::showChallanOf(const ChallanRecord &wanted)
 {
-    ChallanRecord wanted;
-    wanted.quarter = quarter;
-    wanted.srNo = srNo;
     m_list->select(wanted);
     LOADDATA();
+    return m_list->current() != nullptr && *m_list->current() == wanted;
 }
 
 void Challan::CLEARDATA()
