@@ -16,6 +16,8 @@
 #include <QMultiHash>
 #include <QStyledItemDelegate>
 
+#include <array>
+
 namespace {
 
 constexpr int escapeKey = 27;
@@ -328,16 +330,16 @@ void frmeflvalid::fitFile()
 void frmeflvalid::CHECK1_CLICK(int Index)
 {
     const bool shown = findChild<QCheckBox *>(QStringLiteral("Check1_%1").arg(Index))->isChecked();
-    std::vector<int> widths; // which the user may have changed
+    std::array<int, shownErrorColumns> widths{}; // which the user may have changed
     for (int col = 0; col < shownErrorColumns; ++col)
-        widths.push_back(ui->vsf->ColWidth(col));
+        widths.at(static_cast<std::size_t>(col)) = ui->vsf->ColWidth(col);
     ui->vsf->setColHidden(Index, !shown);
     if (!shown)
         return;
     ui->vsf->fitColumns(); // which leaves hidden ones alone
     for (int col = 0; col < shownErrorColumns; ++col) {
         if (col != Index && col != Description && !ui->vsf->ColHidden(col))
-            ui->vsf->setColWidth(col, widths[static_cast<std::size_t>(col)]);
+            ui->vsf->setColWidth(col, widths.at(static_cast<std::size_t>(col)));
     }
 }
 

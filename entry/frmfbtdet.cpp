@@ -290,7 +290,8 @@ bool frmfbtdet::showExpense(const Expense &expense)
         return row.srNo == expense.srNo && row.expId == expense.expId && row.amount == expense.amount;
     });
     LOADDATADED();
-    return m_list->current() != nullptr && m_list->current()->srNo == expense.srNo;
+    const Expense *current = m_list->current();
+    return current != nullptr && current->srNo == expense.srNo;
 }
 
 bool frmfbtdet::isEntering(const ClientYear &entered) const

@@ -258,7 +258,8 @@ bool Challan::showChallanOf(const ChallanRecord &wanted)
 {
     m_list->select(wanted);
     LOADDATA();
-    return m_list->current() != nullptr && *m_list->current() == wanted;
+    const ChallanRecord *current = m_list->current();
+    return current != nullptr && *current == wanted;
 }
 
 void Challan::CLEARDATA()

@@ -113,7 +113,7 @@ RowsRead<ScheduledPayment> PaymentsOfChallans(Connection *cnn, const ClientYear 
 {
     const RowsRead<ScheduledPayment> rows = paidAndBanked(cnn, client);
     if (rows.failed())
-        return rows;
+        return RowsRead<ScheduledPayment>::failure();
     std::vector<ScheduledPayment> payments = *rows;
     std::stable_sort(payments.begin(), payments.end(), before);
     return payments;
