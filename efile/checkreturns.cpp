@@ -22,9 +22,12 @@ class ErrorCollector : public XmlErrorHandler
 public:
     void error(const XmlPlace &place, const QString &message, int /*code*/) override
     {
-        errors.push_back({place.line, {}, message, {}});
+        errors.push_back({place.line, {}, message, {}, false});
     }
-    void fatalError(const XmlPlace &place, const QString &message, int code) override { error(place, message, code); }
+    void fatalError(const XmlPlace &place, const QString &message, int /*code*/) override
+    {
+        errors.push_back({place.line, {}, message, {}, true});
+    }
     void ignorableWarning(const XmlPlace &place, const QString &message, int code) override
     {
         error(place, message, code);
@@ -39,8 +42,7 @@ void complete(CheckedError &error, const LocatedError &located)
     if (!located.place)
         return;
     error.screen = ScreenName(located.place->at.screen);
-    if (!located.place->at.expected.isEmpty())
-        error.description += u' ' + located.place->at.expected;
+    error.description += located.hint(error.last);
 }
 
 /// Tells of the errors of a file where they belong.
@@ -77,9 +79,8 @@ bool writeScratch(const QString &path, const QByteArray &bytes)
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
 }
 
-void check(CheckedReturn &checked, int year, const QString &path)
+void check(CheckedReturn &checked, const FiledReturn &file, int year, const QString &path)
 {
-    const FiledReturn file = FileOf(ReturnFormOfToday(), PaymentSource::Challans);
     checked.isKnown = file.form.unread.isEmpty() && !file.form.client[ClientRecord::Code].isEmpty();
     checked.tax = file.form.figures.sums.totalTax;
     checked.balance = file.form.figures.sums.balance;
@@ -106,7 +107,7 @@ ReturnForm ReturnFormOfToday()
     return form;
 }
 
-CheckedReturn CheckReturn(const NamedClient &client, int year, const QString &path)
+CheckedReturn CheckReturn(const NamedClient &client, int year, const QString &path, FiledReturn *filed)
 {
     ErrorTail tail(QStringLiteral("MODEFILE"));
     const ClientYearKeeper inHand;
@@ -115,7 +116,12 @@ CheckedReturn CheckReturn(const NamedClient &client, int year, const QString &pa
     checked.name = client.name;
     if (!TakeClientYear(client.code, year) || !TakeEmployeesOfYear())
         checked.refused = QStringLiteral("could not be read: clients");
-    else if (!tail([&] { check(checked, year, path); }))
+    else if (!tail([&] {
+                 const FiledReturn file = FileOf(ReturnFormOfToday(), PaymentSource::Challans);
+                 check(checked, file, year, path);
+                 if (filed != nullptr)
+                     *filed = file;
+             }))
         checked.refused = QStringLiteral("could not be validated");
     return checked;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "calc/returnform.h"
+#include "efile/filedreturn.h"
 #include "platform/offer.h"
 #include "records/clients.h"
 
@@ -18,6 +18,7 @@ struct CheckedError
     QString element;     ///< empty when the line has none
     QString description; ///< the parser's message and what is expected
     QString screen;      ///< on which the value is typed; empty for none
+    bool last = false;   ///< the parser could not read on
 };
 
 struct CheckedReturn
@@ -34,7 +35,9 @@ struct CheckedReturn
 };
 
 /// Writes the return of a client to `path` and validates it. The file stays.
-FBT_OFFERED CheckedReturn CheckReturn(const NamedClient &client, int year, const QString &path);
+/// @param filed if given, receives what was written
+FBT_OFFERED CheckedReturn CheckReturn(const NamedClient &client, int year, const QString &path,
+                                      FiledReturn *filed = nullptr);
 
 /// The return of the client and year in hand as it can be filed without the return screen: made today, at the place that
 /// the settings name.

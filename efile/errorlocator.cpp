@@ -20,6 +20,16 @@ constexpr List lists[] = {
 
 } // namespace
 
+QString LocatedError::hint(bool unreadable) const
+{
+    if (!place || place->at.expected.isEmpty())
+        return {};
+    if (!unreadable)
+        return QStringLiteral(" - ") + place->at.expected;
+    return QStringLiteral(" - ") + place->at.expected.section(u':', 0, 0) +
+           QStringLiteral(": a character that the file cannot hold, such as &, < or an accented letter");
+}
+
 ErrorLocator::ErrorLocator(FileForm form)
     : m_form(form)
 {

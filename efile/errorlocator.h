@@ -10,6 +10,10 @@ struct LocatedError
     QString path;    ///< the elements around it, each with "\\" after it
     ErrorSource source;
     std::optional<ReturnPlace> place; ///< where the value is typed; none for what the program writes by itself
+
+    /// What is said after the parser's message; empty when there is nothing to say.
+    /// @param unreadable the parser could not read on: it is not the rule for the value that is broken
+    [[nodiscard]] QString hint(bool unreadable) const;
 };
 
 /// Reads a file for the department line by line and tells of each line where in the form and in the program it belongs.

@@ -124,6 +124,7 @@ void frmchkret::endRun()
     ui->progress->hide();
     ui->cmdcancel->setEnabled(false);
     ui->cmdcheck->setEnabled(true);
+    ui->vsf->fitColumns();
     showResult();
 }
 
@@ -160,7 +161,8 @@ void frmchkret::CMDERRORS_CLICK()
 void frmchkret::showErrorsOf(const NamedClient &client)
 {
     const ClientYearKeeper inHand;
-    const QString refused = CheckReturn(client, m_year, scratchFile()).refused;
+    FiledReturn filed;
+    const QString refused = CheckReturn(client, m_year, scratchFile(), &filed).refused;
     if (!refused.isEmpty() || !TakeClientYear(client.code, m_year) || !TakeEmployeesOfYear()) {
         MsgBox(this, Joined("The return could not be written.\n\n", client.name, ": ", refused), Buttons::Ok,
                Icon::Exclamation);
@@ -169,19 +171,21 @@ void frmchkret::showErrorsOf(const NamedClient &client)
     Base->Cap = QStringLiteral(" of %1 for the Assessment Year %2").arg(client.name, LongYearLabel(m_year));
     const ValidationTask task = ValidationOf(m_year);
     frmeflvalid screen(this);
+    screen.setFiled(filed);
     screen.setWriteAgain([&] {
-        return TakeClientYear(QString(client.code), m_year) && TakeEmployeesOfYear() &&
-               CheckReturn(client, m_year, scratchFile()).refused.isEmpty();
+        const bool written = TakeClientYear(QString(client.code), m_year) && TakeEmployeesOfYear() &&
+                             CheckReturn(client, m_year, scratchFile(), &filed).refused.isEmpty();
+        screen.setFiled(filed);
+        return written;
     });
     screen.Load();
-    if (screen.VALIDFILE(task.xsd, scratchFile(), task.form) != Validation::Errors) {
+    screen.setForCheckOnly();
+    const Validation result = screen.VALIDFILE(task.xsd, scratchFile(), task.form);
+    if (result == Validation::Valid)
         MsgBox(this, QStringLiteral("The return has no errors."), Buttons::Ok, Icon::Information);
+    else if (result == Validation::Failed)
+        MsgBox(this, QStringLiteral("Could not validate File."), Buttons::Ok, Icon::Exclamation);
+    if (result != Validation::Errors)
         return;
-    }
     screen.showModal();
-    if (!screen.wantedField().isEmpty())
-        MsgBox(this,
-               QStringLiteral("This value is typed where the return is made: FBT Details of the client, e-Return "
-                              "Filing."),
-               Buttons::Ok, Icon::Information);
 }

@@ -16,6 +16,8 @@
 #include <QMultiHash>
 #include <QStyledItemDelegate>
 
+#include <array>
+
 namespace {
 
 constexpr int leastDescription = 400; // pixels
@@ -145,6 +147,17 @@ void frmeflvalid::connectControls()
                 [this, index] { CHECK1_CLICK(index); });
 }
 
+void frmeflvalid::setForCheckOnly()
+{
+    ui->cmdremspch->hide();
+    m_checkOnly = true;
+}
+
+void frmeflvalid::setFiled(const FiledReturn &filed)
+{
+    m_filed = filed;
+}
+
 void frmeflvalid::FORM_LOAD()
 {
     ErrorTail tail(this);
@@ -174,6 +187,8 @@ bool frmeflvalid::FORM_KEYPRESS(int asciiKey)
 
 bool frmeflvalid::FORM_KEYDOWN(int key, Qt::KeyboardModifiers /*modifiers*/)
 {
+    if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Tab)
+        return editReplacement();
     if (ui->famview->isHidden() || (key != Qt::Key_F7 && key != Qt::Key_F8))
         return false;
     key == Qt::Key_F8 ? CMDNEXTERR_CLICK() : CMDPREVERR_CLICK();
@@ -224,12 +239,14 @@ Validation frmeflvalid::VALIDFILE(const QString &Xsd, const QString &FileName, c
     ValidFileName = FileName;
     ValidForm = Form;
     m_last = Validation::Failed;
+    m_cut = false;
     clearErrors();
     ui->vsf->setRedraw(false);
     ui->vsfv->setRedraw(false);
     const bool ended = tail([this] {
         MyValidtor validator(ui->vsf);
         ValidateXml(ValidFileName, schemas(), validator);
+        m_cut = validator.wasFatal();
     });
     if (errorCount() > 0) {
         tail([this] { readFile(); });
@@ -275,9 +292,8 @@ void frmeflvalid::tellSource(int row, const LocatedError &error)
         return;
     m_places.push_back(*error.place);
     ui->vsf->setRowData(row, static_cast<int>(m_places.size()));
-    const QString &expected = error.place->at.expected;
-    if (!expected.isEmpty())
-        ui->vsf->setTextMatrix(row, Description, ui->vsf->TextMatrix(row, Description) + u' ' + expected);
+    const bool unreadable = m_cut && row == ui->vsf->Rows() - 1;
+    ui->vsf->setTextMatrix(row, Description, ui->vsf->TextMatrix(row, Description) + error.hint(unreadable));
 }
 
 void frmeflvalid::markLines()
@@ -312,16 +328,16 @@ void frmeflvalid::fitFile()
 void frmeflvalid::CHECK1_CLICK(int Index)
 {
     const bool shown = findChild<QCheckBox *>(QStringLiteral("Check1_%1").arg(Index))->isChecked();
-    std::vector<int> widths; // which the user may have changed
+    std::array<int, shownErrorColumns> widths{}; // which the user may have changed
     for (int col = 0; col < shownErrorColumns; ++col)
-        widths.push_back(ui->vsf->ColWidth(col));
+        widths.at(static_cast<std::size_t>(col)) = ui->vsf->ColWidth(col);
     ui->vsf->setColHidden(Index, !shown);
     if (!shown)
         return;
     ui->vsf->fitColumns(); // which leaves hidden ones alone
     for (int col = 0; col < shownErrorColumns; ++col) {
         if (col != Index && col != Description && !ui->vsf->ColHidden(col))
-            ui->vsf->setColWidth(col, widths[static_cast<std::size_t>(col)]);
+            ui->vsf->setColWidth(col, widths.at(static_cast<std::size_t>(col)));
     }
 }
 
@@ -350,7 +366,15 @@ void frmeflvalid::CMDGOTO_CLICK()
         MsgBox(this, QStringLiteral("This value is not typed on any screen."), Buttons::Ok, Icon::Information);
         return;
     }
-    const ReturnPlace wanted = m_places[static_cast<std::size_t>(place) - 1];
+    ReturnPlace wanted = m_places[static_cast<std::size_t>(place) - 1];
+    NameEntry(wanted, m_filed);
+    if (wanted.at.screen == ReturnScreen::Return && m_checkOnly) {
+        MsgBox(this,
+               QStringLiteral("This value is typed where the return is made: FBT Details of the client, e-Return "
+                              "Filing."),
+               Buttons::Ok, Icon::Information);
+        return;
+    }
     if (wanted.at.screen == ReturnScreen::Return) {
         m_wantedField = wanted.at.field;
         Unload();
@@ -373,12 +397,20 @@ void frmeflvalid::validateAgain()
         return;
     }
     VALIDFILE(ValidXsd, ValidFileName, ValidForm);
+    tellFailure();
     if (m_last != Validation::Valid) {
         ui->vsf->setFocus();
         return;
     }
     MsgBox(this, QStringLiteral("The file has no errors any more."), Buttons::Ok, Icon::Information);
     Unload();
+}
+
+/// An empty list after a validation that failed is not a file without errors.
+void frmeflvalid::tellFailure()
+{
+    if (m_last == Validation::Failed)
+        MsgBox(this, QStringLiteral("Could not validate File."));
 }
 
 // --- the file ---
@@ -469,6 +501,18 @@ void frmeflvalid::CMDADD_CLICK()
     ui->vsf1->EditCell();
 }
 
+/// From a character that is being typed on to what it is replaced with: what is typed next must not take its place.
+bool frmeflvalid::editReplacement()
+{
+    if (!ui->vsf1->isEditing() || ui->vsf1->Col() != Character)
+        return false;
+    if (ui->vsf1->finishEdit()) {
+        ui->vsf1->setCell(ui->vsf1->Row(), ReplaceWith);
+        ui->vsf1->EditCell();
+    }
+    return true;
+}
+
 void frmeflvalid::CMDDEL_CLICK()
 {
     if (ui->vsf1->hasDataRow())
@@ -494,6 +538,8 @@ void frmeflvalid::CMDOK_CLICK()
     FORM_KEYPRESS(escapeKey);
     if (!kept || !replaced)
         MsgBox(this, QStringLiteral("The characters could not be replaced."), Buttons::Ok, Icon::Exclamation);
-    else if (!replacements.empty())
+    else if (!replacements.empty()) {
         VALIDFILE(ValidXsd, ValidFileName, ValidForm);
+        tellFailure();
+    }
 }

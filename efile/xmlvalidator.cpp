@@ -125,9 +125,7 @@ public:
         const bool ofCharacters = type == ErrType_Fatal && XMLString::equals(domain, XMLUni::fgExceptDomain);
         const XmlPlace place = ofCharacters ? firstWrongLine(m_path) : placeOf(line, column);
         const int number = static_cast<int>(code);
-        const QString message =
-            ofCharacters ? textOf(text) + QStringLiteral(" (only plain letters, digits and signs can stand in a file)")
-                         : textOf(text);
+        const QString message = textOf(text);
         if (type == ErrType_Warning)
             m_errors.ignorableWarning(place, message, number);
         else if (type == ErrType_Fatal)

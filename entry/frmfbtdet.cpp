@@ -275,9 +275,38 @@ void frmfbtdet::reload()
     if (m_list->editing())
         return;
     m_inHand.putBack();
+    TakeClientYear(QString(client().code), client().year); // another status has other rates
+    showRates();
     takeAddInfo();
+    if (ui->famcon->isHidden())
+        reloadNatures();
     LOADGRIDDED();
     LOADDATADED();
+}
+
+/// The nature that was chosen stays chosen as long as the client has it.
+void frmfbtdet::reloadNatures()
+{
+    const int chosen = m_nature;
+    LOADNATURES();
+    const QSignalBlocker blocker(ui->cbonature);
+    ui->cbonature->setCurrentIndex(std::max(0, ui->cbonature->findData(chosen)));
+    m_nature = ui->cbonature->currentData().toInt();
+    ui->cmdconexp->setEnabled(m_nature == consolidatedNature);
+    if (sharesExpenses())
+        LOADSALDET();
+}
+
+bool frmfbtdet::showExpense(const Expense &expense)
+{
+    ui->cboquarter->setCurrentIndex(expense.quarter - 1);
+    ui->cbonature->setCurrentIndex(ui->cbonature->findData(expense.natId));
+    m_list->select([&expense](const Expense &row) {
+        return row.srNo == expense.srNo && row.expId == expense.expId && row.amount == expense.amount;
+    });
+    LOADDATADED();
+    const Expense *current = m_list->current();
+    return current != nullptr && current->srNo == expense.srNo;
 }
 
 bool frmfbtdet::isEntering(const ClientYear &entered) const

@@ -31,6 +31,8 @@ public:
 
     /// Reads the list and its figures anew, for what was changed elsewhere; not while a row is being entered.
     void reload();
+    /// Makes an expense current with its quarter and nature, once the screen is loaded; false when it is not there.
+    [[nodiscard]] bool showExpense(const Expense &expense);
     /// Whether an expense of that client and year is being entered.
     [[nodiscard]] bool isEntering(const ClientYear &client) const;
 
@@ -47,6 +49,7 @@ private:
     void showRates();
     void takeAddInfo();
     void LOADNATURES();
+    void reloadNatures();
     void LOADSALDET();
     void CBOQUARTER_CLICK();
     void CBONATURE_CLICK();

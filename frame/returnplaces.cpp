@@ -1,14 +1,18 @@
 #include "frame/returnplaces.h"
 
 #include "calc/clientyear.h"
+#include "calc/returnform.h"
 #include "context/modbase.h"
 #include "controls/grid.h"
-#include "efile/filedreturn.h"
 #include "entry/frmfbtdet.h"
 #include "host/siblings.h"
 #include "masters/frmclinfo.h"
 #include "payments/challan.h"
+#include "platform/text.h"
 #include "records/addinfo.h"
+#include "records/bankaccounts.h"
+#include "records/challans.h"
+#include "records/expenses.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
@@ -43,9 +47,18 @@ void press(const Screen &screen, const char *name)
         button->click();
 }
 
+/// A field that cannot be entered gives way to the box that opens it.
 void focus(const Screen &screen, const QString &field)
 {
-    if (auto *control = screen.findChild<QWidget *>(field))
+    if (field.isEmpty())
+        return;
+    auto *control = screen.findChild<QWidget *>(field);
+    if (control == nullptr)
+        return;
+    const QString opener = control->property("enabledBy").toString();
+    if (!control->isEnabled() && !opener.isEmpty())
+        focus(screen, opener);
+    else
         control->setFocus(Qt::OtherFocusReason);
 }
 
@@ -142,23 +155,29 @@ void openMiscInf(const QString &field)
     miscInf->ObjMain();
 }
 
-/// The row of the list of accounts: the one that the file tells of, which the later form takes from the default account.
-int rowOfAccount(int item)
+/// What the file tells of is no longer there: any other row would be the wrong one.
+void tellEntryGone()
 {
-    if (item > 0)
-        return item;
+    refuse(QStringLiteral("This entry is no longer as the file has it. Another user may have changed or deleted it."));
+}
+
+/// The row of the list of accounts: the one that the file tells of, which the later form takes from the default account. 0
+/// for none.
+int rowOfAccount(int number)
+{
     const RowsRead<BankAccount> accounts = BankAccounts(Cnn, {Base->code, Base->TYear});
-    const auto found =
-        std::find_if(accounts->begin(), accounts->end(), [](const BankAccount &account) { return account.isDefault; });
+    const auto found = std::find_if(accounts->begin(), accounts->end(), [number](const BankAccount &account) {
+        return number > 0 ? account.number == number : account.isDefault;
+    });
     return found == accounts->end() ? 0 : static_cast<int>(found - accounts->begin()) + 1;
 }
 
 void editAccount(const Screen &screen, const ReturnPlace &place)
 {
-    const int row = rowOfAccount(place.item);
+    const int row = rowOfAccount(place.account);
     auto *list = screen.findChild<Grid *>(QStringLiteral("vsf"));
-    if (list == nullptr || row >= list->Rows())
-        return; // the account is gone meanwhile
+    if (list == nullptr || row >= list->Rows() || (row == 0 && place.account > 0))
+        return tellEntryGone();
     if (row > 0)
         list->setRow(row);
     press(screen, row > 0 ? "cmdmodify" : "cmdadd");
@@ -173,25 +192,66 @@ void openBanks(const ReturnPlace &place)
     });
 }
 
+/// The very challan of a payment; none when it was changed or deleted since the file was written.
+std::optional<ChallanRecord> challanOf(const ScheduledPayment &payment)
+{
+    const RowsRead<ChallanRecord> challans = Challans(Cnn, {Base->code, Base->TYear});
+    const auto found = std::find_if(challans->begin(), challans->end(), [&payment](const ChallanRecord &challan) {
+        return challan.quarter == payment.quarter && challan.srNo == payment.number &&
+               challan.challanNo.trimmed() == payment.challanNo && challan.TotAmt == payment.amount;
+    });
+    return found == challans->end() ? std::nullopt : std::optional(*found);
+}
+
 void openChallans(const ReturnPlace &place)
 {
+    const auto challan = place.payment ? challanOf(*place.payment) : std::nullopt;
+    if (place.payment && !challan)
+        return tellEntryGone();
     Challan screen(MdiForm);
     screen.Load();
-    const auto payment = PaymentOfFile({Base->code, Base->TYear}, place.advance, place.allPayments, place.item);
-    if (payment)
-        screen.showChallanOf(payment->quarter, payment->number);
-    onNextModal([payment, place](Screen &up) {
-        if (payment)
+    const bool shown = challan && screen.showChallanOf(*challan);
+    onNextModal([shown, place](Screen &up) {
+        if (shown)
             press(up, "cmdmodify");
         focus(up, place.at.field);
     });
     screen.showModal();
 }
 
+/// Whether the department would not take an amount.
+bool isWrong(const Expense &expense)
+{
+    constexpr double limit = 1e14;
+    return expense.amount < 0 || expense.amount >= limit || expense.amount != Round(expense.amount);
+}
+
+/// The client's first expense with an amount that would not be taken.
+std::optional<Expense> wrongExpense(const ClientYear &client)
+{
+    std::vector<int> natures = *ClientNatureNumbers(Cnn, client.code);
+    natures.push_back(consolidatedNature);
+    for (const int nature : natures) {
+        const RowsRead<Expense> expenses = ExpensesOfYear(Cnn, client, nature);
+        const auto wrong = std::find_if(expenses->begin(), expenses->end(), isWrong);
+        if (wrong != expenses->end())
+            return *wrong;
+    }
+    return std::nullopt;
+}
+
 void openExpenses()
 {
     frmfbtdet screen(MdiForm);
-    onNextModal([](Screen &up) { lock(up, {"cmdchallan", "Command2", "cmdret", "cmdefl"}); });
+    screen.Load();
+    const std::optional<Expense> wrong = wrongExpense({Base->code, Base->TYear});
+    const bool shown = wrong && screen.showExpense(*wrong);
+    onNextModal([shown](Screen &up) {
+        lock(up, {"cmdchallan", "Command2", "cmdret", "cmdefl"});
+        if (shown)
+            press(up, "cmdmodifyded");
+        focus(up, shown ? QStringLiteral("txtdedflds_2") : QString());
+    });
     screen.showModal();
 }
 

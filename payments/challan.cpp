@@ -256,13 +256,12 @@ void Challan::LOADDATA()
         showChallan(*challan);
 }
 
-void Challan::showChallanOf(int quarter, int srNo)
+bool Challan::showChallanOf(const ChallanRecord &wanted)
 {
-    ChallanRecord wanted;
-    wanted.quarter = quarter;
-    wanted.srNo = srNo;
     m_list->select(wanted);
     LOADDATA();
+    const ChallanRecord *current = m_list->current();
+    return current != nullptr && *current == wanted;
 }
 
 void Challan::CLEARDATA()

@@ -29,8 +29,8 @@ public:
     explicit Challan(QWidget *parent = nullptr);
     ~Challan() override;
 
-    /// Makes a challan current by its quarter and number, once the screen is loaded; the first one when it is not there.
-    void showChallanOf(int quarter, int srNo);
+    /// Makes a challan current, once the screen is loaded; false when it is not there.
+    [[nodiscard]] bool showChallanOf(const ChallanRecord &wanted);
     /// Reads payer, banks and list anew, for what was changed elsewhere; not while a challan is being entered.
     void reload();
     /// Whether a challan of that client and year is being entered.

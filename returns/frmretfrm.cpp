@@ -374,13 +374,19 @@ void frmretfrm::CMDPRN_CLICK()
     m_filing ? fileReturn() : printReturn();
 }
 
-/// Whether all that the return states could be read; says so when it could not. Who signs and how a refund is paid stands
-/// on the screen, and a blank form states nothing.
-bool frmretfrm::isKnown()
+/// What the return lacks. Who signs and how a refund is paid stands on the screen.
+QStringList frmretfrm::missing() const
 {
     QStringList missing = m_form.unread;
     missing.removeAll(QStringLiteral("signatories"));
     missing.removeAll(QStringLiteral("filing details"));
+    return missing;
+}
+
+/// Whether all that the return states could be read; says so when it could not. A blank form states nothing.
+bool frmretfrm::isKnown()
+{
+    const QStringList missing = this->missing();
     if (missing.isEmpty() || (!m_filing && ui->optform_1->isChecked()))
         return true;
     MsgBox(this,
@@ -423,7 +429,9 @@ ReturnForm frmretfrm::formNow()
 {
     readAgain();
     askReturnCode();
-    return m_form;
+    ReturnForm form = m_form;
+    form.unread = missing();
+    return form;
 }
 
 void frmretfrm::printReturn()

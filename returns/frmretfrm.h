@@ -57,6 +57,7 @@ private:
     void readAgain();
     void showSettled(const ReturnFields &settled);
     [[nodiscard]] bool isKnown();
+    [[nodiscard]] QStringList missing() const;
     [[nodiscard]] bool panIsSettled(ReturnFields &typed);
     void showFields();
     void showFooterOptions();

@@ -73,9 +73,28 @@ private slots:
                 numbers << QString::fromLatin1(line.trimmed().mid(22, 1));
         }
         QCOMPARE(numbers.join(u' '), u"2 6 4 1 3 5"_s);
-        QCOMPARE(PaymentOfFile(m_alpha, false, true, 5)->challanNo, u"3"_s);
-        QCOMPARE(PaymentOfFile(m_alpha, true, false, 3)->challanNo, u"4"_s);
-        QVERIFY(!PaymentOfFile(m_alpha, false, false, 3));
+        // An error names the payment that the file has there.
+        const auto named = [](const FiledReturn &file, bool advance, bool all, int item) {
+            ReturnPlace place;
+            place.at.screen = ReturnScreen::Challans;
+            place.item = item;
+            place.advance = advance;
+            place.allPayments = all;
+            NameEntry(place, file);
+            return place.payment ? place.payment->challanNo : QString();
+        };
+        const FiledReturn file = FileOf(form, PaymentSource::Challans);
+        QCOMPARE(named(file, false, true, 5), u"3"_s);
+        QCOMPARE(named(file, true, false, 3), u"4"_s);
+        QCOMPARE(named(file, false, false, 3), QString());
+        // A bank that the list has twice doubles its payments, and a date that is none is none: in both.
+        QVERIFY(Cnn->Execute("Insert into bank_master Select * from bank_master") &&
+                Cnn->Execute("Update FBT_Challan Set challan_dt='10/06/08' Where ChallanNo='4'") &&
+                RebuildPaymentSchedule(Cnn, m_alpha));
+        const FiledReturn doubled = FileOf(form, PaymentSource::Schedule);
+        QCOMPARE(doubled.advance.size(), 7U);
+        QVERIFY(!doubled.advance[0].date.isValid());
+        QCOMPARE(Itr8File(FileOf(form, PaymentSource::Challans)), Itr8File(doubled));
     }
 
     void theClientsOfAYearAreCheckedAndNothingIsWritten()

@@ -101,7 +101,8 @@ private slots:
     {
         FiledReturn filed = plain2009();
         filed.form.ClName = u"A & B \u2013 \u20ac \u0905"_s;
-        QVERIFY(Itr8File(filed).contains("<ITRForm:SurNameOrOrgName>A & B \x96 \x80 \x1A</ITRForm:SurNameOrOrgName>\r\n"));
+        QVERIFY(
+            Itr8File(filed).contains("<ITRForm:SurNameOrOrgName>A & B \x96 \x80 \x1A</ITRForm:SurNameOrOrgName>\r\n"));
         QVERIFY(Itr8File(filed).contains("/main\r\nC:\\u01\\itportal\\itr\\schema\\AY09-10\\CorpITRMain09.xsd\">\r\n"));
         filed.form.addInfo[u"aorng"_s] = u"W12"_s;
         QVERIFY(Itr8File(filed).contains("<ITRForm:RangeCode>W12<"));
