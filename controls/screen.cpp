@@ -293,8 +293,8 @@ void Screen::endSession()
     QList<Screen *> open = modalScreens() + openChildren();
     std::sort(open.begin(), open.end(), [](const Screen *a, const Screen *b) { return a->m_openedAt > b->m_openedAt; });
     const QList<QPointer<Screen>> all(open.begin(), open.end());
-    for (const QPointer<Screen> &screen : all) {
-        if (screen && screen->m_loaded)
+    for (const QPointer<Screen> &still : all) {
+        if (Screen *screen = still.data(); screen != nullptr && screen->m_loaded)
             screen->FORM_SESSIONEND();
     }
 }
