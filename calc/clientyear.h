@@ -1,5 +1,6 @@
 #pragma once
 
+#include "calc/modfbtcalc.h"
 #include "calc/rates.h"
 #include "calc/taxchain.h"
 #include "platform/offer.h"
@@ -32,15 +33,21 @@ struct FBT_OFFERED InHand
     void putBack() const;
 };
 
-/// Keeps the client and year in hand with their rates and employees, and puts them back when it goes.
+/// Keeps the client and year in hand with their rates, employees and computed figures, and puts them back when it goes: a
+/// screen may stand half way through a return.
 class FBT_OFFERED ClientYearKeeper
 {
 public:
     ClientYearKeeper() = default;
-    ~ClientYearKeeper() { m_kept.putBack(); }
+    ~ClientYearKeeper()
+    {
+        m_kept.putBack();
+        TakeFigures(m_figures);
+    }
     ClientYearKeeper(const ClientYearKeeper &) = delete;
     ClientYearKeeper &operator=(const ClientYearKeeper &) = delete;
 
 private:
     InHand m_kept = InHand::now();
+    ComputedFigures m_figures = FiguresInHand();
 };

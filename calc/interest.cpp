@@ -13,6 +13,8 @@
 #include "records/interestterms.h"
 
 #include <algorithm>
+#include <optional>
+#include <utility>
 
 namespace {
 
@@ -60,7 +62,14 @@ class InterestReader
 {
 public:
     explicit InterestReader(const QString &procedure)
-        : m_tail(module, procedure)
+        : m_own(std::in_place, module, procedure)
+        , m_tail(*m_own)
+    {
+    }
+
+    /// Reads for a procedure that has a tail.
+    explicit InterestReader(ErrorTail &tail)
+        : m_tail(tail)
     {
     }
 
@@ -109,7 +118,8 @@ public:
     [[nodiscard]] const QStringList &unread() const { return m_unread; }
 
 private:
-    ErrorTail m_tail;
+    std::optional<ErrorTail> m_own;
+    ErrorTail &m_tail;
     QStringList m_unread;
 };
 
@@ -294,9 +304,9 @@ Reading<QDate> GETDUEDT(int Year)
     return due.isValid() ? due : Reading<QDate>::nothing();
 }
 
-Reading<QDate> InterestDate()
+Reading<QDate> InterestDate(ErrorTail &tail)
 {
-    InterestReader reader(QStringLiteral("CALCINTEREST"));
+    InterestReader reader(tail);
     const QDate date = interestDateOf(termsOfInterest(reader), reader);
     return reader.known() ? date : Reading<QDate>::failure();
 }

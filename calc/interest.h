@@ -8,6 +8,8 @@
 #include <QString>
 #include <QStringList>
 
+class ErrorTail;
+
 /// The interest of the client and year in hand under sections 115WJ and 115WK. `CALCFBT` must have run: the tax is that of
 /// its results. The rules stand in calc/interestlaw.h; here the rows are read.
 ///
@@ -74,4 +76,5 @@ FBT_OFFERED Reading<double> GETCHAMT(const QDate &UptoDate, PaymentKind kind);
 FBT_OFFERED Reading<QDate> GETDUEDT(int Year = 0);
 
 /// The day on which interest ends: the date chosen for it, else that of the return, else today.
-FBT_OFFERED Reading<QDate> InterestDate();
+/// @param tail of the procedure that asks: it logs what cannot be read
+FBT_OFFERED Reading<QDate> InterestDate(ErrorTail &tail);

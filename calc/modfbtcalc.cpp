@@ -134,6 +134,24 @@ TaxParts TaxOfQuarter(int quarter)
     return TaxOn(TaxableValue(EmployeesInHand(), FBTQtrValue[quarter]), FBTRate);
 }
 
+ComputedFigures FiguresInHand()
+{
+    return {FBTExpAmt,     FBTValue,        FBTQtrValue,
+            FBTTotalValue, FBTTaxableValue, {FBTTax, FBTSurcharge, FBTEduCess, FBTSHECess},
+            ShipNatId};
+}
+
+void TakeFigures(const ComputedFigures &figures)
+{
+    FBTExpAmt = figures.FBTExpAmt;
+    FBTValue = figures.FBTValue;
+    FBTQtrValue = figures.FBTQtrValue;
+    FBTTotalValue = figures.FBTTotalValue;
+    FBTTaxableValue = figures.FBTTaxableValue;
+    setTax(figures.tax);
+    ShipNatId = figures.ShipNatId;
+}
+
 void ClearTax()
 {
     setTax({});

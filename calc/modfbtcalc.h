@@ -57,6 +57,20 @@ FBT_OFFERED void SETFBTVARS(int HeadId, double Amt, double Value, int Quarter, i
 FBT_OFFERED Employees EmployeesInHand();
 FBT_OFFERED void TakeEmployees(const Employees &employees);
 
+/// What `CALCFBT` leaves, in one piece.
+struct ComputedFigures
+{
+    std::array<double, lastComputationLine + 1> FBTExpAmt{};
+    std::array<double, lastComputationLine + 1> FBTValue{};
+    std::array<double, 5> FBTQtrValue{};
+    double FBTTotalValue = 0;
+    double FBTTaxableValue = 0;
+    TaxParts tax;
+    int ShipNatId = 0;
+};
+FBT_OFFERED ComputedFigures FiguresInHand();
+FBT_OFFERED void TakeFigures(const ComputedFigures &figures);
+
 /// The tax on the value of one quarter, its India share taken first where that applies.
 /// @param quarter 1 to 4
 FBT_OFFERED TaxParts TaxOfQuarter(int quarter);

@@ -139,14 +139,17 @@ ReturnForm ReadReturnForm()
 
 int RefundModeOf(const ReturnForm &form)
 {
+    constexpr int byCheque = 1;
+    constexpr int directly = 2;
     const int stored = form.fields.details.refundMode;
     if (!form.figures.known())
         return stored;
     if (!form.refundDue())
         return 0;
-    if (stored > 0 || !form.isRead("bank accounts") || !form.isRead("filing details"))
+    const bool told = stored == byCheque || stored == directly;
+    if (told || !form.isRead("bank accounts") || !form.isRead("filing details"))
         return stored;
-    return form.BankInf[6] == u"Y" ? 2 : 1;
+    return form.BankInf[6] == u"Y" ? directly : byCheque;
 }
 
 std::optional<QString> FittingReturnCode(const ReturnForm &form)

@@ -79,7 +79,7 @@ struct FBT_OFFERED ReturnForm
 /// (`FiguresOfYear`). The date is today's, the place empty.
 FBT_OFFERED ReturnForm ReadReturnForm();
 
-/// The refund mode of a return: the stored one while money comes back, else 0; where none is stored, 2 for an account with
+/// The refund mode of a return: the stored one while money comes back, else 0; where neither of the two is stored, 2 for an account with
 /// ECS, else 1. It stays the stored one while the figures, and none is proposed while the accounts, could not be read.
 FBT_OFFERED int RefundModeOf(const ReturnForm &form);
 

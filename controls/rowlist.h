@@ -121,6 +121,16 @@ public:
         LOADDATA();
     }
 
+    /// Makes the first record that is wanted current.
+    template<class IsWanted>
+    void select(const IsWanted &isWanted)
+    {
+        for (int row = m_vsf->FixedRows(); row < m_vsf->Rows(); ++row) {
+            if (isWanted(m_rows.at(static_cast<std::size_t>(m_vsf->RowData(row).toInt()))))
+                return selectRow(row);
+        }
+    }
+
 private:
     void setUp(int col, const ListColumn<Row> &column)
     {
@@ -152,15 +162,6 @@ private:
             m_vsf->setRowData(row, static_cast<int>(i));
             if (const auto colour = m_own.colour ? m_own.colour(m_rows[i]) : std::nullopt)
                 m_vsf->setRowColor(row, *colour);
-        }
-    }
-
-    template<class IsWanted>
-    void select(const IsWanted &isWanted)
-    {
-        for (int row = m_vsf->FixedRows(); row < m_vsf->Rows(); ++row) {
-            if (isWanted(m_rows.at(static_cast<std::size_t>(m_vsf->RowData(row).toInt()))))
-                return selectRow(row);
         }
     }
 

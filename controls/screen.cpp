@@ -278,10 +278,25 @@ Screen *Screen::inFront()
     return front;
 }
 
+void Screen::FORM_SESSIONEND()
+{
+    if (!FORM_UNLOAD())
+        FORM_UNLOAD();
+}
+
 void Screen::endSession()
 {
-    for (Screen *screen : modalScreens() + openChildren())
-        screen->FORM_SESSIONEND();
+    ScriptedAnswerer nobody; // without replies it gives the default ones
+    const AnswererScope answers(&nobody);
+    if (QWidget *field = QApplication::focusWidget())
+        field->clearFocus(); // what is done when a field is left
+    QList<Screen *> open = modalScreens() + openChildren();
+    std::sort(open.begin(), open.end(), [](const Screen *a, const Screen *b) { return a->m_openedAt > b->m_openedAt; });
+    const QList<QPointer<Screen>> all(open.begin(), open.end());
+    for (const QPointer<Screen> &screen : all) {
+        if (screen && screen->m_loaded)
+            screen->FORM_SESSIONEND();
+    }
 }
 
 bool Screen::unloadEach(const QList<Screen *> &screens, QWidget *host)

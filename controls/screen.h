@@ -48,8 +48,9 @@ public:
     virtual void FORM_LOAD() {}
     virtual void FORM_ACTIVATE() {}             ///< at each showing, and when the screen in front of it goes away
     virtual bool FORM_UNLOAD() { return true; } ///< false keeps the screen open
-    /// The session ends, and nobody can be asked: saves what leaving the screen saves without a question.
-    virtual void FORM_SESSIONEND() {}
+    /// The session ends, and nobody can be asked: saves what leaving the screen saves. As it stands, the screen is left as
+    /// by a user who gives each question its default reply and tries once more when he is kept.
+    virtual void FORM_SESSIONEND();
 
     static constexpr int enterKey = 13;  ///< Enter, as `FORM_KEYPRESS` and the grids tell it
     static constexpr int escapeKey = 27; ///< Escape, in the same way
@@ -112,7 +113,7 @@ public:
     /// The screen that the user has before him; nullptr when none is open.
     static Screen *inFront();
 
-    /// Tells every open screen that the session ends, the modal ones first.
+    /// Tells every open screen that the session ends, the one opened last first; it answers all that they ask.
     static void endSession();
 
     /// Where the sizes of windows are kept by screen name. Not owned; nullptr: they are not kept.

@@ -11,9 +11,8 @@
 #include "platform/windows1252.h"
 
 #include <QFile>
+#include <QMultiHash>
 #include <QTemporaryDir>
-
-#include <algorithm>
 
 namespace {
 
@@ -23,9 +22,12 @@ class ErrorCollector : public XmlErrorHandler
 public:
     void error(const XmlPlace &place, const QString &message, int /*code*/) override
     {
-        errors.push_back({place.line, {}, message, {}});
+        errors.push_back({place.line, {}, message, {}, false});
     }
-    void fatalError(const XmlPlace &place, const QString &message, int code) override { error(place, message, code); }
+    void fatalError(const XmlPlace &place, const QString &message, int /*code*/) override
+    {
+        errors.push_back({place.line, {}, message, {}, true});
+    }
     void ignorableWarning(const XmlPlace &place, const QString &message, int code) override
     {
         error(place, message, code);
@@ -40,23 +42,23 @@ void complete(CheckedError &error, const LocatedError &located)
     if (!located.place)
         return;
     error.screen = ScreenName(located.place->at.screen);
-    if (!located.place->at.expected.isEmpty())
-        error.description += u' ' + located.place->at.expected;
+    error.description += located.hint(error.last);
 }
 
-/// Tells of the errors of a file, which come in the order of its lines, where they belong.
+/// Tells of the errors of a file where they belong.
 void locate(std::vector<CheckedError> &errors, const QString &path, FileForm form)
 {
     QFile file(path);
     if (errors.empty() || !file.open(QIODevice::ReadOnly))
         return;
+    QMultiHash<int, CheckedError *> onLine;
+    for (CheckedError &error : errors)
+        onLine.insert(error.line, &error);
     ErrorLocator locator(form);
     for (int line = 1; !file.atEnd(); ++line) {
         locator.take(Windows1252Text(file.readLine()));
-        for (CheckedError &error : errors) {
-            if (error.line == line)
-                complete(error, locator.here());
-        }
+        for (CheckedError *error : onLine.values(line))
+            complete(*error, locator.here());
     }
 }
 
@@ -77,13 +79,17 @@ bool writeScratch(const QString &path, const QByteArray &bytes)
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
 }
 
-void check(CheckedReturn &checked, int year, const QString &path)
+void check(CheckedReturn &checked, const FiledReturn &file, int year, const QString &path)
 {
-    const FiledReturn file = FileOf(ReturnFormOfToday(), PaymentSource::Challans);
+    checked.isKnown = file.form.unread.isEmpty() && !file.form.client[ClientRecord::Code].isEmpty();
     checked.tax = file.form.figures.sums.totalTax;
     checked.balance = file.form.figures.sums.balance;
+    if (!file.form.ClName.isEmpty())
+        checked.name = file.form.ClName; // it may have been corrected since the list was made
     if (!file.form.unread.isEmpty())
         checked.refused = QStringLiteral("could not be read: ") + file.form.unread.join(QStringLiteral(", "));
+    else if (file.form.client[ClientRecord::Code].isEmpty())
+        checked.refused = QStringLiteral("no longer there"); // another user has deleted the client
     else if (!writeScratch(path, BytesOfReturn(file)))
         checked.refused = QStringLiteral("the file could not be written");
     else
@@ -101,7 +107,7 @@ ReturnForm ReturnFormOfToday()
     return form;
 }
 
-CheckedReturn CheckReturn(const NamedClient &client, int year, const QString &path)
+CheckedReturn CheckReturn(const NamedClient &client, int year, const QString &path, FiledReturn *filed)
 {
     ErrorTail tail(QStringLiteral("MODEFILE"));
     const ClientYearKeeper inHand;
@@ -110,7 +116,12 @@ CheckedReturn CheckReturn(const NamedClient &client, int year, const QString &pa
     checked.name = client.name;
     if (!TakeClientYear(client.code, year) || !TakeEmployeesOfYear())
         checked.refused = QStringLiteral("could not be read: clients");
-    else if (!tail([&] { check(checked, year, path); }))
+    else if (!tail([&] {
+                 const FiledReturn file = FileOf(ReturnFormOfToday(), PaymentSource::Challans);
+                 check(checked, file, year, path);
+                 if (filed != nullptr)
+                     *filed = file;
+             }))
         checked.refused = QStringLiteral("could not be validated");
     return checked;
 }
@@ -135,5 +146,6 @@ QStringList CheckCaptions()
 QStringList CheckCells(const CheckedReturn &checked)
 {
     const QString errors = checked.refused.isEmpty() ? QString::number(checked.errors.size()) : checked.refused;
-    return {checked.code, checked.name, errors, NumberText(checked.tax), NumberText(checked.balance)};
+    const auto rupees = [&checked](double amount) { return checked.isKnown ? NumberText(amount) : QString(); };
+    return {checked.code, checked.name, errors, rupees(checked.tax), rupees(checked.balance)};
 }

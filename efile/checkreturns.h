@@ -1,6 +1,6 @@
 #pragma once
 
-#include "calc/returnform.h"
+#include "efile/filedreturn.h"
 #include "platform/offer.h"
 #include "records/clients.h"
 
@@ -18,6 +18,7 @@ struct CheckedError
     QString element;     ///< empty when the line has none
     QString description; ///< the parser's message and what is expected
     QString screen;      ///< on which the value is typed; empty for none
+    bool last = false;   ///< the parser could not read on
 };
 
 struct CheckedReturn
@@ -25,15 +26,18 @@ struct CheckedReturn
     QString code;
     QString name;
     std::vector<CheckedError> errors;
-    QString refused;    ///< why there is no file or no validation; empty when there were both
-    double tax = 0;     ///< with surcharge and cesses, whole rupees
-    double balance = 0; ///< tax and interest less what was paid; below 0 a refund
+    QString refused;      ///< why there is no file or no validation; empty when there were both
+    bool isKnown = false; ///< what follows: all that it is worked out from could be read
+    double tax = 0;       ///< with surcharge and cesses, whole rupees
+    double balance = 0;   ///< tax and interest less what was paid; below 0 a refund
 
     [[nodiscard]] bool isRight() const { return errors.empty() && refused.isEmpty(); }
 };
 
 /// Writes the return of a client to `path` and validates it. The file stays.
-FBT_OFFERED CheckedReturn CheckReturn(const NamedClient &client, int year, const QString &path);
+/// @param filed if given, receives what was written
+FBT_OFFERED CheckedReturn CheckReturn(const NamedClient &client, int year, const QString &path,
+                                      FiledReturn *filed = nullptr);
 
 /// The return of the client and year in hand as it can be filed without the return screen: made today, at the place that
 /// the settings name.

@@ -7,7 +7,8 @@
 
 /// How the files for the department are made: one element, or one tag that opens or closes it, on a line; lines end in
 /// CR LF, blanks indent them, and the text is Windows-1252 whatever the file declares. Values go out as they are: neither
-/// cut nor escaped.
+/// cut nor escaped. A character that the set lacks becomes one that no file may hold: the check of the file finds it, where
+/// a "?" would be filed.
 class FileText
 {
 public:
@@ -23,7 +24,8 @@ public:
     void value(const char *name, const QString &content, int indent)
     {
         const QByteArray element = nameOf(name);
-        m_bytes += QByteArray(indent, ' ') + '<' + element + '>' + Windows1252Bytes(content) + "</" + element + ">\r\n";
+        m_bytes += QByteArray(indent, ' ') + '<' + element + '>' + Windows1252Bytes(content, substitute) + "</" +
+                   element + ">\r\n";
     }
     [[nodiscard]] const QByteArray &bytes() const { return m_bytes; }
 
@@ -33,6 +35,8 @@ private:
         const QByteArray own(name);
         return own.contains(':') ? own : m_prefix + own;
     }
+
+    static constexpr char substitute = 0x1A;
 
     QByteArray m_prefix;
     QByteArray m_bytes;

@@ -20,6 +20,16 @@ constexpr List lists[] = {
 
 } // namespace
 
+QString LocatedError::hint(bool unreadable) const
+{
+    if (!place || place->at.expected.isEmpty())
+        return {};
+    if (!unreadable)
+        return QStringLiteral(" - ") + place->at.expected;
+    return QStringLiteral(" - ") + place->at.expected.section(u':', 0, 0) +
+           QStringLiteral(": a character that the file cannot hold, such as &, < or an accented letter");
+}
+
 ErrorLocator::ErrorLocator(FileForm form)
     : m_form(form)
 {
@@ -30,6 +40,8 @@ void ErrorLocator::take(const QString &line)
     constexpr int linesBeforeForm = 2; // of the later form: the declaration and the root
     ++m_line;
     m_path.take(line, m_form == FileForm::Form3B || m_line > linesBeforeForm);
+    if (!m_path.element().isEmpty())
+        m_element = m_path.element();
     countEntries(line);
 }
 
@@ -50,12 +62,13 @@ void ErrorLocator::countEntries(const QString &line)
 LocatedError ErrorLocator::here() const
 {
     LocatedError error;
-    error.element = m_path.element();
-    if (m_form == FileForm::Itr8)
-        error.element.remove(QStringLiteral("ITRForm:"));
+    const auto plain = [this](QString element) {
+        return m_form == FileForm::Itr8 ? element.remove(QStringLiteral("ITRForm:")) : element;
+    };
+    error.element = plain(m_path.element());
     error.path = m_path.path();
     error.source = SourceOfError(m_form, error.path);
-    if (const auto at = PlaceOfElement(error.element, error.path)) {
+    if (const auto at = PlaceOfElement(plain(m_element), error.path)) {
         error.place = m_list;
         error.place->at = *at;
     }

@@ -10,6 +10,10 @@ struct LocatedError
     QString path;    ///< the elements around it, each with "\\" after it
     ErrorSource source;
     std::optional<ReturnPlace> place; ///< where the value is typed; none for what the program writes by itself
+
+    /// What is said after the parser's message; empty when there is nothing to say.
+    /// @param unreadable the parser could not read on: it is not the rule for the value that is broken
+    [[nodiscard]] QString hint(bool unreadable) const;
 };
 
 /// Reads a file for the department line by line and tells of each line where in the form and in the program it belongs.
@@ -26,6 +30,7 @@ private:
 
     FileForm m_form;
     ElementPath m_path;
+    QString m_element;  // of the line, or where a value has line breaks the one that it began with
     ReturnPlace m_list; // which entry of which list the line lies in
     int m_line = 0;
 };

@@ -80,6 +80,7 @@ QString decisiveElement(const QStringList &parts)
 
 constexpr const char *pan = "five letters, four digits, one letter";
 constexpr const char *amount = "whole rupees without a sign, at most 14 digits";
+constexpr const char *balance = "whole rupees, at most 14 digits";
 constexpr const char *day = "a date";
 
 struct Row
@@ -165,6 +166,10 @@ constexpr Row rows[] = {
     {"NoOfOutsideIndiaEmps", AddInfo, "txtTotalEmp", "Total employees", "not fewer than those based in India"},
     {"TotNoOfEmps", AddInfo, "txtTotalEmp", "Total employees", "a whole number, not below 0"},
     {"Total_emp_cnt", AddInfo, "txtTotalEmp", "Total employees", "a whole number, not below 0"},
+    {"DefaultPayUs115WJ3", AddInfo, "txtAmt115WJ", "Interest under section 115WJ", amount},
+    {"interest_115WJ", AddInfo, "txtAmt115WJ", "Interest under section 115WJ", amount},
+    {"DefaultFileUs115WK", AddInfo, "txtAmt115WK", "Interest under section 115WK", amount},
+    {"interest_115WK", AddInfo, "txtAmt115WK", "Interest under section 115WK", amount},
     // what the later form asks beside it
     {"OrgOldName", MiscInf, "txtVar2_1", "Old name", "1 to 75 characters"},
     {"AsseseeRepFlg", MiscInf, "chkRepAss", "A representative assessee acts", "yes or no"},
@@ -201,6 +206,15 @@ constexpr Row rows[] = {
     {"Amt", Challans, "txtfields_4", "Amount of the challan", amount},
     {"adv_FBT", Challans, "txtfields_4", "Amount of the challan", amount},
     {"FBTSATax", Challans, "txtfields_4", "Amount of the challan", amount},
+    {"AdvanceFBT", Challans, "", "Advance tax paid", amount},
+    {"advance_FBT_paid", Challans, "", "Advance tax paid", amount},
+    {"ADV_TAX_SCHD_22", Challans, "", "Advance tax paid", amount},
+    {"SelfAssessmentFBT", Challans, "", "Self-assessment tax paid", amount},
+    {"FBT_SATax_Paid", Challans, "", "Self-assessment tax paid", amount},
+    {"SLF_TAX_SCHD_23", Challans, "", "Self-assessment tax paid", amount},
+    {"TotalTaxesPaid", Challans, "", "Taxes paid", amount},
+    {"balanceFBT", Challans, "", "Balance", balance},
+    {"FBT_Payable_Refundable", Challans, "", "Balance", balance},
     {"FBT_ADV_TAX_Q1", Challans, "", "Advance tax of the first quarter", amount},
     {"FBT_ADV_TAX_Q2", Challans, "", "Advance tax of the second quarter", amount},
     {"FBT_ADV_TAX_Q3", Challans, "", "Advance tax of the third quarter", amount},
@@ -210,6 +224,15 @@ constexpr Row rows[] = {
     {"Expenditure_value", Expenses, "", "Expenses Amount", amount},
     {"ValueOfFB", Expenses, "", "Value of Fringe Benefit", amount},
     {"FBTValue", Expenses, "", "Value of Fringe Benefit", amount},
+    {"FBTQ1", Expenses, "", "Value of the first quarter", amount},
+    {"FBTQ2", Expenses, "", "Value of the second quarter", amount},
+    {"FBTQ3", Expenses, "", "Value of the third quarter", amount},
+    {"FBTQ4", Expenses, "", "Value of the fourth quarter", amount},
+    {"valueoftotalFBT", Expenses, "", "Value of fringe benefits", amount},
+    {"FBTPayable", Expenses, "", "Fringe Benefit Tax", amount},
+    {"FBT_Surcharge", Expenses, "", "Surcharge", amount},
+    {"FBT_EduCess", Expenses, "", "Education cess", amount},
+    {"totalFBTPayable", Expenses, "", "Tax with surcharge and cess", amount},
     // the return screen
     {"AssesseeVerName", Return, "txtfields_0", "Name of the signatory", "1 to 75 characters"},
     {"FatherName", Return, "txtfields_1", "Father's name", "1 to 25 characters"},
@@ -235,7 +258,6 @@ constexpr Row parts[] = {
     {"FBT_details", Expenses, "", "", ""},
     {"advance_FBT_details", Challans, "", "", ""},
     {"FBT_SATax_details", Challans, "", "", ""},
-    {"formno3b", AddInfo, "txtWard", "", ""},
 };
 
 FieldPlace placeOf(const Row &row)

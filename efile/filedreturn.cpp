@@ -3,11 +3,7 @@
 #include "calc/modfbtcalc.h"
 #include "context/modbase.h"
 #include "platform/dates.h"
-#include "records/banks.h"
-#include "records/challans.h"
 #include "records/statelist.h"
-
-#include <QHash>
 
 #include <algorithm>
 
@@ -22,42 +18,9 @@ T take(FiledReturn &file, const Reading<T> &reading, const char *what)
     return *reading;
 }
 
-ScheduledPayment paymentOf(const ChallanRecord &record, const QHash<int, Bank> &banks)
-{
-    const Bank bank = banks.value(record.bank);
-    const bool advance = record.payType.compare(QLatin1String(advanceTax), Qt::CaseInsensitive) == 0;
-    ScheduledPayment payment;
-    payment.quarter = record.quarter;
-    payment.advance = advance;
-    payment.bank = bank.name.trimmed();
-    payment.branch = bank.branch.trimmed();
-    payment.bsrCode = bank.branchCode.trimmed();
-    payment.date = DateFromText(record.date);
-    payment.challanNo = record.challanNo.trimmed();
-    payment.amount = record.TotAmt;
-    payment.number = record.srNo;
-    return payment;
-}
-
-/// In the order of the schedule: by date, a payment without one first, then by quarter and number.
-bool before(const ScheduledPayment &one, const ScheduledPayment &other)
-{
-    const auto place = [](const ScheduledPayment &payment) {
-        return std::tuple(payment.date, payment.quarter, payment.number);
-    };
-    return place(one) < place(other);
-}
-
 void takeChallans(FiledReturn &file, const ClientYear &client)
 {
-    QHash<int, Bank> banks;
-    for (const Bank &bank : take(file, Banks(Cnn), "banks"))
-        banks.insert(bank.number, bank);
-    std::vector<ScheduledPayment> payments;
-    for (const ChallanRecord &record : take(file, Challans(Cnn, client), "challans"))
-        payments.push_back(paymentOf(record, banks));
-    std::stable_sort(payments.begin(), payments.end(), before);
-    for (const ScheduledPayment &payment : payments)
+    for (const ScheduledPayment &payment : take(file, PaymentsOfChallans(Cnn, client), "challans"))
         (payment.advance ? file.advance : file.other).push_back(payment);
 }
 
@@ -93,16 +56,21 @@ FiledReturn FileOf(const ReturnForm &form, PaymentSource source)
     return file;
 }
 
-std::optional<ScheduledPayment> PaymentOfFile(const ClientYear &client, bool advance, bool all, int item)
+void NameEntry(ReturnPlace &place, const FiledReturn &file)
 {
-    FiledReturn file;
-    takeChallans(file, client);
-    std::vector<ScheduledPayment> list = advance || all ? file.advance : file.other;
-    if (all)
-        list.insert(list.end(), file.other.begin(), file.other.end());
-    if (item < 1 || item > static_cast<int>(list.size()))
-        return std::nullopt;
-    return list[static_cast<std::size_t>(item) - 1];
+    if (place.item < 1)
+        return;
+    auto at = static_cast<std::size_t>(place.item) - 1;
+    if (place.at.screen == ReturnScreen::Banks) {
+        place.account = at < file.accounts.size() ? file.accounts[at].number : 0;
+        return;
+    }
+    const bool inAdvance = place.advance || (place.allPayments && at < file.advance.size());
+    if (!inAdvance && place.allPayments)
+        at -= file.advance.size();
+    const std::vector<ScheduledPayment> &list = inAdvance ? file.advance : file.other;
+    if (at < list.size())
+        place.payment = list[at];
 }
 
 QString GETSTATECODE(const QString &state)

@@ -2,6 +2,7 @@
 
 #include "calc/lines.h"
 #include "calc/returnform.h"
+#include "efile/returnplace.h"
 #include "platform/offer.h"
 #include "records/paymentschedule.h"
 
@@ -35,9 +36,9 @@ enum class PaymentSource {
 /// `form.unread`.
 FBT_OFFERED FiledReturn FileOf(const ReturnForm &form, PaymentSource source);
 
-/// The payment that stands at a place of a file's list, from 1 on: that of advance tax, that of all other payments, or that of
-/// all. None when there is no such payment any more.
-FBT_OFFERED std::optional<ScheduledPayment> PaymentOfFile(const ClientYear &client, bool advance, bool all, int item);
+/// Names the payment or bank account of a place in a list of the file, by what it was when the file was written: the list may
+/// have changed since.
+FBT_OFFERED void NameEntry(ReturnPlace &place, const FiledReturn &file);
 
 /// The number of a state in the files of the department, by `Data/StateCodes.txt` of the application folder; letter case
 /// does not count. Empty without such a state.

@@ -8,6 +8,9 @@
 #include "efile/frmeflvalid.h"
 #include "efile/returnfile.h"
 #include "platform/dates.h"
+#include "platform/sqltext.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -67,11 +70,13 @@ void frmchkret::CMDCHECK_CLICK()
     }
     const RowsRead<NamedClient> clients = ClientsOfYear(Cnn, m_year);
     noteReading(QStringLiteral("clients"), !clients.failed());
-    m_clients = *clients;
-    m_next = 0;
-    m_wrong = 0;
     ui->vsf->clearBody();
     ui->lblresult->clear();
+    m_clients = *clients;
+    m_states.assign(m_clients.size(), State::Unchecked);
+    m_next = 0;
+    if (clients.failed())
+        return;
     ui->progress->setRange(0, std::max(1, static_cast<int>(m_clients.size())));
     ui->progress->setValue(0);
     ui->progress->show();
@@ -84,15 +89,14 @@ void frmchkret::checkNext()
 {
     ErrorTail tail(this);
     if (m_next >= m_clients.size()) {
-        endRun(QStringLiteral("%1 returns, %2 of them with errors.").arg(m_clients.size()).arg(m_wrong));
+        endRun();
         return;
     }
     const CheckedReturn checked = CheckReturn(m_clients[m_next], m_year, scratchFile());
     const int row = ui->vsf->AddItem(CheckCells(checked));
-    ui->vsf->setRowData(row, static_cast<int>(m_next));
+    ui->vsf->setRowData(row, static_cast<int>(m_next++));
     showChecked(row, checked);
-    m_wrong += checked.isRight() ? 0 : 1;
-    ui->progress->setValue(static_cast<int>(++m_next));
+    ui->progress->setValue(static_cast<int>(m_next));
 }
 
 void frmchkret::showChecked(int row, const CheckedReturn &checked)
@@ -101,23 +105,38 @@ void frmchkret::showChecked(int row, const CheckedReturn &checked)
     for (int col = 0; col < cells.size(); ++col)
         ui->vsf->setTextMatrix(row, col, cells[col]);
     ui->vsf->setRowColor(row, checked.isRight() ? QColor() : QColor(Qt::red));
+    State &state = m_states[static_cast<std::size_t>(ui->vsf->RowData(row).toInt())];
+    if (!checked.refused.isEmpty())
+        state = State::Refused;
+    else
+        state = checked.isRight() ? State::Right : State::Wrong;
 }
 
 void frmchkret::CMDCANCEL_CLICK()
 {
     if (isRunning())
-        endRun(QStringLiteral("Cancelled after %1 of %2 returns, %3 of them with errors.")
-                   .arg(m_next)
-                   .arg(m_clients.size())
-                   .arg(m_wrong));
+        endRun();
 }
 
-void frmchkret::endRun(const QString &result)
+void frmchkret::endRun()
 {
     m_turn.stop();
     ui->progress->hide();
     ui->cmdcancel->setEnabled(false);
     ui->cmdcheck->setEnabled(true);
+    ui->vsf->fitColumns();
+    showResult();
+}
+
+void frmchkret::showResult()
+{
+    const auto count = [this](State state) { return std::count(m_states.begin(), m_states.end(), state); };
+    const bool cancelled = m_next < m_clients.size();
+    QString result = cancelled ? QStringLiteral("Cancelled after %1 of %2 returns, %3 of them with errors.").arg(m_next)
+                               : QStringLiteral("%1 returns, %2 of them with errors.");
+    result = result.arg(m_clients.size()).arg(count(State::Wrong));
+    if (const auto refused = count(State::Refused); refused > 0)
+        result += QStringLiteral(" %1 could not be checked.").arg(refused);
     ui->lblresult->setText(result);
 }
 
@@ -134,33 +153,39 @@ void frmchkret::CMDERRORS_CLICK()
     showChecked(row, CheckReturn(client, m_year, scratchFile()));
     if (running)
         m_turn.start(0);
+    else
+        showResult();
 }
 
 /// The client is in hand while the errors are shown: the screens of the values work on it.
 void frmchkret::showErrorsOf(const NamedClient &client)
 {
     const ClientYearKeeper inHand;
-    if (!CheckReturn(client, m_year, scratchFile()).refused.isEmpty() || !TakeClientYear(client.code, m_year) ||
-        !TakeEmployeesOfYear()) {
-        MsgBox(this, QStringLiteral("The return could not be written."), Buttons::Ok, Icon::Exclamation);
+    FiledReturn filed;
+    const QString refused = CheckReturn(client, m_year, scratchFile(), &filed).refused;
+    if (!refused.isEmpty() || !TakeClientYear(client.code, m_year) || !TakeEmployeesOfYear()) {
+        MsgBox(this, Joined("The return could not be written.\n\n", client.name, ": ", refused), Buttons::Ok,
+               Icon::Exclamation);
         return;
     }
     Base->Cap = QStringLiteral(" of %1 for the Assessment Year %2").arg(client.name, LongYearLabel(m_year));
     const ValidationTask task = ValidationOf(m_year);
     frmeflvalid screen(this);
+    screen.setFiled(filed);
     screen.setWriteAgain([&] {
-        return TakeClientYear(QString(client.code), m_year) && TakeEmployeesOfYear() &&
-               CheckReturn(client, m_year, scratchFile()).refused.isEmpty();
+        const bool written = TakeClientYear(QString(client.code), m_year) && TakeEmployeesOfYear() &&
+                             CheckReturn(client, m_year, scratchFile(), &filed).refused.isEmpty();
+        screen.setFiled(filed);
+        return written;
     });
     screen.Load();
-    if (screen.VALIDFILE(task.xsd, scratchFile(), task.form) != Validation::Errors) {
+    screen.setForCheckOnly();
+    const Validation result = screen.VALIDFILE(task.xsd, scratchFile(), task.form);
+    if (result == Validation::Valid)
         MsgBox(this, QStringLiteral("The return has no errors."), Buttons::Ok, Icon::Information);
+    else if (result == Validation::Failed)
+        MsgBox(this, QStringLiteral("Could not validate File."), Buttons::Ok, Icon::Exclamation);
+    if (result != Validation::Errors)
         return;
-    }
     screen.showModal();
-    if (!screen.wantedField().isEmpty())
-        MsgBox(this,
-               QStringLiteral("This value is typed where the return is made: FBT Details of the client, e-Return "
-                              "Filing."),
-               Buttons::Ok, Icon::Information);
 }

@@ -31,17 +31,20 @@ private:
     void CMDCANCEL_CLICK();
     void CMDERRORS_CLICK();
     void checkNext();
-    void endRun(const QString &result);
+    void endRun();
+    void showResult();
     void showChecked(int row, const CheckedReturn &checked);
     void showErrorsOf(const NamedClient &client);
     [[nodiscard]] bool isRunning() const { return m_turn.isActive(); }
     [[nodiscard]] QString scratchFile() const { return m_scratch.filePath(QStringLiteral("return.xml")); }
 
+    enum class State { Unchecked, Right, Wrong, Refused };
+
     std::unique_ptr<Ui::frmchkret> ui;
     QTemporaryDir m_scratch;
     QTimer m_turn;                      // one client a turn of the event loop
     std::vector<NamedClient> m_clients; // by the data of the rows
+    std::vector<State> m_states;        // likewise
     std::size_t m_next = 0;
-    int m_wrong = 0; // clients with errors so far
     int m_year = 0;
 };

@@ -16,10 +16,11 @@
 #include <QMultiHash>
 #include <QStyledItemDelegate>
 
+#include <array>
+
 namespace {
 
 constexpr int leastDescription = 400; // pixels
-constexpr int leastLine = 600;
 
 enum FileColumn { Flag, Number, Line };
 enum CharacterColumn { Character, ReplaceWith };
@@ -39,6 +40,7 @@ protected:
         QStyledItemDelegate::initStyleOption(option, index);
         if (index.siblingAtColumn(Flag).data().toString() != u"1")
             return;
+        option->state &= ~QStyle::State_Selected; // on the current line, too
         option->backgroundBrush = Qt::red;
         option->palette.setColor(QPalette::Text, Qt::white);
         option->font.setBold(true);
@@ -58,6 +60,25 @@ public:
 QString listPath()
 {
     return Base->AppPath + QStringLiteral("/SpChList");
+}
+
+/// A description in full, where its column is too narrow: a value without blanks breaks anywhere, and of one that would fill
+/// the screen the middle is left out.
+QString breakable(QString text)
+{
+    constexpr int most = 240;
+    constexpr int longestWord = 40;
+    if (text.size() > most)
+        text = text.left(most / 2) + QStringLiteral(" … ") + text.right(most / 2);
+    QString broken;
+    int word = 0;
+    for (const QChar c : text) {
+        word = c.isSpace() ? 0 : word + 1;
+        if (word > 0 && word % longestWord == 0)
+            broken += QChar(0x200B); // a break that does not show
+        broken += c;
+    }
+    return broken;
 }
 
 QString withoutLineEnd(QByteArray line)
@@ -97,7 +118,6 @@ void frmeflvalid::setUpGrids()
     ui->vsfv->setFixedRows(0);
     ui->vsfv->setCols(Line + 1);
     ui->vsfv->setColHidden(Flag, true);
-    ui->vsfv->setStretchCol(Line, leastLine);
     ui->vsfv->setFont(QFont(QStringLiteral("Courier New")));
     ui->vsfv->setItemDelegateForColumn(Number, new LineNumberDelegate(ui->vsfv));
 }
@@ -125,6 +145,17 @@ void frmeflvalid::connectControls()
     for (int index = 0; index < shownErrorColumns; ++index)
         connect(findChild<QCheckBox *>(QStringLiteral("Check1_%1").arg(index)), &QCheckBox::toggled, this,
                 [this, index] { CHECK1_CLICK(index); });
+}
+
+void frmeflvalid::setForCheckOnly()
+{
+    ui->cmdremspch->hide();
+    m_checkOnly = true;
+}
+
+void frmeflvalid::setFiled(const FiledReturn &filed)
+{
+    m_filed = filed;
 }
 
 void frmeflvalid::FORM_LOAD()
@@ -156,6 +187,8 @@ bool frmeflvalid::FORM_KEYPRESS(int asciiKey)
 
 bool frmeflvalid::FORM_KEYDOWN(int key, Qt::KeyboardModifiers /*modifiers*/)
 {
+    if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Tab)
+        return editReplacement();
     if (ui->famview->isHidden() || (key != Qt::Key_F7 && key != Qt::Key_F8))
         return false;
     key == Qt::Key_F8 ? CMDNEXTERR_CLICK() : CMDPREVERR_CLICK();
@@ -206,12 +239,14 @@ Validation frmeflvalid::VALIDFILE(const QString &Xsd, const QString &FileName, c
     ValidFileName = FileName;
     ValidForm = Form;
     m_last = Validation::Failed;
+    m_cut = false;
     clearErrors();
     ui->vsf->setRedraw(false);
     ui->vsfv->setRedraw(false);
     const bool ended = tail([this] {
         MyValidtor validator(ui->vsf);
         ValidateXml(ValidFileName, schemas(), validator);
+        m_cut = validator.wasFatal();
     });
     if (errorCount() > 0) {
         tail([this] { readFile(); });
@@ -231,6 +266,7 @@ void frmeflvalid::readFile()
     QFile file(ValidFileName);
     if (!file.open(QIODevice::ReadOnly))
         throw FaultError(FaultNumber::FileNotFound, QStringLiteral("%1 cannot be read.").arg(ValidFileName));
+    m_longestLine = 0;
     QMultiHash<int, int> rowsOfLine;
     for (int row = ui->vsf->Rows() - 1; row >= ui->vsf->FixedRows(); --row)
         rowsOfLine.insert(ui->vsf->TextMatrix(row, LineNo).toInt(), row);
@@ -238,6 +274,7 @@ void frmeflvalid::readFile()
     for (int number = 1; !file.atEnd(); ++number) {
         const QString line = withoutLineEnd(file.readLine());
         ui->vsfv->AddItem({QStringLiteral("0"), QString::number(number), line});
+        m_longestLine = std::max(m_longestLine, static_cast<int>(line.size()));
         locator.take(line);
         for (const int row : rowsOfLine.values(number))
             tellSource(row, locator.here());
@@ -255,9 +292,8 @@ void frmeflvalid::tellSource(int row, const LocatedError &error)
         return;
     m_places.push_back(*error.place);
     ui->vsf->setRowData(row, static_cast<int>(m_places.size()));
-    const QString &expected = error.place->at.expected;
-    if (!expected.isEmpty())
-        ui->vsf->setTextMatrix(row, Description, ui->vsf->TextMatrix(row, Description) + u' ' + expected);
+    const bool unreadable = m_cut && row == ui->vsf->Rows() - 1;
+    ui->vsf->setTextMatrix(row, Description, ui->vsf->TextMatrix(row, Description) + error.hint(unreadable));
 }
 
 void frmeflvalid::markLines()
@@ -271,20 +307,38 @@ void frmeflvalid::markLines()
 
 void frmeflvalid::fitGrids()
 {
-    constexpr int widest = 520;
-    ui->vsfv->fitColumns();
+    fitFile();
     ui->vsf->fitColumns();
-    for (int col = 0; col < shownErrorColumns; ++col) {
-        if (col != Description)
-            ui->vsf->setColWidth(col, std::min(widest, ui->vsf->ColWidth(col)));
-    }
+}
+
+/// The number of the last line and the longest line show in full; a line that no screen could hold is cut.
+void frmeflvalid::fitFile()
+{
+    constexpr int margin = 16;
+    constexpr int mostCharacters = 2000;
+    QFont bold = ui->vsfv->font();
+    bold.setBold(true);
+    ui->vsfv->setColWidth(Number, QFontMetrics(bold).horizontalAdvance(QString::number(ui->vsfv->Rows())) + margin);
+    const int longest = std::min(m_longestLine, mostCharacters);
+    ui->vsfv->setStretchCol(Line, QFontMetrics(ui->vsfv->font()).horizontalAdvance(QString(longest, u'W')) + margin);
 }
 
 // --- the list ---
 
 void frmeflvalid::CHECK1_CLICK(int Index)
 {
-    ui->vsf->setColHidden(Index, !findChild<QCheckBox *>(QStringLiteral("Check1_%1").arg(Index))->isChecked());
+    const bool shown = findChild<QCheckBox *>(QStringLiteral("Check1_%1").arg(Index))->isChecked();
+    std::array<int, shownErrorColumns> widths{}; // which the user may have changed
+    for (int col = 0; col < shownErrorColumns; ++col)
+        widths.at(static_cast<std::size_t>(col)) = ui->vsf->ColWidth(col);
+    ui->vsf->setColHidden(Index, !shown);
+    if (!shown)
+        return;
+    ui->vsf->fitColumns(); // which leaves hidden ones alone
+    for (int col = 0; col < shownErrorColumns; ++col) {
+        if (col != Index && col != Description && !ui->vsf->ColHidden(col))
+            ui->vsf->setColWidth(col, widths.at(static_cast<std::size_t>(col)));
+    }
 }
 
 void frmeflvalid::VSF_ROWCOLCHANGE()
@@ -293,7 +347,7 @@ void frmeflvalid::VSF_ROWCOLCHANGE()
     ui->lbldesc->clear();
     if (!ui->vsf->hasDataRow())
         return;
-    ui->lbldesc->setText(ui->vsf->TextMatrix(ui->vsf->Row(), Description)); // in full, where the column is too narrow
+    ui->lbldesc->setText(breakable(ui->vsf->TextMatrix(ui->vsf->Row(), Description)));
     ui->lblerr->setText(QStringLiteral("To Correct GoTo: ") + ui->vsf->TextMatrix(ui->vsf->Row(), Correct));
 }
 
@@ -312,7 +366,15 @@ void frmeflvalid::CMDGOTO_CLICK()
         MsgBox(this, QStringLiteral("This value is not typed on any screen."), Buttons::Ok, Icon::Information);
         return;
     }
-    const ReturnPlace wanted = m_places[static_cast<std::size_t>(place) - 1];
+    ReturnPlace wanted = m_places[static_cast<std::size_t>(place) - 1];
+    NameEntry(wanted, m_filed);
+    if (wanted.at.screen == ReturnScreen::Return && m_checkOnly) {
+        MsgBox(this,
+               QStringLiteral("This value is typed where the return is made: FBT Details of the client, e-Return "
+                              "Filing."),
+               Buttons::Ok, Icon::Information);
+        return;
+    }
     if (wanted.at.screen == ReturnScreen::Return) {
         m_wantedField = wanted.at.field;
         Unload();
@@ -335,12 +397,20 @@ void frmeflvalid::validateAgain()
         return;
     }
     VALIDFILE(ValidXsd, ValidFileName, ValidForm);
+    tellFailure();
     if (m_last != Validation::Valid) {
         ui->vsf->setFocus();
         return;
     }
     MsgBox(this, QStringLiteral("The file has no errors any more."), Buttons::Ok, Icon::Information);
     Unload();
+}
+
+/// An empty list after a validation that failed is not a file without errors.
+void frmeflvalid::tellFailure()
+{
+    if (m_last == Validation::Failed)
+        MsgBox(this, QStringLiteral("Could not validate File."));
 }
 
 // --- the file ---
@@ -431,6 +501,18 @@ void frmeflvalid::CMDADD_CLICK()
     ui->vsf1->EditCell();
 }
 
+/// From a character that is being typed on to what it is replaced with: what is typed next must not take its place.
+bool frmeflvalid::editReplacement()
+{
+    if (!ui->vsf1->isEditing() || ui->vsf1->Col() != Character)
+        return false;
+    if (ui->vsf1->finishEdit()) {
+        ui->vsf1->setCell(ui->vsf1->Row(), ReplaceWith);
+        ui->vsf1->EditCell();
+    }
+    return true;
+}
+
 void frmeflvalid::CMDDEL_CLICK()
 {
     if (ui->vsf1->hasDataRow())
@@ -456,6 +538,8 @@ void frmeflvalid::CMDOK_CLICK()
     FORM_KEYPRESS(escapeKey);
     if (!kept || !replaced)
         MsgBox(this, QStringLiteral("The characters could not be replaced."), Buttons::Ok, Icon::Exclamation);
-    else if (!replacements.empty())
+    else if (!replacements.empty()) {
         VALIDFILE(ValidXsd, ValidFileName, ValidForm);
+        tellFailure();
+    }
 }

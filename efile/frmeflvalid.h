@@ -2,7 +2,7 @@
 
 #include "controls/screen.h"
 #include "efile/errorplace.h"
-#include "efile/returnplace.h"
+#include "efile/filedreturn.h"
 #include "platform/offer.h"
 
 #include <functional>
@@ -37,6 +37,10 @@ public:
     Validation VALIDFILE(const QString &Xsd, const QString &FileName, const QString &Form);
     [[nodiscard]] Validation lastValidation() const { return m_last; }
 
+    /// For a file that nobody keeps: characters cannot be replaced in it, and no return screen waits for it.
+    void setForCheckOnly();
+    /// What was written to the file: it names the payment or account of an error.
+    void setFiled(const FiledReturn &filed);
     /// How the file is written anew after a value was corrected on another screen; false when it could not be.
     void setWriteAgain(std::function<bool()> write) { m_writeAgain = std::move(write); }
     /// The control of the return screen that the user asked for; empty without one.
@@ -59,6 +63,7 @@ private:
     void tellSource(int row, const LocatedError &error);
     void markLines();
     void fitGrids();
+    void fitFile();
     void CHECK1_CLICK(int Index);
     void VSF_ROWCOLCHANGE();
     void VSF_DBLCLICK();
@@ -72,10 +77,12 @@ private:
     void CMDREMSPCH_CLICK();
     void CMDADD_CLICK();
     void CMDDEL_CLICK();
+    bool editReplacement();
     void CMDOK_CLICK();
     void selectLine(int row);
     [[nodiscard]] bool isMarked(int row) const;
     void validateAgain();
+    void tellFailure();
 
     std::unique_ptr<Ui::frmeflvalid> ui;
     QString ValidXsd;
@@ -83,6 +90,10 @@ private:
     QString ValidForm;
     std::function<bool()> m_writeAgain;
     std::vector<ReturnPlace> m_places; // by the data of the rows of vsf, from 1 on
+    FiledReturn m_filed;
+    bool m_checkOnly = false;
     QString m_wantedField;
+    bool m_cut = false;    // the parser could not read on after the last error
+    int m_longestLine = 0; // characters, of the file that vsfv shows
     Validation m_last = Validation::Failed;
 };

@@ -16,6 +16,7 @@ void MyValidtor::error(const XmlPlace &place, const QString &message, int code)
 
 void MyValidtor::fatalError(const XmlPlace &place, const QString &message, int code)
 {
+    m_fatal = true;
     WRITEERROR(message, code, place.line, place.column);
 }
 

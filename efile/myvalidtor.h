@@ -18,8 +18,12 @@ public:
     void fatalError(const XmlPlace &place, const QString &message, int code) override;
     void ignorableWarning(const XmlPlace &place, const QString &message, int code) override;
 
+    /// Whether the parser could not read on after the last row.
+    [[nodiscard]] bool wasFatal() const { return m_fatal; }
+
 private:
     void WRITEERROR(const QString &Message, int Code, int Line, int Column);
 
     Grid *m_vsf;
+    bool m_fatal = false;
 };

@@ -27,11 +27,11 @@ void save(const QString &path, const QByteArray &bytes)
 }
 
 /// Writes the file of the client and year in hand, and says why when it is not written.
-bool write(QWidget *parent, const QString &path, const ReturnForm &form)
+bool write(QWidget *parent, const QString &path, const ReturnForm &form, FiledReturn &file)
 {
     const ClientYear client{Base->code, form.TYear};
     const bool rebuilt = RebuildPaymentSchedule(Cnn, client);
-    FiledReturn file = FileOf(form, PaymentSource::Schedule);
+    file = FileOf(form, PaymentSource::Schedule);
     if (!rebuilt && !file.form.unread.contains(u"challans"))
         file.form.unread << QStringLiteral("challans");
     if (!file.form.unread.isEmpty()) {
@@ -41,13 +41,20 @@ bool write(QWidget *parent, const QString &path, const ReturnForm &form)
                Buttons::Ok, Icon::Exclamation);
         return false;
     }
+    if (file.form.client[ClientRecord::Code].isEmpty()) {
+        MsgBox(parent,
+               QStringLiteral("This client is no longer there. Another user may have deleted it or changed its code."),
+               Buttons::Ok, Icon::Exclamation);
+        return false;
+    }
     if (WriteReturn(path, file))
         return true;
     MsgBox(parent, QStringLiteral("The file [%1] could not be written.").arg(path), Buttons::Ok, Icon::Exclamation);
     return false;
 }
 
-bool deletedWithConsent(QWidget *parent, const QString &path)
+/// The file itself goes when the new one is complete: a return that cannot be written must not cost the one that was.
+bool mayBeReplaced(QWidget *parent, const QString &path)
 {
     if (MsgBox(
             parent,
@@ -56,7 +63,8 @@ bool deletedWithConsent(QWidget *parent, const QString &path)
                 .arg(path),
             Buttons::YesNo, Icon::Question) != Reply::Yes)
         return false;
-    if (QFile::remove(path))
+    const QFileInfo there(path);
+    if (there.isFile() && there.isWritable() && QFileInfo(there.absolutePath()).isWritable())
         return true;
     MsgBox(parent,
            QStringLiteral("Could not delete existing File [%1]. Delete the file manually and try again.").arg(path));
@@ -121,18 +129,23 @@ QString AskReturnFile(QWidget *parent, const ReturnForm &form)
         if (path.isEmpty())
             return {};
     } while (!VALIDXMLFLNM(parent, QFileInfo(path).fileName()));
-    return !QFile::exists(path) || deletedWithConsent(parent, path) ? path : QString();
+    return !QFile::exists(path) || mayBeReplaced(parent, path) ? path : QString();
 }
 
 QString FileReturn(QWidget *parent, const QString &path, const std::function<ReturnForm()> &form)
 {
+    const QString code = Base->code;
     const int year = Base->TYear;
-    if (!write(parent, path, form()))
+    FiledReturn file;
+    if (!write(parent, path, form(), file))
         return {};
     const ValidationTask task = ValidationOf(year);
     frmeflvalid screen(parent);
+    screen.setFiled(file);
     screen.setWriteAgain([&] {
-        return TakeClientYear(QString(Base->code), year) && TakeEmployeesOfYear() && write(&screen, path, form());
+        const bool written = TakeClientYear(code, year) && TakeEmployeesOfYear() && write(&screen, path, form(), file);
+        screen.setFiled(file);
+        return written;
     });
     screen.Load();
     Validation result = screen.VALIDFILE(task.xsd, path, task.form);

@@ -32,7 +32,7 @@ FBT_OFFERED ValidationTask ValidationOf(int year);
 /// Whether the name of a file will do for the department: letters, digits and "_" before ".XML". Says what is wrong with it.
 FBT_OFFERED bool VALIDXMLFLNM(QWidget *parent, const QString &FileName);
 
-/// Asks for the file of a return until its name will do; one that is there is deleted with the user's consent. Empty when the
+/// Asks for the file of a return until its name will do; one that is there may be replaced with the user's consent. Empty when the
 /// user gave up.
 FBT_OFFERED QString AskReturnFile(QWidget *parent, const ReturnForm &form);
 

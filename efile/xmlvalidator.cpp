@@ -125,12 +125,13 @@ public:
         const bool ofCharacters = type == ErrType_Fatal && XMLString::equals(domain, XMLUni::fgExceptDomain);
         const XmlPlace place = ofCharacters ? firstWrongLine(m_path) : placeOf(line, column);
         const int number = static_cast<int>(code);
+        const QString message = textOf(text);
         if (type == ErrType_Warning)
-            m_errors.ignorableWarning(place, textOf(text), number);
+            m_errors.ignorableWarning(place, message, number);
         else if (type == ErrType_Fatal)
-            m_errors.fatalError(place, textOf(text), number);
+            m_errors.fatalError(place, message, number);
         else
-            m_errors.error(place, textOf(text), number);
+            m_errors.error(place, message, number);
     }
 
 private:

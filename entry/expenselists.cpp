@@ -72,6 +72,5 @@ void GETITEMS(Grid *grid, int year)
     const RowsRead<ExpenseItem> items = ExpenseItems(Cnn, year);
     grid->setColComboList(1, displayList(choices(heads)));
     grid->setColComboList(2, displayList(choices(items)));
-    Screen::of(grid)->noteReading(QStringLiteral("descriptions of heads and items"),
-                                  !heads.failed() && !items.failed());
+    Screen::of(grid)->noteReading(itemTexts, !heads.failed() && !items.failed());
 }

@@ -22,5 +22,8 @@ RowsRead<ExpenseChoice> ItemChoices(int year, int headId);
 /// A head as the lists of expenses hold it: empty for an item that is not among the year's items.
 QString HeadText(int headId);
 
+/// What `GETITEMS` reads, as a screen tells that it could not be read.
+inline const QString itemTexts = QStringLiteral("descriptions of heads and items");
+
 /// Lets columns 1 (`HeadId`) and 2 (`FBT_ExpHead.SrNo`) of a list of expenses show descriptions.
 void GETITEMS(Grid *grid, int year);

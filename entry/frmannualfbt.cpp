@@ -12,6 +12,8 @@
 #include "entry/natures.h"
 #include "platform/text.h"
 
+#include <QSignalBlocker>
+
 #include <algorithm>
 
 namespace {
@@ -26,6 +28,8 @@ constexpr int quarterCount = 4;
 // With these all quarters and the total show on a screen 1024 wide.
 constexpr int serialWidth = 36;
 constexpr int headWidth = 90;
+constexpr int wideHeadWidth = 220; // where the window has room for it
+constexpr int wideWindow = 1200;
 constexpr int leastItemWidth = 70;
 constexpr int rateWidth = 36;
 constexpr int amountWidth = 64;
@@ -129,6 +133,11 @@ void frmannualfbt::setUpList()
                                      .CMDDELETE_CLICK = [this](const AnnualRow &line) { CMDDELETEDED_CLICK(line); },
                                      .mayAdd = [this] { return NatureChosen(this, ui->cbonature); }});
     setLowerCaptions(ui->vsf2);
+    if (const QWidget *opener = parentWidget() != nullptr ? parentWidget()->window() : nullptr) {
+        resize(opener->size()); // as much as the screen that it is opened from has
+        if (opener->width() > wideWindow)
+            ui->vsf2->setColWidth(headColumn, wideHeadWidth);
+    }
 }
 
 void frmannualfbt::FORM_LOAD()
@@ -143,11 +152,18 @@ void frmannualfbt::FORM_LOAD()
 void frmannualfbt::INITDATA(int nature)
 {
     ErrorTail tail(this);
-    const RowsRead<Nature> natures = ClientNatures(Cnn, m_client.code);
-    noteReading(QStringLiteral("natures of business"), !natures.failed());
-    FillNatures(ui->cbonature, *natures, nature);
+    LOADNATURES(nature);
     connect(ui->cbonature, &QComboBox::currentIndexChanged, this, &frmannualfbt::CBONATURE_CLICK);
     CBONATURE_CLICK();
+}
+
+void frmannualfbt::LOADNATURES(int nature)
+{
+    const RowsRead<Nature> natures = ClientNatures(Cnn, m_client.code);
+    noteReading(businessNatures, !natures.failed());
+    const QSignalBlocker blocker(ui->cbonature);
+    FillNatures(ui->cbonature, *natures, nature);
+    m_nature = ui->cbonature->currentData().toInt();
 }
 
 void frmannualfbt::CBONATURE_CLICK()
@@ -164,6 +180,10 @@ void frmannualfbt::CBONATURE_CLICK()
 void frmannualfbt::LOADGRIDDED()
 {
     ErrorTail tail(this);
+    if (!couldRead(itemTexts)) // it may be there by now
+        GETITEMS(ui->vsf2, m_client.year);
+    if (!couldRead(businessNatures))
+        LOADNATURES(m_nature);
     const bool withoutRate = m_nature == consolidatedNature;
     ui->vsf2->setColHidden(rateColumn, withoutRate);
     ui->vsf2->setColHidden(totalValueColumn, withoutRate);

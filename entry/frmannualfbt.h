@@ -35,6 +35,7 @@ public:
 
 private:
     void setUpList();
+    void LOADNATURES(int nature);
     void CBONATURE_CLICK();
     void LOADGRIDDED();
     void CMDUPDATEDED_CLICK();

@@ -33,7 +33,6 @@ constexpr int valueColumn = 5;
 
 // What the figures are made of.
 const QString additionalInformation = QStringLiteral("additional information");
-const QString businessNatures = QStringLiteral("natures of business");
 const QString ownExpenses = QStringLiteral("expenses");
 const QString consolidatedExpenses = QStringLiteral("consolidated expenses");
 const QString salaries = QStringLiteral("salaries");
@@ -236,11 +235,27 @@ void frmfbtdet::SETBUTTONDED(bool browse)
 void frmfbtdet::LOADGRIDDED()
 {
     ErrorTail tail(this);
+    readAgain();
     clearFigures();
     for (const int col : {rateColumn, valueColumn})
         ui->vsf2->setColHidden(col, m_nature == consolidatedNature);
     m_list->LOADGRID();
     markFigures(tail([this] { showFigures(); }));
+}
+
+/// What could not be read when the screen opened may be there by now.
+void frmfbtdet::readAgain()
+{
+    if (!couldRead(itemTexts))
+        GETITEMS(ui->vsf2, client().year);
+    if (!couldRead(additionalInformation))
+        takeAddInfo();
+    if (couldRead(businessNatures))
+        return;
+    LOADNATURES();
+    ui->cmdconexp->setEnabled(m_nature == consolidatedNature);
+    if (sharesExpenses())
+        LOADSALDET();
 }
 
 /// Says so where the figures lack what could not be read.
@@ -260,9 +275,43 @@ void frmfbtdet::reload()
     if (m_list->editing())
         return;
     m_inHand.putBack();
+    TakeClientYear(QString(client().code), client().year); // another status has other rates
+    showRates();
     takeAddInfo();
+    if (ui->famcon->isHidden())
+        reloadNatures();
     LOADGRIDDED();
     LOADDATADED();
+}
+
+/// The nature that was chosen stays chosen as long as the client has it.
+void frmfbtdet::reloadNatures()
+{
+    const int chosen = m_nature;
+    LOADNATURES();
+    const QSignalBlocker blocker(ui->cbonature);
+    ui->cbonature->setCurrentIndex(std::max(0, ui->cbonature->findData(chosen)));
+    m_nature = ui->cbonature->currentData().toInt();
+    ui->cmdconexp->setEnabled(m_nature == consolidatedNature);
+    if (sharesExpenses())
+        LOADSALDET();
+}
+
+bool frmfbtdet::showExpense(const Expense &expense)
+{
+    ui->cboquarter->setCurrentIndex(expense.quarter - 1);
+    ui->cbonature->setCurrentIndex(ui->cbonature->findData(expense.natId));
+    m_list->select([&expense](const Expense &row) {
+        return row.srNo == expense.srNo && row.expId == expense.expId && row.amount == expense.amount;
+    });
+    LOADDATADED();
+    const Expense *current = m_list->current();
+    return current != nullptr && current->srNo == expense.srNo;
+}
+
+bool frmfbtdet::isEntering(const ClientYear &entered) const
+{
+    return m_list->editing() && client() == entered;
 }
 
 /// None when the expenses could not be read.

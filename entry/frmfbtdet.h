@@ -31,6 +31,10 @@ public:
 
     /// Reads the list and its figures anew, for what was changed elsewhere; not while a row is being entered.
     void reload();
+    /// Makes an expense current with its quarter and nature, once the screen is loaded; false when it is not there.
+    [[nodiscard]] bool showExpense(const Expense &expense);
+    /// Whether an expense of that client and year is being entered.
+    [[nodiscard]] bool isEntering(const ClientYear &client) const;
 
     void FORM_LOAD() override;
     void FORM_ACTIVATE() override;
@@ -45,11 +49,13 @@ private:
     void showRates();
     void takeAddInfo();
     void LOADNATURES();
+    void reloadNatures();
     void LOADSALDET();
     void CBOQUARTER_CLICK();
     void CBONATURE_CLICK();
     void SETBUTTONDED(bool browse);
     void LOADGRIDDED();
+    void readAgain();
     void LOADDATADED();
     void GETCONSITEMS(std::vector<Expense> &rows);
     void GETCONSFIGS();

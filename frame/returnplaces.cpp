@@ -1,13 +1,18 @@
 #include "frame/returnplaces.h"
 
+#include "calc/clientyear.h"
+#include "calc/returnform.h"
 #include "context/modbase.h"
 #include "controls/grid.h"
-#include "efile/filedreturn.h"
 #include "entry/frmfbtdet.h"
 #include "host/siblings.h"
 #include "masters/frmclinfo.h"
 #include "payments/challan.h"
+#include "platform/text.h"
 #include "records/addinfo.h"
+#include "records/bankaccounts.h"
+#include "records/challans.h"
+#include "records/expenses.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
@@ -42,16 +47,67 @@ void press(const Screen &screen, const char *name)
         button->click();
 }
 
+/// A field that cannot be entered gives way to the box that opens it.
 void focus(const Screen &screen, const QString &field)
 {
-    if (auto *control = screen.findChild<QWidget *>(field))
+    if (field.isEmpty())
+        return;
+    auto *control = screen.findChild<QWidget *>(field);
+    if (control == nullptr)
+        return;
+    const QString opener = control->property("enabledBy").toString();
+    if (!control->isEnabled() && !opener.isEmpty())
+        focus(screen, opener);
+    else
         control->setFocus(Qt::OtherFocusReason);
 }
 
-/// The client's own row, which is the current one of the list.
+void refuse(const QString &why)
+{
+    MsgBox(MdiForm, why, Buttons::Ok, Icon::Exclamation);
+}
+
+/// Any other row would be another client's.
+void tellClientGone()
+{
+    refuse(QStringLiteral("This client is no longer there. Another user may have deleted it or changed its code."));
+}
+
+/// Whether what is to be corrected is being entered already, on a screen that stands under this one: a second entry would be
+/// lost when the first is saved. Says so.
+bool isBeingEntered(ReturnScreen at)
+{
+    const ClientYear client{Base->code, Base->TYear};
+    const auto *master = Screen::opened<frmclinfo>();
+    const auto *challans = Screen::opened<Challan>();
+    const auto *expenses = Screen::opened<frmfbtdet>();
+    const bool entered = (at == ReturnScreen::Client && master != nullptr && master->isEntering(client.code)) ||
+                         (at == ReturnScreen::Challans && challans != nullptr && challans->isEntering(client)) ||
+                         (at == ReturnScreen::Expenses && expenses != nullptr && expenses->isEntering(client));
+    if (entered)
+        refuse(QStringLiteral("The screen %1 is open already, with an entry that is not saved. Save or cancel it there "
+                              "first.")
+                   .arg(ScreenName(at)));
+    return entered;
+}
+
+/// The screens under this one show what was corrected.
+void freshenOpen()
+{
+    if (auto *master = Screen::opened<frmclinfo>())
+        master->reload();
+    if (auto *challans = Screen::opened<Challan>())
+        challans->reload();
+    if (auto *expenses = Screen::opened<frmfbtdet>())
+        expenses->reload();
+}
+
 void openClient(const QString &field)
 {
     frmclinfo screen(MdiForm);
+    screen.Load();
+    if (!screen.showClient(Base->code))
+        return tellClientGone();
     onNextModal([field](Screen &up) {
         lock(up, {"cmdadd", "cmddelete"});
         press(up, "cmdmodify");
@@ -85,11 +141,13 @@ void openMiscInf(const QString &field)
     onNextModal([field](Screen &up) {
         auto *client = up.findChild<QComboBox *>(QStringLiteral("cboclient"));
         auto *year = up.findChild<QComboBox *>(QStringLiteral("cboyear"));
-        if (client == nullptr || year == nullptr)
-            return;
-        client->setCurrentIndex(client->findData(Base->code));
-        year->setCurrentIndex(year->findData(Base->TYear));
-        emit client->activated(client->currentIndex());
+        const int clientAt = client == nullptr ? -1 : client->findData(Base->code);
+        const int yearAt = year == nullptr ? -1 : year->findData(Base->TYear);
+        if (clientAt < 0 || yearAt < 0)
+            return tellClientGone();
+        client->setCurrentIndex(clientAt);
+        year->setCurrentIndex(yearAt);
+        emit client->activated(clientAt);
         focus(up, field);
     });
     miscInf->InitMe(Base->AppPath, Cnn, QStringLiteral("FBTLogger.log"), Base->vScreenRatX, Base->vScreenRatY,
@@ -97,21 +155,30 @@ void openMiscInf(const QString &field)
     miscInf->ObjMain();
 }
 
-/// The row of the list of accounts: the one that the file tells of, which the later form takes from the default account.
-int rowOfAccount(int item)
+/// What the file tells of is no longer there: any other row would be the wrong one.
+void tellEntryGone()
 {
-    if (item > 0)
-        return item;
+    refuse(QStringLiteral("This entry is no longer as the file has it. Another user may have changed or deleted it."));
+}
+
+/// The row of the list of accounts: the one that the file tells of, which the later form takes from the default account. 0
+/// for none.
+int rowOfAccount(int number)
+{
     const RowsRead<BankAccount> accounts = BankAccounts(Cnn, {Base->code, Base->TYear});
-    const auto found =
-        std::find_if(accounts->begin(), accounts->end(), [](const BankAccount &account) { return account.isDefault; });
+    const auto found = std::find_if(accounts->begin(), accounts->end(), [number](const BankAccount &account) {
+        return number > 0 ? account.number == number : account.isDefault;
+    });
     return found == accounts->end() ? 0 : static_cast<int>(found - accounts->begin()) + 1;
 }
 
 void editAccount(const Screen &screen, const ReturnPlace &place)
 {
-    const int row = rowOfAccount(place.item);
-    if (auto *list = screen.findChild<Grid *>(QStringLiteral("vsf")); list != nullptr && row > 0)
+    const int row = rowOfAccount(place.account);
+    auto *list = screen.findChild<Grid *>(QStringLiteral("vsf"));
+    if (list == nullptr || row >= list->Rows() || (row == 0 && place.account > 0))
+        return tellEntryGone();
+    if (row > 0)
         list->setRow(row);
     press(screen, row > 0 ? "cmdmodify" : "cmdadd");
     focus(screen, place.at.field);
@@ -125,34 +192,76 @@ void openBanks(const ReturnPlace &place)
     });
 }
 
+/// The very challan of a payment; none when it was changed or deleted since the file was written.
+std::optional<ChallanRecord> challanOf(const ScheduledPayment &payment)
+{
+    const RowsRead<ChallanRecord> challans = Challans(Cnn, {Base->code, Base->TYear});
+    const auto found = std::find_if(challans->begin(), challans->end(), [&payment](const ChallanRecord &challan) {
+        return challan.quarter == payment.quarter && challan.srNo == payment.number &&
+               challan.challanNo.trimmed() == payment.challanNo && challan.TotAmt == payment.amount;
+    });
+    return found == challans->end() ? std::nullopt : std::optional(*found);
+}
+
 void openChallans(const ReturnPlace &place)
 {
+    const auto challan = place.payment ? challanOf(*place.payment) : std::nullopt;
+    if (place.payment && !challan)
+        return tellEntryGone();
     Challan screen(MdiForm);
     screen.Load();
-    const auto payment = PaymentOfFile({Base->code, Base->TYear}, place.advance, place.allPayments, place.item);
-    if (payment)
-        screen.showChallanOf(payment->quarter, payment->number);
-    onNextModal([payment, place](Screen &up) {
-        if (payment)
+    const bool shown = challan && screen.showChallanOf(*challan);
+    onNextModal([shown, place](Screen &up) {
+        if (shown)
             press(up, "cmdmodify");
         focus(up, place.at.field);
     });
     screen.showModal();
 }
 
+/// Whether the department would not take an amount.
+bool isWrong(const Expense &expense)
+{
+    constexpr double limit = 1e14;
+    return expense.amount < 0 || expense.amount >= limit || expense.amount != Round(expense.amount);
+}
+
+/// The client's first expense with an amount that would not be taken.
+std::optional<Expense> wrongExpense(const ClientYear &client)
+{
+    std::vector<int> natures = *ClientNatureNumbers(Cnn, client.code);
+    natures.push_back(consolidatedNature);
+    for (const int nature : natures) {
+        const RowsRead<Expense> expenses = ExpensesOfYear(Cnn, client, nature);
+        const auto wrong = std::find_if(expenses->begin(), expenses->end(), isWrong);
+        if (wrong != expenses->end())
+            return *wrong;
+    }
+    return std::nullopt;
+}
+
 void openExpenses()
 {
     frmfbtdet screen(MdiForm);
-    onNextModal([](Screen &up) { lock(up, {"cmdchallan", "Command2", "cmdret", "cmdefl"}); });
+    screen.Load();
+    const std::optional<Expense> wrong = wrongExpense({Base->code, Base->TYear});
+    const bool shown = wrong && screen.showExpense(*wrong);
+    onNextModal([shown](Screen &up) {
+        lock(up, {"cmdchallan", "Command2", "cmdret", "cmdefl"});
+        if (shown)
+            press(up, "cmdmodifyded");
+        focus(up, shown ? QStringLiteral("txtdedflds_2") : QString());
+    });
     screen.showModal();
-    if (auto *below = Screen::opened<frmfbtdet>())
-        below->reload();
 }
 
 } // namespace
 
 void OpenReturnPlace(const ReturnPlace &place)
 {
+    if (isBeingEntered(place.at.screen))
+        return;
+    const ClientYearKeeper inHand; // a screen that stands open may be another client's
     const QString field = place.at.field;
     switch (place.at.screen) {
     case ReturnScreen::Client:
@@ -176,4 +285,5 @@ void OpenReturnPlace(const ReturnPlace &place)
     case ReturnScreen::Return: // the caller has it
         break;
     }
+    freshenOpen();
 }

@@ -6,8 +6,10 @@
 #include "ui_frmhelp.h"
 
 #include <QAction>
+#include <QPdfWriter>
 #include <QPrinter>
 #include <QPrinterInfo>
+#include <QSaveFile>
 #include <QSplitterHandle>
 #include <QToolBar>
 
@@ -20,6 +22,17 @@ constexpr int fileColumn = 2;
 QString helpFolder()
 {
     return Base->AppPath + QStringLiteral("/HTMLHelp");
+}
+
+/// What stands in front of the user: a panel that names its topic, or the screen.
+QString placeOf(const Screen &asked)
+{
+    for (const QWidget *panel : asked.findChildren<QWidget *>()) {
+        QString topic = panel->property("helpTopic").toString();
+        if (!topic.isEmpty() && panel->isVisible())
+            return topic;
+    }
+    return asked.objectName();
 }
 
 } // namespace
@@ -38,18 +51,18 @@ frmhelp::~frmhelp() = default;
 void frmhelp::OpenFor(Screen &asked)
 {
     if (auto *help = qobject_cast<frmhelp *>(&asked)) {
-        help->SHOWSCREEN(help->objectName());
+        help->SHOWPLACE(help->objectName());
         return;
     }
     const QList<Screen *> modal = modalScreens();
     if (modal.isEmpty()) {
         openOnce<frmhelp>(nullptr);
         if (auto *help = opened<frmhelp>())
-            help->SHOWSCREEN(asked.objectName());
+            help->SHOWPLACE(placeOf(asked));
         return;
     }
     frmhelp help(modal.last());
-    help.m_screen = asked.objectName();
+    help.m_place = placeOf(asked);
     help.showModal();
 }
 
@@ -118,8 +131,8 @@ void frmhelp::FORM_LOAD()
     Base->Resize_For_Resolution(this);
     ui->wb1->setFolder(helpFolder());
     LOADTREE();
-    if (!m_screen.isEmpty())
-        SHOWSCREEN(m_screen);
+    if (!m_place.isEmpty())
+        SHOWPLACE(m_place);
 }
 
 void frmhelp::LOADTREE()
@@ -163,9 +176,10 @@ void frmhelp::SHOWTOPIC()
         ui->wb1->showPage(m_topics[ui->vsf->Row()].file, m_topics[ui->vsf->Row()].key);
 }
 
-void frmhelp::SHOWSCREEN(const QString &screen)
+void frmhelp::SHOWPLACE(const QString &place)
 {
-    const qsizetype row = TopicOfScreen(m_topics, screen);
+    const qsizetype named = TopicOfKey(m_topics, place);
+    const qsizetype row = named < 0 ? TopicOfScreen(m_topics, place) : named;
     if (row < 0)
         return;
     select(row);
@@ -217,14 +231,7 @@ void frmhelp::PRINT()
     ErrorTail tail(this);
     const QPrinterInfo info = QPrinterInfo::defaultPrinter();
     if (info.isNull()) {
-        const QString file = ChooseFile(this, FileUse::Save, QStringLiteral("No printer is installed: save the page"),
-                                        QStringLiteral("PDF files (*.pdf)"), QStringLiteral("help.pdf"));
-        if (file.isEmpty())
-            return;
-        QPrinter pdf(QPrinter::HighResolution);
-        pdf.setOutputFormat(QPrinter::PdfFormat);
-        pdf.setOutputFileName(file);
-        ui->wb1->print(&pdf);
+        SAVEPAGE();
         return;
     }
     if (MsgBox(this, QStringLiteral("Do you want to print this page on the printer %1 ?").arg(info.printerName()),
@@ -232,6 +239,24 @@ void frmhelp::PRINT()
         return;
     QPrinter paper(info, QPrinter::HighResolution);
     ui->wb1->print(&paper);
+    if (paper.printerState() == QPrinter::Error)
+        MsgBox(this, QStringLiteral("The printer could not be started."), Buttons::Ok, Icon::Exclamation);
+}
+
+/// What takes the place of a printer where there is none.
+void frmhelp::SAVEPAGE()
+{
+    const QString file = ChooseFile(this, FileUse::Save, QStringLiteral("No printer is installed: save the page"),
+                                    QStringLiteral("PDF files (*.pdf)"), QStringLiteral("help.pdf"));
+    if (file.isEmpty())
+        return;
+    QSaveFile output(file);
+    if (output.open(QIODevice::WriteOnly)) {
+        QPdfWriter pdf(&output);
+        ui->wb1->print(&pdf);
+    }
+    if (!output.commit())
+        MsgBox(this, QStringLiteral("The file could not be written:\n%1").arg(file), Buttons::Ok, Icon::Exclamation);
 }
 
 void frmhelp::CLOSE()
@@ -252,10 +277,17 @@ void frmhelp::FIND()
     ui->vsfhits->clearBody();
     const QList<qsizetype> found = FindHelp(m_topics, m_texts, words);
     for (const qsizetype row : found)
-        ui->vsfhits->AddItem({m_topics[row].title, QString::number(row), m_topics[row].file});
+        ui->vsfhits->AddItem({fullTitle(row), QString::number(row), m_topics[row].file});
     ui->vsfhits->setRedraw(true);
     const bool none = !words.isEmpty() && found.isEmpty();
     ui->lblfound->setText(none ? QStringLiteral("No topic has all these words.") : QString());
+}
+
+/// With the topic that it belongs to: many have "Messages".
+QString frmhelp::fullTitle(qsizetype row) const
+{
+    const qsizetype above = m_outline.parent(row);
+    return above < 0 ? m_topics[row].title : m_topics[above].title + QStringLiteral(": ") + m_topics[row].title;
 }
 
 void frmhelp::SHOWHIT()
@@ -265,7 +297,7 @@ void frmhelp::SHOWHIT()
         return;
     select(ui->vsfhits->TextMatrix(ui->vsfhits->Row(), keyColumn).toInt());
     SHOWTOPIC();
-    ui->wb1->find(ui->txtfind->text().simplified().section(u' ', 0, 0));
+    ui->wb1->markWord(ui->txtfind->text().simplified().section(u' ', 0, 0), m_topics[ui->vsf->Row()].key);
 }
 
 bool frmhelp::FORM_KEYPRESS(int asciiKey)

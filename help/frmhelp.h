@@ -29,7 +29,7 @@ public:
     bool FORM_KEYPRESS(int asciiKey) override;
     bool FORM_KEYDOWN(int key, Qt::KeyboardModifiers modifiers) override;
 
-    void SHOWSCREEN(const QString &screen);
+    void SHOWPLACE(const QString &place); ///< the topic of a key, or of a screen by its name
 
 private:
     void buildToolBar();
@@ -46,14 +46,16 @@ private:
     void DOWN();
     void UP();
     void PRINT();
+    void SAVEPAGE();
     void CLOSE();
     void FIND();
     void SHOWHIT();
+    [[nodiscard]] QString fullTitle(qsizetype row) const;
     bool treeKey(int key);
 
     std::unique_ptr<Ui::frmhelp> ui;
     HelpTopics m_topics;
     HelpOutline m_outline;
     QStringList m_texts; // of the topics, read at the first search
-    QString m_screen;    // whose topic is shown when the help is opened
+    QString m_place;     // whose topic is shown when the help is opened
 };

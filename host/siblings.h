@@ -38,7 +38,8 @@ public:
 
     /// Starts the browser, visible and empty.
     virtual Opened Open() = 0;
-    [[nodiscard]] virtual bool Visible() = 0; ///< the window is there
+    [[nodiscard]] virtual QString Reason() const = 0; ///< why it did not start: text from outside
+    [[nodiscard]] virtual bool Visible() = 0;         ///< the window is there
     virtual Result Navigate2(const QString &url) = 0;
     /// Runs a script of the module's own in the page; what it returns is text from outside.
     virtual Result Run(const QString &script, const QJsonArray &arguments, QJsonValue *value) = 0;

@@ -52,7 +52,10 @@ bool writeTable(const std::vector<QStringList> &rows, const QString &path)
 
 void print(const CheckedReturn &checked, QTextStream &out)
 {
-    out << CheckCells(checked).join(u'\t') << '\n';
+    QStringList cells = CheckCells(checked);
+    for (QString &cell : cells)
+        cell = cell.simplified(); // a line a client, whatever a name that was imported has in it
+    out << cells.join(u'\t') << '\n';
     for (const CheckedError &error : checked.errors) {
         out << "\tline " << error.line << ' ' << error.element << ": " << error.description;
         if (!error.screen.isEmpty())
@@ -79,18 +82,24 @@ QString obstacle(Connection &connection, int year)
 int checkAll(const std::vector<NamedClient> &clients, int year, const QString &csv, QTextStream &out, QString *why)
 {
     int wrong = 0;
+    QStringList faulty; // clients whose faults the log tells
     std::vector<QStringList> rows{CheckCaptions() + QStringList{QStringLiteral("Line"), QStringLiteral("Element"),
                                                                 QStringLiteral("Description"),
                                                                 QStringLiteral("Screen")}};
     CheckReturns(clients, year, [&](const CheckedReturn &checked) {
         print(checked, out);
         wrong += checked.isRight() ? 0 : 1;
+        if (ModuleScope::takeFault())
+            faulty << checked.code;
         if (!csv.isEmpty()) {
             const std::vector<QStringList> more = tableRows(checked);
             rows.insert(rows.end(), more.begin(), more.end());
         }
         return true;
     });
+    if (!faulty.isEmpty())
+        *why = QStringLiteral("Not all was read, or a date or number is none: %1. FBTLogger.log in %2 tells more.")
+                   .arg(faulty.join(QStringLiteral(", ")), Base->AppPath);
     if (!csv.isEmpty() && !writeTable(rows, csv))
         *why = QStringLiteral("%1 cannot be written.").arg(csv);
     return wrong;
@@ -110,7 +119,5 @@ bool RunCheck(Connection &connection, BaseObject &base, int year, const QString 
         return false;
     }
     const int wrong = checkAll(*clients, year, csv, out, why);
-    if (why->isEmpty() && ModuleScope::hasFaults())
-        *why = QStringLiteral("Not all could be read or written; FBTLogger.log in %1 tells why.").arg(base.AppPath);
     return wrong == 0 && why->isEmpty();
 }

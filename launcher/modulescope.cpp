@@ -24,3 +24,10 @@ bool ModuleScope::hasFaults()
 {
     return !ErrText.isEmpty();
 }
+
+bool ModuleScope::takeFault()
+{
+    const bool faults = hasFaults();
+    ErrText.clear();
+    return faults;
+}

@@ -16,7 +16,8 @@ public:
     ModuleScope(const ModuleScope &) = delete;
     ModuleScope &operator=(const ModuleScope &) = delete;
 
-    [[nodiscard]] static bool hasFaults(); ///< since this was made
+    [[nodiscard]] static bool hasFaults(); ///< since this was made, or a fault was taken
+    static bool takeFault();               ///< whether there were faults; they count no longer
 
 private:
     Connection &m_connection;

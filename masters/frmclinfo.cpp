@@ -503,6 +503,24 @@ void frmclinfo::reloadClients()
     ui->ClGrd1->SelectClient(current);
 }
 
+bool frmclinfo::showClient(const QString &code)
+{
+    ui->ClGrd1->SelectClient(code);
+    return ui->ClGrd1->TextMatrix(ui->ClGrd1->Row(), 0) == code;
+}
+
+void frmclinfo::reload()
+{
+    const ErrorTail tail(this, "FORM_LOAD");
+    if (!ui->famgrd->isHidden())
+        reloadClients();
+}
+
+bool frmclinfo::isEntering(const QString &code) const
+{
+    return ui->famgrd->isHidden() && EditMode && SameCode(code, EditCode);
+}
+
 void frmclinfo::CMDEXIT_CLICK()
 {
     Unload();

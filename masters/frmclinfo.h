@@ -30,6 +30,13 @@ public:
     explicit frmclinfo(QWidget *parent = nullptr);
     ~frmclinfo() override;
 
+    /// Makes an employer current, once the screen is loaded; false when he is not in the list.
+    [[nodiscard]] bool showClient(const QString &code);
+    /// Reads the list anew, for what was changed elsewhere; not while an employer is being entered.
+    void reload();
+    /// Whether that employer is being changed.
+    [[nodiscard]] bool isEntering(const QString &code) const;
+
     void FORM_LOAD() override;
     bool FORM_UNLOAD() override;
     bool FORM_KEYPRESS(int asciiKey) override;

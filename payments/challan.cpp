@@ -9,6 +9,7 @@
 #include "payments/challanlist.h"
 #include "platform/clock.h"
 #include "platform/dates.h"
+#include "platform/sqltext.h"
 #include "platform/text.h"
 #include "records/banks.h"
 
@@ -173,6 +174,22 @@ bool Challan::isEditing() const
     return !ui->famact2->isHidden();
 }
 
+bool Challan::isEntering(const ClientYear &client) const
+{
+    return isEditing() && m_inHand.client == client;
+}
+
+void Challan::reload()
+{
+    ErrorTail tail(this, "LOADGRID");
+    if (isEditing())
+        return;
+    LOADPAYER();
+    LOADBANKS();
+    refreshGrid();
+    LOADDATA();
+}
+
 /// The cess for secondary and higher education came with A.Y. 2008-09, and with it the instalments of the year's tax.
 bool Challan::hasSecondCess() const
 {
@@ -218,6 +235,8 @@ void Challan::LOADBANKS()
 void Challan::LOADGRID()
 {
     ErrorTail tail(this);
+    if (!couldRead(banks)) // they may be there by now
+        LOADBANKS();
     const RowsRead<ChallanRecord> rows = Challans(Cnn, m_inHand.client);
     noteReading(challans, !rows.failed());
     m_list->fill(*rows);
@@ -237,13 +256,12 @@ void Challan::LOADDATA()
         showChallan(*challan);
 }
 
-void Challan::showChallanOf(int quarter, int srNo)
+bool Challan::showChallanOf(const ChallanRecord &wanted)
 {
-    ChallanRecord wanted;
-    wanted.quarter = quarter;
-    wanted.srNo = srNo;
     m_list->select(wanted);
     LOADDATA();
+    const ChallanRecord *current = m_list->current();
+    return current != nullptr && *current == wanted;
 }
 
 void Challan::CLEARDATA()
@@ -326,11 +344,29 @@ void Challan::COMBO1_CLICK()
 void Challan::OPTMOP_CLICK()
 {
     const NoTail tail;
-    const bool cheque = optmop[firstChequeOption]->isChecked() || optmop[firstChequeOption + 1]->isChecked();
+    showCheque(optmop[firstChequeOption]->isChecked() || optmop[firstChequeOption + 1]->isChecked());
+}
+
+void Challan::showCheque(bool visible)
+{
     for (QWidget *label : {ui->lblchq, ui->lblchq1, ui->lblchq2})
-        label->setVisible(cheque);
+        label->setVisible(visible);
     for (const int index : {chequeNoField, chequeDateField, bankNameField})
-        txtfields[index]->setVisible(cheque);
+        txtfields[index]->setVisible(visible);
+}
+
+/// A text that no statement can hold is shown when it is why a save was refused: one typed for a cheque stays when the
+/// mode of payment hides its field.
+void Challan::showRefusedText()
+{
+    for (const int index : {numberField, chequeNoField, chequeDateField, bankNameField}) {
+        if (Sql("'", txtfields[index]->text(), "'").fault().isEmpty())
+            continue;
+        if (index != numberField)
+            showCheque(true);
+        txtfields[index]->setFocus(Qt::OtherFocusReason);
+        return;
+    }
 }
 
 int Challan::quarter() const
@@ -533,8 +569,10 @@ void Challan::CMDUPDATE_CLICK()
                                                    : ChangeChallan(Cnn, m_inHand.client, *m_list->current(), challan);
     m_saveRefused = !srNo;
     showCaption();
-    if (m_saveRefused)
+    if (m_saveRefused) {
+        showRefusedText();
         return;
+    }
     LOADGRID();
     challan.srNo = *srNo;
     m_list->select(challan);

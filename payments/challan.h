@@ -29,8 +29,12 @@ public:
     explicit Challan(QWidget *parent = nullptr);
     ~Challan() override;
 
-    /// Makes a challan current by its quarter and number, once the screen is loaded; the first one when it is not there.
-    void showChallanOf(int quarter, int srNo);
+    /// Makes a challan current, once the screen is loaded; false when it is not there.
+    [[nodiscard]] bool showChallanOf(const ChallanRecord &wanted);
+    /// Reads payer, banks and list anew, for what was changed elsewhere; not while a challan is being entered.
+    void reload();
+    /// Whether a challan of that client and year is being entered.
+    [[nodiscard]] bool isEntering(const ClientYear &client) const;
 
     void FORM_LOAD() override;
     void FORM_ACTIVATE() override;
@@ -67,6 +71,8 @@ private:
     void closePanel();
     void refreshGrid();
     void showCaption();
+    void showCheque(bool visible);
+    void showRefusedText();
     void showChallan(const ChallanRecord &challan);
     void showAmount(int index, double rupees);
     void showHeads(const HeadAmounts &heads, int count);

@@ -89,7 +89,7 @@ void Challan::CMDINTCALREP_CLICK()
     ErrorTail tail(this);
     if (!couldRead(clientData))
         LOADPAYER();
-    const Reading<QDate> upTo = InterestDate();
+    const Reading<QDate> upTo = InterestDate(tail);
     noteReading(InterestSource::terms, !upTo.failed());
     const auto shortfalls = ui->famcalcadv->shortfalls(m_payer.ClientDOI, *upTo);
     if (!shortfalls || upTo.failed() || !couldRead(clientData))

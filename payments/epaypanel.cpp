@@ -6,6 +6,7 @@
 #include "controls/msgbox.h"
 
 #include <QGuiApplication>
+#include <QJsonObject>
 #include <QTimer>
 
 namespace {
@@ -38,12 +39,11 @@ void EPayPanel::DOCUMENTCOMPLETE(const QJsonArray &values)
     m_running = true;
     if (mayCloseEarlier()) {
         const QString portal = portalAddress();
-        if (portal.isEmpty())
-            MsgBox(
-                this,
-                QStringLiteral("The address of the e-payment portal is not known. Write it as portal= under [EPay] in "
-                               "the settings file pelkfbt.ini."),
-                Buttons::Ok, Icon::Information);
+        if (!IsPortalAddress(portal))
+            MsgBox(this,
+                   QStringLiteral("The address of the e-payment portal is not known. Write it as portal=https://... "
+                                  "under [EPay] in the settings file pelkfbt.ini."),
+                   Buttons::Ok, Icon::Information);
         else
             walk(portal, values);
     }
@@ -72,9 +72,13 @@ bool EPayPanel::openBrowser()
         PayBrowser->Close(); // the driver of a window that the user has closed
     m_made = CreateObject(QStringLiteral("InternetExplorer.Application"));
     PayBrowser = dynamic_cast<BrowserObject *>(m_made.get());
+    m_opening = true;
     const auto opened = PayBrowser == nullptr ? BrowserObject::Opened::Failed : PayBrowser->Open();
+    m_opening = false;
     if (opened == BrowserObject::Opened::Yes)
         return true;
+    if (opened == BrowserObject::Opened::Failed && m_run == Run::Going)
+        note(PayBrowser == nullptr ? QStringLiteral("there is no browser") : PayBrowser->Reason());
     m_made.reset();
     PayBrowser = nullptr;
     SHOWFAILMSG(
@@ -95,18 +99,19 @@ void EPayPanel::walk(const QString &portal, const QJsonArray &values)
     showStage(QStringLiteral("Connecting to e-Tax Payment System .........."));
     if (!openBrowser())
         return;
-    PayBrowser->Navigate2(StartAddress(portal)); // a failure shows in the page, or in the window being gone
+    if (m_run == Run::Going)
+        PayBrowser->Navigate2(StartAddress(portal)); // a failure shows in the page, or in the window being gone
     if (!waitFor([&](const PortalPage &page) { return IsStartPage(page, portal); },
                  QStringLiteral("Could not Open e-Tax Payment System.")))
         return;
     showStage(QStringLiteral("Opening CHALLAN NO./ITNS 283 .........."));
-    run(OpenChallanScript());
+    clickChallan();
     if (!waitFor([&](const PortalPage &page) { return IsChallanPage(page, portal); },
                  QStringLiteral("Could not Open Challan.")))
         return;
     showStage(QStringLiteral("Filling Challan .........."));
     setEnabled(false);
-    fill(values);
+    fill({values.at(0), ChallanAddress(portal)});
     setEnabled(true);
     m_run = Run::Taken;
     SHOWFAILMSG(QString());
@@ -134,23 +139,40 @@ bool EPayPanel::waitFor(const std::function<bool(const PortalPage &)> &there, co
     return false;
 }
 
-/// An element that cannot be filled costs that element alone, and is logged.
-bool EPayPanel::fill(const QJsonArray &values)
+/// A dialog of the page can stand before the click; the user answers it.
+void EPayPanel::clickChallan()
 {
-    ErrorTail tail(QString::fromLatin1(formName), procedure);
+    QJsonValue found;
+    BrowserObject::Result result = BrowserObject::Result::NotYet;
+    do
+        result = run(OpenChallanScript(), {}, &found);
+    while (result == BrowserObject::Result::NotYet && pause());
+    if (result == BrowserObject::Result::Done && !found.toBool())
+        note(QStringLiteral("the start page has no element 283"));
+}
+
+/// An element that cannot be filled costs that element alone, and is logged.
+void EPayPanel::fill(const QJsonArray &values)
+{
     QJsonValue missed;
-    const bool done = run(FillScript(), values, &missed) == BrowserObject::Result::Done;
-    const auto take = [&](const QString &what) { tail.take({FaultNumber::General, what, QStringLiteral("FBT")}); };
-    if (!done)
-        take(QStringLiteral("the form could not be filled"));
-    for (const QJsonValue name : missed.toArray())
-        take(QStringLiteral("the form has no element %1").arg(name.toString()));
-    return done;
+    run(FillScript(), values, &missed);
+    if (!missed.isArray())
+        note(QStringLiteral("the form could not be filled"));
+    for (const QString &name : values.at(0).toObject().keys()) {
+        if (missed.toArray().contains(name))
+            note(QStringLiteral("the form has no element %1").arg(name));
+    }
+}
+
+/// A fault that the log alone tells.
+void EPayPanel::note(const QString &what)
+{
+    ErrorTail(QString::fromLatin1(formName), procedure).take({FaultNumber::General, what, QStringLiteral("FBT")});
 }
 
 void EPayPanel::cancel()
 {
-    if (isEnabled() && m_run == Run::Going)
+    if (isEnabled() && (m_run == Run::Going || m_opening))
         end(Run::Cancelled);
 }
 
@@ -160,11 +182,11 @@ void EPayPanel::CMDSTOPPG_CLICK()
         end(Run::Taken);
 }
 
-/// The loop sees it at once, whatever it waits for.
+/// The loop sees it at once, whatever it waits for; but a browser that the user wants must first be there.
 void EPayPanel::end(Run how)
 {
     m_run = how;
-    if (PayBrowser != nullptr)
+    if (PayBrowser != nullptr && !(m_opening && how == Run::Taken))
         PayBrowser->Interrupt();
     if (m_pause)
         m_pause->quit();

@@ -46,7 +46,9 @@ private:
     bool openBrowser();
     void walk(const QString &portal, const QJsonArray &values);
     bool waitFor(const std::function<bool(const PortalPage &)> &there, const QString &failure);
-    bool fill(const QJsonArray &values);
+    void clickChallan();
+    void fill(const QJsonArray &values);
+    static void note(const QString &what);
     void CMDSTOPPG_CLICK();
     void SHOWFAILMSG(const QString &Message);
     void showStage(const QString &text);
@@ -60,4 +62,5 @@ private:
     QPointer<QEventLoop> m_pause;
     Run m_run = Run::Closed;
     bool m_running = false;
+    bool m_opening = false; // the browser
 };

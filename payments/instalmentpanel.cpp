@@ -9,6 +9,10 @@
 #include "platform/dates.h"
 #include "platform/text.h"
 
+#include <QFontMetrics>
+
+#include <algorithm>
+
 namespace {
 
 constexpr int captionRows = 2;
@@ -34,6 +38,21 @@ QString cellCaption(int column)
         return QStringLiteral("Due Date");
     const char *captions[] = {"Due Amount", "Amount Paid", "Balance Amount"};
     return QString::fromLatin1(captions[(column - 1) % cellsOfHead]);
+}
+
+/// As narrow as figures and the words of the captions allow, which wrap: sixteen columns shall fit a small display.
+void fitColumns(Grid *grid)
+{
+    constexpr int margins = 9;
+    const QFontMetrics metrics = grid->fontMetrics();
+    for (int col = 0; col < grid->Cols(); ++col) {
+        int width = 0;
+        for (const QString &word : grid->TextMatrix(grid->FixedRows() - 1, col).split(u' '))
+            width = std::max(width, metrics.horizontalAdvance(word));
+        for (int row = grid->FixedRows(); row < grid->Rows(); ++row)
+            width = std::max(width, metrics.horizontalAdvance(grid->TextMatrix(row, col)));
+        grid->setColWidth(col, width + margins);
+    }
 }
 
 } // namespace
@@ -110,7 +129,7 @@ void InstalmentPanel::LOADADVGRID()
         ui->vsfa->setTextMatrix(rowOf(instalment), 0, (*dates)[static_cast<std::size_t>(instalment.place)]);
     ui->cmdintcalc->setText(
         QStringLiteral("&Interest Calculation u/s 115WJ(%1)").arg(four ? QLatin1Char('3') : QLatin1Char('4')));
-    ui->vsfa->fitColumns();
+    fitColumns(ui->vsfa);
 }
 
 void InstalmentPanel::CMDCALCADV()
@@ -173,7 +192,7 @@ void InstalmentPanel::CALCADVTAX()
         good = good && m_datesKnown && calculate(instalment);
     if (!good)
         clearBody();
-    ui->vsfa->fitColumns();
+    fitColumns(ui->vsfa);
 }
 
 /// False when the payments could not be read: without them a balance would be too high.

@@ -1,6 +1,7 @@
 #include "payments/portal.h"
 
 #include <QJsonObject>
+#include <QUrl>
 
 namespace {
 
@@ -45,9 +46,20 @@ bool PortalPage::isFailure() const
            beginsWith(location, QStringLiteral("about:certerror"));
 }
 
+bool IsPortalAddress(const QString &portal)
+{
+    const QUrl url(portal, QUrl::StrictMode);
+    return url.isValid() && !url.host().isEmpty() && (url.scheme() == u"https" || url.scheme() == u"http");
+}
+
 QString StartAddress(const QString &portal)
 {
     return address(portal, QStringLiteral("/etaxnew/tdsnontds.jsp"));
+}
+
+QString ChallanAddress(const QString &portal)
+{
+    return address(portal, QStringLiteral("/etaxnew/PopServlet?rKey="));
 }
 
 bool IsStartPage(const PortalPage &page, const QString &portal)
@@ -59,7 +71,7 @@ bool IsStartPage(const PortalPage &page, const QString &portal)
 /// The title is looked for as the portal spells it, with its front cut away.
 bool IsChallanPage(const PortalPage &page, const QString &portal)
 {
-    return page.complete && beginsWith(page.location, address(portal, QStringLiteral("/etaxnew/PopServlet?rKey="))) &&
+    return page.complete && beginsWith(page.location, ChallanAddress(portal)) &&
            page.title.contains(QStringLiteral("LAN NO/ITNO 283"), Qt::CaseInsensitive) && page.hasForm;
 }
 
@@ -94,6 +106,8 @@ QString FocusScript()
 QString FillScript()
 {
     return QStringLiteral(
+        // The page may have gone on since it was looked at: what is the client's is for the portal alone.
+        "if (location.href.toUpperCase().indexOf(arguments[1].toUpperCase()) !== 0) return null;"
         "var form = document.forms['tax283'], values = arguments[0], missed = [];"
         "function attempt(name, fill) { try { fill(); } catch (error) { missed.push(name); } }"
         "function options(name, fits) {"
@@ -107,15 +121,16 @@ QString FillScript()
         "    if (inputs[i].name.toUpperCase() === name && inputs[i].value === values[name]) { inputs[i].click(); "
         "return; }"
         "}"
-        "['PAN', 'Name', 'Add_Line1', 'Add_Line2', 'Add_Line3', 'Add_Line4', 'Add_Line5', 'Add_PIN', 'Add_EMAIL',"
-        " 'Add_MOBILE'].forEach(function (name) {"
-        "  attempt(name, function () { form[name].value = values[name]; });"
-        "});"
+        "function text(name) { attempt(name, function () { form[name].value = values[name]; }); }"
+        // In the order of the form, whose own scripts may take a text back.
+        "text('PAN');"
         "attempt('MAJORHEAD', function () { mark('MAJORHEAD'); });"
         "attempt('AssessYear', function () { options('AssessYear', function (text) {"
         "  return text === values.AssessYear; }); });"
+        "['Name', 'Add_Line1', 'Add_Line2', 'Add_Line3', 'Add_Line4', 'Add_Line5'].forEach(text);"
         "attempt('Add_State', function () { options('Add_State', function (text) {"
         "  return text.toUpperCase() === values.Add_State.toUpperCase(); }); });"
+        "['Add_PIN', 'Add_EMAIL', 'Add_MOBILE'].forEach(text);"
         "attempt('MINORHEAD', function () { mark('MINORHEAD'); });"
         "return missed;");
 }

@@ -22,8 +22,14 @@ struct FBT_OFFERED PortalPage
     [[nodiscard]] bool isFailure() const;
 };
 
+/// Whether a text can be the address of the portal, which a browser can go to.
+FBT_OFFERED bool IsPortalAddress(const QString &portal);
+
 /// Address of the start page.
 FBT_OFFERED QString StartAddress(const QString &portal);
+
+/// What the address of the page with the form begins with.
+FBT_OFFERED QString ChallanAddress(const QString &portal);
 
 FBT_OFFERED bool IsStartPage(const PortalPage &page, const QString &portal);
 FBT_OFFERED bool IsChallanPage(const PortalPage &page, const QString &portal);

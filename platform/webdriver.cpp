@@ -1,5 +1,7 @@
 #include "platform/webdriver.h"
 
+#include "platform/browserprofile.h"
+
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QFileInfo>
@@ -11,16 +13,19 @@
 #include <QTcpServer>
 #include <QTimer>
 
-#include <csignal>
+#include <algorithm>
 #include <memory>
 #include <utility>
 
 namespace {
 
 constexpr int startMs = 10000;   // of a driver
+constexpr int statusMs = 2000;   // of its first answer
 constexpr int sessionMs = 60000; // of a browser, which may be updating itself
-constexpr int commandMs = 15000; // longer than a script may take
+constexpr int breakOffMs = 5000; // of a browser that is no longer wanted
+constexpr int commandMs = 8000;  // longer than a script may take
 constexpr int scriptMs = 1000;   // also how long a look at a page that is still to come takes
+constexpr int endMs = 3000;      // of a browser that was told to end
 constexpr int pauseMs = 50;
 
 enum class Kind { Chrome, Edge, Firefox };
@@ -59,17 +64,15 @@ WebDriver::Outcome outcomeOf(const QJsonObject &error)
     return gone ? WebDriver::Outcome::Gone : WebDriver::Outcome::Refused;
 }
 
-WebDriver::Answer answerOf(QNetworkReply &reply)
+/// Without an object the answer is not that of a driver.
+WebDriver::Answer answerOf(const QJsonDocument &body, bool done)
 {
-    if (reply.error() == QNetworkReply::OperationCanceledError)
-        return {WebDriver::Outcome::Refused, {}};
-    const QJsonDocument body = QJsonDocument::fromJson(reply.readAll());
     if (!body.isObject())
         return {WebDriver::Outcome::Gone, {}};
     const QJsonValue value = body.object().value(QStringLiteral("value"));
-    if (reply.error() == QNetworkReply::NoError)
+    if (done)
         return {WebDriver::Outcome::Done, value};
-    return {outcomeOf(value.toObject()), {}};
+    return {outcomeOf(value.toObject()), value};
 }
 
 } // namespace
@@ -86,10 +89,13 @@ QString DriverProgram(const QString &named)
     return {};
 }
 
-QJsonObject DriverCapabilities(const QString &program, const WebDriverSettings &settings)
+QJsonObject DriverCapabilities(const QString &program, const WebDriverSettings &settings, const QString &profile)
 {
     const Kind kind = kindOf(program);
-    QJsonObject browser{{QStringLiteral("args"), QJsonArray::fromStringList(settings.arguments)}};
+    QStringList arguments = settings.arguments;
+    if (kind != Kind::Firefox && !profile.isEmpty()) // that one's driver keeps and clears a profile of its own
+        arguments << QStringLiteral("--user-data-dir=") + profile;
+    QJsonObject browser{{QStringLiteral("args"), QJsonArray::fromStringList(arguments)}};
     if (!settings.browser.isEmpty())
         browser.insert(QStringLiteral("binary"), settings.browser);
     if (kind != Kind::Firefox)
@@ -111,13 +117,25 @@ WebDriver::WebDriver(WebDriverSettings settings, QObject *parent)
     m_net.setProxy(QNetworkProxy::NoProxy);
 }
 
+WebDriver::~WebDriver()
+{
+    if (m_browser.isEmpty() || isBrowserRunning())
+        return;
+    stopDriver();
+    RemoveProfile(m_profile);
+}
+
 bool WebDriver::open()
 {
     const QString program = DriverProgram(m_settings.driver);
     m_interrupted = false;
+    m_reason = QStringLiteral("the driver %1 could not be started").arg(program);
     if (program.isEmpty() || !startDriver(program))
         return false;
-    if (waitForDriver() && startSession(program) && !m_interrupted)
+    m_reason = QStringLiteral("the driver %1 does not answer").arg(program);
+    RemoveOldProfiles();
+    m_profile = NewProfile();
+    if (waitForDriver() && !m_interrupted && startSession(program) && !m_interrupted)
         return true;
     close();
     return false;
@@ -138,34 +156,52 @@ bool WebDriver::startDriver(const QString &program)
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());
     m_base = QStringLiteral("http://127.0.0.1:%1").arg(port);
-    return process.startDetached(&m_driver);
+    qint64 pid = 0;
+    const bool started = process.startDetached(&pid);
+    m_driver = ProcessOf(pid);
+    return started;
 }
 
 bool WebDriver::waitForDriver()
 {
     QElapsedTimer since;
-    for (since.start(); since.elapsed() < startMs && !m_interrupted; pause(pauseMs)) {
-        const Answer status = send("GET", QStringLiteral("/status"), {}, commandMs);
+    for (since.start(); since.elapsed() < startMs && !m_interrupted && IsRunning(m_driver); pause(pauseMs)) {
+        const Answer status = send("GET", QStringLiteral("/status"), {}, statusMs);
         if (status.outcome == Outcome::Done && status.value.toObject().value(QStringLiteral("ready")).toBool())
-            return true;
+            return IsRunning(m_driver); // and not another one that took its port
     }
     return false;
 }
 
 bool WebDriver::startSession(const QString &program)
 {
-    const QJsonObject wanted{{QStringLiteral("capabilities"),
-                              QJsonObject{{QStringLiteral("alwaysMatch"), DriverCapabilities(program, m_settings)}}}};
+    const QJsonObject wanted{
+        {QStringLiteral("capabilities"),
+         QJsonObject{{QStringLiteral("alwaysMatch"), DriverCapabilities(program, m_settings, m_profile)}}}};
     const Answer session = send("POST", QStringLiteral("/session"), wanted, sessionMs);
     const QString id = session.value.toObject().value(QStringLiteral("sessionId")).toString();
     m_session = id.isEmpty() ? QString() : QStringLiteral("/session/") + id;
+    m_browser = ChildrenOf(m_driver);
+    constexpr int longEnough = 500;
+    if (session.outcome != Outcome::Done && m_answered)
+        m_reason = session.value.toObject().value(QStringLiteral("message")).toString().left(longEnough);
     return !id.isEmpty();
 }
 
+/// Without an answer of the driver's the browser itself tells.
 bool WebDriver::isOpen()
 {
-    return !m_session.isEmpty() &&
-           send("GET", m_session + QStringLiteral("/window"), {}, commandMs).outcome != Outcome::Gone;
+    if (m_session.isEmpty())
+        return false;
+    const Answer windows = send("GET", m_session + QStringLiteral("/window/handles"), {}, commandMs);
+    if (windows.outcome == Outcome::Done)
+        return !windows.value.toArray().isEmpty();
+    return windows.outcome == Outcome::Refused || (!m_answered && isBrowserRunning());
+}
+
+bool WebDriver::isBrowserRunning() const
+{
+    return std::any_of(m_browser.begin(), m_browser.end(), IsRunning);
 }
 
 WebDriver::Answer WebDriver::navigate(const QString &url)
@@ -175,8 +211,18 @@ WebDriver::Answer WebDriver::navigate(const QString &url)
 
 WebDriver::Answer WebDriver::execute(const QString &script, const QJsonArray &arguments)
 {
-    return command(QStringLiteral("/execute/sync"),
-                   {{QStringLiteral("script"), script}, {QStringLiteral("args"), arguments}});
+    m_interrupted = false;
+    Answer answer = command(QStringLiteral("/execute/sync"),
+                            {{QStringLiteral("script"), script}, {QStringLiteral("args"), arguments}});
+    if (answer.outcome == Outcome::Refused && !m_interrupted && hasLostWindow())
+        answer.outcome = Outcome::Gone;
+    return answer;
+}
+
+/// Drivers have many words for a page that went away under a script, but one for a window that is no longer there.
+bool WebDriver::hasLostWindow()
+{
+    return send("GET", m_session + QStringLiteral("/window"), {}, commandMs).outcome == Outcome::Gone;
 }
 
 WebDriver::Answer WebDriver::maximize()
@@ -186,25 +232,38 @@ WebDriver::Answer WebDriver::maximize()
 
 void WebDriver::close()
 {
-    if (!m_session.isEmpty())
+    if (!m_session.isEmpty() && m_answered)
         send("DELETE", m_session, {}, commandMs);
+    if (!m_answered)
+        endBrowser(); // nobody else will
     m_session.clear();
     stopDriver();
+    QElapsedTimer since;
+    for (since.start(); since.elapsed() < endMs && isBrowserRunning();)
+        pause(pauseMs);
+    m_browser.clear();
+    RemoveProfile(m_profile);
+    m_profile.clear();
+}
+
+void WebDriver::endBrowser()
+{
+    for (const StartedProcess &process : std::as_const(m_browser))
+        EndProcess(process);
 }
 
 void WebDriver::stopDriver()
 {
-    if (m_driver > 0)
-        ::kill(static_cast<pid_t>(m_driver), SIGTERM);
-    m_driver = 0;
+    EndProcess(m_driver, m_answered);
+    m_driver = {};
 }
 
+/// A start that is broken off at once could leave a browser without its driver.
 void WebDriver::interrupt()
 {
-    if (m_session.isEmpty())
-        m_interrupted = true; // a start that is broken off would leave a browser without its driver
-    else if (QNetworkReply *reply = m_reply.data())
-        reply->abort();
+    m_interrupted = true;
+    if (QNetworkReply *reply = m_reply.data())
+        QTimer::singleShot(m_session.isEmpty() ? breakOffMs : 0, reply, &QNetworkReply::abort);
 }
 
 WebDriver::Answer WebDriver::command(const QString &path, const QJsonObject &body)
@@ -217,13 +276,17 @@ WebDriver::Answer WebDriver::send(const QByteArray &verb, const QString &path, c
 {
     QNetworkRequest request(QUrl(m_base + path));
     request.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("application/json"));
-    request.setTransferTimeout(milliseconds);
     const QByteArray content = verb == "POST" ? QJsonDocument(body).toJson(QJsonDocument::Compact) : QByteArray();
     const std::unique_ptr<QNetworkReply> reply(m_net.sendCustomRequest(request, verb, content));
     m_reply = reply.get();
     QEventLoop wait;
     connect(reply.get(), &QNetworkReply::finished, &wait, &QEventLoop::quit);
+    QTimer::singleShot(milliseconds, &wait, &QEventLoop::quit);
     if (!reply->isFinished())
         wait.exec();
-    return answerOf(*reply);
+    if (reply->error() == QNetworkReply::OperationCanceledError)
+        return {Outcome::Refused, {}};
+    const QJsonDocument answer = reply->isFinished() ? QJsonDocument::fromJson(reply->readAll()) : QJsonDocument();
+    m_answered = answer.isObject();
+    return answerOf(answer, reply->error() == QNetworkReply::NoError);
 }

@@ -30,13 +30,13 @@ int Windows1252Of(QChar c)
     return found == highTable.end() ? -1 : firstHigh + static_cast<int>(found - highTable.begin());
 }
 
-QByteArray Windows1252Bytes(QStringView text)
+QByteArray Windows1252Bytes(QStringView text, char without)
 {
     QByteArray bytes;
     bytes.reserve(text.size());
     for (const QChar c : text) {
         const int byte = Windows1252Of(c);
-        bytes += byte < 0 ? '?' : static_cast<char>(byte);
+        bytes += byte < 0 ? without : static_cast<char>(byte);
     }
     return bytes;
 }

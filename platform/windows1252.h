@@ -13,8 +13,9 @@ FBT_OFFERED QChar CharOfWindows1252(unsigned char byte);
 /// The byte of a character, -1 when it has none.
 FBT_OFFERED int Windows1252Of(QChar c);
 
-/// A text with one byte a character; "?" for those that have none.
-FBT_OFFERED QByteArray Windows1252Bytes(QStringView text);
+/// A text with one byte a character.
+/// @param without for characters that have no byte
+FBT_OFFERED QByteArray Windows1252Bytes(QStringView text, char without = '?');
 
 /// The text of such bytes.
 FBT_OFFERED QString Windows1252Text(QByteArrayView bytes);

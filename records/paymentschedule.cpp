@@ -7,6 +7,7 @@
 #include "records/rowkey.h"
 
 #include <algorithm>
+#include <tuple>
 
 namespace {
 
@@ -19,31 +20,53 @@ SqlText ownRows(const ClientYear &client)
     return Sql(" From TmpSchFBT Where Code_No=", Quoted(client.code), " and AsYr=", client.year);
 }
 
-/// `dd/mm/yyyy` as the database reads it; empty for none.
-QString databaseDate(const QString &date)
+/// A date as the database reads it; empty for none.
+QString databaseDate(const QDate &date)
 {
-    return date.isEmpty() ? QString() : Joined(date.right(4), "-", date.mid(3, 2), "-", date.left(2), " 00:00:00");
+    return date.isValid() ? date.toString(u"yyyy-MM-dd 00:00:00") : QString();
 }
 
 /// Names of banks are copied from a list of the suite's, which may have any character in them.
-SqlText insertOf(const ClientYear &client, const Recordset &row)
+SqlText insertOf(const ClientYear &client, const ScheduledPayment &payment)
 {
-    const auto text = [&row](QStringView column) { return Quoted(row.Fields(column).text().trimmed()); };
-    const bool advance = row.Fields(u"Paytype").text().compare(QLatin1String(advanceTax), Qt::CaseInsensitive) == 0;
-    return Sql("Insert into TmpSchFBT Values (", Quoted(client.code), ",", client.year, ",",
-               row.Fields(u"Quarter").whole(), ",", row.Fields(u"SrNo").whole(), ",", advance ? "'1'" : "'2'", ",",
-               text(u"Bank_Name"), ",", text(u"Branch"), ",", text(u"branch_code"), ",",
-               Quoted(databaseDate(row.Fields(u"challan_dt").text())), ",", text(u"challanno"), ",",
-               row.Fields(u"TotAmt").num(), ")");
+    return Sql("Insert into TmpSchFBT Values (", Quoted(client.code), ",", client.year, ",", payment.quarter, ",",
+               payment.number, ",", payment.advance ? "'1'" : "'2'", ",", Quoted(payment.bank), ",",
+               Quoted(payment.branch), ",", Quoted(payment.bsrCode), ",", Quoted(databaseDate(payment.date)), ",",
+               Quoted(payment.challanNo), ",", payment.amount, ")");
 }
 
-RowsRead<SqlText> inserts(Connection *cnn, const ClientYear &client)
+/// A text that is no `dd/mm/yyyy` date is none to the department either.
+ScheduledPayment paymentOf(const Recordset &row)
+{
+    const auto text = [&row](QStringView column) { return row.Fields(column).text().trimmed(); };
+    return {row.Fields(u"Quarter").whole(),
+            row.Fields(u"Paytype").text().compare(QLatin1String(advanceTax), Qt::CaseInsensitive) == 0,
+            text(u"Bank_Name"),
+            text(u"Branch"),
+            text(u"branch_code"),
+            DateFromText(row.Fields(u"challan_dt").text()),
+            text(u"challanno"),
+            row.Fields(u"TotAmt").num(),
+            row.Fields(u"SrNo").whole()};
+}
+
+/// A payment whose bank the list has twice is there twice.
+RowsRead<ScheduledPayment> paidAndBanked(Connection *cnn, const ClientYear &client)
 {
     return ReadRows(cnn,
                     Sql("Select * From FBT_Challan Left Join bank_master on "
                         "FBT_Challan.BSRCode=bank_master.bank_code_no Where FBT_Challan.code_no=",
                         Quoted(client.code), " and FBT_Challan.t_year=", client.year, " order by Quarter,SrNo"),
-                    [&client](const Recordset &row) { return insertOf(client, row); });
+                    paymentOf);
+}
+
+/// In the order of the schedule: a payment without date comes first.
+bool before(const ScheduledPayment &one, const ScheduledPayment &other)
+{
+    const auto place = [](const ScheduledPayment &payment) {
+        return std::tuple(!payment.advance, payment.date, payment.quarter, payment.number);
+    };
+    return place(one) < place(other);
 }
 
 ScheduledPayment paymentIn(const Recordset &row)
@@ -76,13 +99,24 @@ bool RebuildPaymentSchedule(Connection *cnn, const ClientYear &client)
 {
     WriteOne(cnn, Sql("Create Table If Not Exists TmpSchFBT (", scheduleColumns, ")"));
     GiveRowKey(cnn, QStringLiteral("TmpSchFBT"));
-    const RowsRead<SqlText> rows = inserts(cnn, client);
+    const RowsRead<ScheduledPayment> rows = paidAndBanked(cnn, client);
     const bool written = ChangeTogether(cnn, [&](Change &change) {
         return change.write(Sql("Delete") + ownRows(client)) &&
-               (rows.failed() ||
-                std::all_of(rows->begin(), rows->end(), [&change](const SqlText &row) { return change.write(row); }));
+               (rows.failed() || std::all_of(rows->begin(), rows->end(), [&](const ScheduledPayment &payment) {
+                    return change.write(insertOf(client, payment));
+                }));
     });
     return written && !rows.failed();
+}
+
+RowsRead<ScheduledPayment> PaymentsOfChallans(Connection *cnn, const ClientYear &client)
+{
+    const RowsRead<ScheduledPayment> rows = paidAndBanked(cnn, client);
+    if (rows.failed())
+        return RowsRead<ScheduledPayment>::failure();
+    std::vector<ScheduledPayment> payments = *rows;
+    std::stable_sort(payments.begin(), payments.end(), before);
+    return payments;
 }
 
 RowsRead<ScheduledPayment> PaymentSchedule(Connection *cnn, const ClientYear &client)

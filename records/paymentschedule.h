@@ -30,6 +30,9 @@ struct ScheduledPayment
     [[nodiscard]] FBT_OFFERED QString bankAndBranch() const;
 };
 
+/// The payments as they would be scheduled now, in the order of `PaymentSchedule`; nothing is written.
+FBT_OFFERED RowsRead<ScheduledPayment> PaymentsOfChallans(Connection *cnn, const ClientYear &client);
+
 /// Makes the rows of the client and year anew from its challans and the user's list of banks; the table is made where it
 /// is missing. False when the challans could not be read or the rows not written: then there are none.
 FBT_OFFERED bool RebuildPaymentSchedule(Connection *cnn, const ClientYear &client);

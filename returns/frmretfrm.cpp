@@ -183,15 +183,15 @@ void frmretfrm::LOADMAININFO()
 void frmretfrm::askReturnCode()
 {
     const std::optional<QString> fitting = FittingReturnCode(m_form);
-    if (!fitting)
+    if (!fitting || m_declinedCode == *fitting)
         return;
     const bool late = *fitting == u"22";
     const QString question =
         Joined(late ? "Return Date is after the Due Date." : "Return Date is on or before the Due Date.",
                "\n- FBT Return Code should be '", *fitting, "'\n\nDo you want to Change the Return Code?");
     if (MsgBox(this, question, Buttons::YesNo, Icon::Question) != Reply::Yes)
-        return;
-    if (SaveReturnCode(*fitting))
+        m_declinedCode = *fitting;
+    else if (SaveReturnCode(*fitting))
         m_form.RetCode = *fitting;
 }
 
@@ -362,8 +362,10 @@ void frmretfrm::VSP_HEADER(int column)
 void frmretfrm::CMDPRN_CLICK()
 {
     ErrorTail tail(this);
-    if (!m_form.unread.isEmpty())
+    if (!m_form.unread.isEmpty()) {
         readAgain();
+        askReturnCode();
+    }
     if (!isKnown() || !mayPrintBalance())
         return;
     m_paymentsKnown = TRANSCHALLANS();
@@ -372,13 +374,19 @@ void frmretfrm::CMDPRN_CLICK()
     m_filing ? fileReturn() : printReturn();
 }
 
-/// Whether all that the return states could be read; says so when it could not. Who signs and how a refund is paid stands
-/// on the screen, and a blank form states nothing.
-bool frmretfrm::isKnown()
+/// What the return lacks. Who signs and how a refund is paid stands on the screen.
+QStringList frmretfrm::missing() const
 {
     QStringList missing = m_form.unread;
     missing.removeAll(QStringLiteral("signatories"));
     missing.removeAll(QStringLiteral("filing details"));
+    return missing;
+}
+
+/// Whether all that the return states could be read; says so when it could not. A blank form states nothing.
+bool frmretfrm::isKnown()
+{
+    const QStringList missing = this->missing();
     if (missing.isEmpty() || (!m_filing && ui->optform_1->isChecked()))
         return true;
     MsgBox(this,
@@ -420,7 +428,10 @@ void frmretfrm::fileReturn()
 ReturnForm frmretfrm::formNow()
 {
     readAgain();
-    return m_form;
+    askReturnCode();
+    ReturnForm form = m_form;
+    form.unread = missing();
+    return form;
 }
 
 void frmretfrm::printReturn()

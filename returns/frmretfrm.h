@@ -57,6 +57,7 @@ private:
     void readAgain();
     void showSettled(const ReturnFields &settled);
     [[nodiscard]] bool isKnown();
+    [[nodiscard]] QStringList missing() const;
     [[nodiscard]] bool panIsSettled(ReturnFields &typed);
     void showFields();
     void showFooterOptions();
@@ -86,7 +87,8 @@ private:
     ReturnFields m_shown;   ///< as last read: what differs on the screen was typed
     bool m_refused = false; ///< what was typed could not be saved once already
     bool m_panRefused = false;
-    bool m_filing = false; ///< the button files the return, else it prints
+    QString m_declinedCode; ///< a return code that the user did not want
+    bool m_filing = false;  ///< the button files the return, else it prints
     bool m_paymentsKnown = true;
     bool m_printing = false;
     bool m_cancelled = false;

@@ -13,6 +13,7 @@ public:
     explicit PayBrowser(const WebDriverSettings &settings);
 
     Opened Open() override;
+    [[nodiscard]] QString Reason() const override { return m_driver.reason(); }
     [[nodiscard]] bool Visible() override;
     Result Navigate2(const QString &url) override;
     Result Run(const QString &script, const QJsonArray &arguments, QJsonValue *value) override;

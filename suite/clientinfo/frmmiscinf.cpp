@@ -75,6 +75,7 @@ void frmmiscinf::LOADCLIENTS()
 {
     const RowsRead<NamedClient> clients = ClientNames(m_base.CnnObj);
     noteReading(tr("clients"), !clients.failed());
+    cboclient->clear();
     for (const NamedClient &client : *clients)
         cboclient->addItem(Joined(client.name, "  (", client.code, ")"), client.code);
     cboclient->setMinimumContentsLength(30);
@@ -93,8 +94,10 @@ void frmmiscinf::LOADDATA(const ClientYear &client)
 
 void frmmiscinf::CHOICE_CLICK()
 {
+    if (!couldRead(tr("clients")))
+        LOADCLIENTS();
     const ClientYear chosen{chosenClient(), cboyear->currentData().toInt()};
-    if (chosen == m_client)
+    if (chosen == m_client && couldRead())
         return;
     if (m_panel->changed() &&
         MsgBox(this, QStringLiteral("Do you want to Save Changes?"), Buttons::YesNo, Icon::Question,

@@ -93,6 +93,7 @@ void RowPanel::wireEnabling()
         if (check == nullptr)
             continue;
         QWidget *control = dependent->control();
+        control->setProperty("enabledBy", check->objectName());
         const bool when = spec.enabledWhen;
         connect(check, &QCheckBox::toggled, control, [control, when](bool on) { control->setEnabled(on == when); });
         control->setEnabled(check->isChecked() == when);

@@ -56,7 +56,7 @@ struct PanelRules
 };
 
 /// Entry of a row's columns, drawn from a list of groups in `columns` columns. Controls are named by their column:
-/// `txtWard`, `chkRevRet`, `cboSection`.
+/// `txtWard`, `chkRevRet`, `cboSection`. One that a flag enables has the name of the flag's box as its property "enabledBy".
 class FBT_OFFERED RowPanel : public QWidget
 {
     Q_OBJECT

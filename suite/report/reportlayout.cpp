@@ -44,6 +44,39 @@ bool isEmptyParagraph(const ReportBlock &block)
     return block.kind == ReportBlock::Kind::Rich && block.rich().isParagraph() && block.rich().paragraph.isEmpty();
 }
 
+bool beginsPage(const ReportBlock &block)
+{
+    return block.kind == ReportBlock::Kind::Break ||
+           (block.kind == ReportBlock::Kind::Rich && block.rich().paragraph.breaksPage);
+}
+
+bool isEmptyLine(const ReportBlock &block)
+{
+    return isEmptyParagraph(block) ||
+           (block.kind == ReportBlock::Kind::Line && block.plainTexts().join(QString()).isEmpty());
+}
+
+/// Whether a block may be the title of the next one: a line, a row of captions, one cell over a row of several.
+bool mayBeTitle(const std::vector<ReportBlock> &blocks, size_t number)
+{
+    const ReportBlock &block = blocks[number];
+    if (!isRow(block) || isHeader(block))
+        return true;
+    return block.texts.size() == 1 && number + 1 < blocks.size() && blocks[number + 1].texts.size() > 1;
+}
+
+/// Whether a row belongs to the table of the row before it. A table of captions alone may have a gap below it.
+bool joinsTable(const std::vector<ReportBlock> &blocks, size_t number)
+{
+    const ReportBlock &block = blocks[number];
+    const ReportBlock &before = blocks[number - 1];
+    if (isEmptyParagraph(block))
+        return isHeader(before);
+    if (isRow(block) && isEmptyParagraph(before))
+        return number > 1 && isHeader(blocks[number - 2]);
+    return isRow(block) && isRow(before) && block.table == before.table;
+}
+
 /// The lowest place, not below `most`, where a page can end without cutting a line; `most` itself when there is none.
 double cutBefore(const LineSpans &lines, double from, double most)
 {
@@ -136,14 +169,34 @@ void ReportLayout::layOutNext()
     const size_t number = m_next++;
     const std::vector<ReportBlock> &blocks = m_document->blocks();
     const ReportBlock &block = blocks[number];
-    if (number == 0 || !isRow(block) || !isRow(blocks[number - 1]) || block.table != blocks[number - 1].table)
+    if (number == 0 || !joinsTable(blocks, number))
         m_tableStart = number;
     const bool breaks = block.kind == ReportBlock::Kind::Break;
-    if (breaks || (block.kind == ReportBlock::Kind::Rich && block.rich().paragraph.breaksPage && m_used > 0))
+    if (breaks || (m_used > 0 && (beginsPage(block) || wouldStandAlone(number))))
         newPage(number);
     if (!breaks)
         place(number);
     m_pageOfBlock.resize(number + 1, pagesSoFar() - 1);
+}
+
+/// Whether a title, with those that follow it, would be left at the foot of a page without the row that it belongs to.
+bool ReportLayout::wouldStandAlone(size_t block)
+{
+    constexpr size_t mostTitles = 12;
+    constexpr double mostOfPage = 0.25;
+    const std::vector<ReportBlock> &blocks = m_document->blocks();
+    if (isEmptyLine(blocks[block]))
+        return false;
+    double height = 0;
+    for (size_t at = block; at < std::min(blocks.size(), block + mostTitles); ++at) {
+        if (height > mostOfPage * m_content.height() || (at > block && beginsPage(blocks[at])))
+            return false;
+        const double titles = height;
+        height += laid(at).height;
+        if (!mayBeTitle(blocks, at))
+            return titles > 0 && height > room() && height <= m_content.height();
+    }
+    return false;
 }
 
 void ReportLayout::newPage(size_t block)

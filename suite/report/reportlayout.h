@@ -21,7 +21,8 @@ class QPainter;
 /// asked for, so that the first page of a long report is there at once.
 ///
 /// A table fills the width of the line, its widths being shares of it; one that has more columns than a line holds gets
-/// smaller characters. Rows of centred headers at the start of a table are repeated at the top of each further page.
+/// smaller characters. Rows of centred headers at the start of a table are repeated at the top of each further page; a title
+/// or captions do not stay at the foot of a page without the row that follows them.
 /// A template document has the margins left and right that it tells itself. The footer is at the foot of each page.
 class FBT_OFFERED ReportLayout
 {
@@ -76,6 +77,7 @@ private:
     void placeSlices(size_t block, const Laid &laid);
     void put(const Item &item);
     void newPage(size_t block);
+    [[nodiscard]] bool wouldStandAlone(size_t block);
     void repeatHeader(size_t block);
     [[nodiscard]] double room() const { return m_content.height() - m_used; }
     const Laid &laid(size_t block);

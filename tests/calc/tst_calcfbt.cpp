@@ -1,9 +1,8 @@
 #include "calc/modfbtcalc.h"
-#include "db/updater.h"
 #include "records/expenses.h"
 #include "records/salaries.h"
 #include "tests/support/employer.h"
-#include "tests/support/testmodule.h"
+#include "tests/support/lawdatabase.h"
 
 #include <QTest>
 
@@ -147,9 +146,8 @@ class TestCalcFbt : public QObject
 private slots:
     void agreesWithTheModel()
     {
-        TestServer server;
-        TestModule module(server);
-        UpdateDatabase(Cnn);
+        LawDatabase law;
+        TestModule &module = law.module;
         for (unsigned seed = 1; seed <= 60; ++seed) {
             Model model = thrownModel(seed);
             model.compute();

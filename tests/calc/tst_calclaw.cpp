@@ -2,14 +2,11 @@
 #include "calc/lines.h"
 #include "calc/modfbtcalc.h"
 #include "calc/sharing.h"
-#include "db/updater.h"
 #include "platform/fault.h"
 #include "tests/support/employer.h"
-#include "tests/support/testmodule.h"
+#include "tests/support/lawdatabase.h"
 
 #include <QTest>
-
-#include <memory>
 
 using Amounts = std::vector<double>;
 using Lines = QMap<int, QPair<double, double>>; // amount and value of the lines that are not 0
@@ -41,14 +38,6 @@ class TestCalcLaw : public QObject
 {
     Q_OBJECT
 private slots:
-    void initTestCase()
-    {
-        m_server = std::make_unique<TestServer>();
-        m_module = std::make_unique<TestModule>(*m_server);
-        UpdateDatabase(&m_module->connection);
-    }
-    void cleanupTestCase() { m_module.reset(); }
-
     void rates()
     {
         const struct
@@ -200,7 +189,7 @@ private slots:
         QVERIFY(TakeClientYear("Taxed", 2008) && CALCFBT());
         const Amounts before = taxFigures();
         newEmployer("None").natures({}).expense(2008, 1, 7, gift, 50).expense(2008, 1, -1, gift, 50);
-        m_module->base.code = "None";
+        m_module.base.code = "None";
         QVERIFY(CALCFBT());
         QCOMPARE(linesInUse(), (Lines{{19, {50, 25}}})); // not the consolidated one
         QCOMPARE(FBTTotalValue + FBTTaxableValue, 0.0);
@@ -259,20 +248,20 @@ private slots:
         QCOMPARE(FBTSurcharge, 534.0); // 534.5, to the even number
         QCOMPARE(FBTEduCess, 118.0);   // 2 % of 5,879: 117.58
         QCOMPARE(FBTSHECess, 59.0);    // 58.79
-        QVERIFY(m_module->logLines().isEmpty());
+        QVERIFY(m_module.logLines().isEmpty());
     }
 
 private:
     [[nodiscard]] bool faultInTheComputation() const
     {
-        const QStringList lines = m_module->logLines();
-        m_module->clearLog();
+        const QStringList lines = m_module.logLines();
+        m_module.clearLog();
         return lines.value(0).endsWith("\tMODFBTCALC\tCALCFBT");
     }
-    Employer newEmployer(const QString &code) { return employer(m_module->connection, code); }
+    Employer newEmployer(const QString &code) { return employer(m_module.connection, code); }
 
-    std::unique_ptr<TestServer> m_server;
-    std::unique_ptr<TestModule> m_module;
+    LawDatabase m_law;
+    TestModule &m_module = m_law.module;
 };
 
 QTEST_GUILESS_MAIN(TestCalcLaw)

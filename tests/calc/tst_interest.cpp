@@ -1,14 +1,11 @@
 #include "calc/interest.h"
 #include "calc/interestlaw.h"
 #include "calc/modfbtcalc.h"
-#include "db/updater.h"
 #include "platform/clock.h"
 #include "platform/dates.h"
 #include "tests/support/caserow.h"
 #include "tests/support/employer.h"
-#include "tests/support/testmodule.h"
-
-#include <memory>
+#include "tests/support/lawdatabase.h"
 
 namespace {
 
@@ -29,8 +26,8 @@ class TestInterest : public QObject
 {
     Q_OBJECT
 
-    std::unique_ptr<TestServer> m_server;
-    std::unique_ptr<TestModule> m_module;
+    LawDatabase m_law;
+    TestModule &m_module = m_law.module;
 
     void execute(const QString &statement) { QVERIFY2(Cnn->Execute(statement), qPrintable(statement)); }
 
@@ -38,7 +35,7 @@ class TestInterest : public QObject
     {
         for (const char *table : {"FBT_Info", "FBT_Challan", "FBT_AddInfo"})
             execute(Sql("Delete from ", table));
-        employer(m_module->connection, "A1").status(status).natures({7});
+        employer(m_module.connection, "A1").status(status).natures({7});
         Base->code = "A1";
         Base->TYear = year;
         Base->status = status;
@@ -57,21 +54,10 @@ class TestInterest : public QObject
     }
 
 private slots:
-    void initTestCase()
-    {
-        m_server = std::make_unique<TestServer>();
-        m_module = std::make_unique<TestModule>(*m_server);
-        UpdateDatabase(Cnn);
-    }
     void cleanup()
     {
         QFile::remove(Base->AppPath + "/FBTLogger.log");
         SetToday({});
-    }
-    void cleanupTestCase()
-    {
-        m_module.reset();
-        m_server.reset();
     }
 
     void shortfallByInstalments_data()
@@ -108,7 +94,7 @@ private slots:
         for (const QString &row : detail.split("\r\n", Qt::SkipEmptyParts))
             sum += row.section(u'|', -1).toDouble();
         QCOMPARE(found.amount, sum);
-        QVERIFY(m_module->logLines().isEmpty());
+        QVERIFY(m_module.logLines().isEmpty());
     }
 
     void shortfallByQuarters_data()
@@ -144,8 +130,8 @@ private slots:
         const bool missing = extended == "none";
         execute(second.arg(missing ? "" : "15/10/2006", missing ? "" : extended));
         QCOMPARE(INT_115WJ_3(DateFromText(upTo)).detail, detail);
-        QCOMPARE(m_module->logLines().size(), missing ? 1 : 0);
-        QVERIFY(!missing || m_module->logLines().constFirst().contains("quarter 2"));
+        QCOMPARE(m_module.logLines().size(), missing ? 1 : 0);
+        QVERIFY(!missing || m_module.logLines().constFirst().contains("quarter 2"));
         execute(second.arg("15/10/2006", ""));
     }
 
@@ -199,7 +185,7 @@ private slots:
         client(2008, company, 100000, "A 15/03/2008 40050, A 01/04/2008 10000");
         execute(QString("Update DueDt_Master Set DueDt='%1' Where StatC=1 and AssYear=2008").arg(due));
         QCOMPARE(INT_115WK(DateFromText(filed)).detail, detail);
-        QVERIFY(m_module->logLines().isEmpty());
+        QVERIFY(m_module.logLines().isEmpty());
     }
 
     /// Companies, audited firms, others audited, and all that are not have a class of due dates each.
@@ -253,7 +239,7 @@ private slots:
         QTEST(found.Int115WJ, "wj");
         QTEST(found.Int115WJ5, "wj5");
         QTEST(found.Int115WK, "wk");
-        QCOMPARE(m_module->logLines().size(), addInfo.contains("some day") ? 1 : 0);
+        QCOMPARE(m_module.logLines().size(), addInfo.contains("some day") ? 1 : 0);
     }
 
     void upTo2007ThereIsNoDefaultInterest()
@@ -267,8 +253,8 @@ private slots:
     {
         client(2008, company, 100000, "A 31/02/2008 99999, A 15/06/2007 15000");
         QCOMPARE(*GETCHAMT({2008, 3, 31}, PaymentKind::Advance), 15000.0);
-        QCOMPARE(m_module->logLines().size(), 1);
-        QVERIFY(m_module->logLines().constFirst().endsWith("MODFBTCALC\tGETCHAMT"));
+        QCOMPARE(m_module.logLines().size(), 1);
+        QVERIFY(m_module.logLines().constFirst().endsWith("MODFBTCALC\tGETCHAMT"));
     }
 
     void unreadableTables_data()
@@ -292,7 +278,7 @@ private slots:
         const InterestOfYear found = CALCINTEREST();
         execute("Rename Table Away to " + table);
         QTEST(found.unread.join(','), "unread");
-        const QStringList lines = m_module->logLines();
+        const QStringList lines = m_module.logLines();
         QVERIFY(!lines.isEmpty() && lines.constFirst().endsWith("MODFBTCALC\t" + logged));
         QVERIFY(lines.filter("No d").isEmpty()); // date, due date
         QVERIFY(CALCINTEREST().known());

@@ -393,6 +393,17 @@ private slots:
         QTRY_VERIFY(!window);
     }
 
+    /// Nobody is asked; a screen that its questions keep is left once more.
+    void endOfTheSession()
+    {
+        m_form->askOnUnload = true;
+        Form modal("frmtwo", m_form);
+        modal.onActivate = [&] { QTimer::singleShot(0, &modal, [&] { Screen::endSession(), modal.Unload(); }); };
+        modal.showModal();
+        QVERIFY(modal.taken().contains("unload") && m_form->taken().contains("unload"));
+        m_form->askOnUnload = false;
+    }
+
     /// A popup that is open goes when a window comes up. Its window is no owner for one that is to stay.
     void comesUpBesideAnOpenPopup()
     {

@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QHeaderView>
+#include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QRegularExpression>
@@ -105,11 +106,24 @@ QWidget *keyTarget(QWidget *control)
     return focus != nullptr && control->isAncestorOf(focus) ? focus : control;
 }
 
+/// A letter that no key of the test stands for comes as from an input method.
+void typeKeys(QWidget *editor, QChar letter)
+{
+    if (letter.unicode() < 128) {
+        QTest::keyClicks(editor, letter);
+        return;
+    }
+    QInputMethodEvent event;
+    event.setCommitString(letter);
+    QApplication::sendEvent(editor, &event);
+}
+
 void replaceText(QWidget *editor, const QString &text)
 {
     QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClick(editor, Qt::Key_Delete);
-    QTest::keyClicks(editor, text);
+    for (const QChar c : text)
+        typeKeys(editor, c);
 }
 
 Qt::Key keyOf(const QString &name)
@@ -121,6 +135,12 @@ Qt::Key keyOf(const QString &name)
     if (!keys.contains(name))
         refuse(QString("there is no key '%1'").arg(name));
     return keys.value(name);
+}
+
+bool anyDown(const Screen &screen)
+{
+    const auto buttons = screen.findChildren<QAbstractButton *>();
+    return std::any_of(buttons.begin(), buttons.end(), [](const auto *button) { return button->isDown(); });
 }
 
 } // namespace
@@ -209,7 +229,7 @@ void controls::typeText(QWidget *control, const QString &text)
 {
     enter(control);
     for (const QChar c : text)
-        QTest::keyClicks(keyTarget(control), QString(c));
+        typeKeys(keyTarget(control), c);
 }
 
 void controls::choose(QWidget *control, const QString &text)
@@ -256,9 +276,14 @@ void controls::click(QObject *control)
 
 void controls::pressKey(QWidget *control, const QString &key)
 {
-    const Qt::Key pressed = keyOf(key);
+    const bool letter = key.startsWith(u"Alt+");
+    const Qt::Key pressed = letter ? static_cast<Qt::Key>(key.back().unicode()) : keyOf(key);
     enter(control);
-    QTest::keyClick(keyTarget(control), pressed);
+    QTest::keyClick(keyTarget(control), pressed, letter ? Qt::AltModifier : Qt::NoModifier);
+    // A button that its letter pressed clicks when it comes up again.
+    const QPointer<Screen> screen = letter ? Screen::of(control) : nullptr;
+    if (!QTest::qWaitFor([&] { return !screen || !anyDown(*screen); }))
+        refuse("a button stays down");
 }
 
 void controls::editCell(Grid *grid, int row, int col, const QString &text)

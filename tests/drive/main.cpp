@@ -77,7 +77,8 @@ int play(const QStringList &arguments)
 
 int main(int argc, char **argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (!qEnvironmentVariable("QT_QPA_PLATFORM").startsWith(u"offscreen")) // which may name a size of its own
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     qInstallMessageHandler(printComplaint);
     Application application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false); // a script may go on when the program's window is closed

@@ -183,7 +183,10 @@ void Player::end()
 
 void Player::addStateCommands()
 {
-    m_handlers["start"] = [this](const Command &) { m_program.show(); };
+    m_handlers["start"] = [this](const Command &) {
+        m_program.show();
+        loggedPlaces(); // by the scripts before
+    };
     m_handlers["today"] = [](const Command &c) { setToday(word(c, 0)); };
     m_handlers["answer"] = [this](const Command &c) {
         for (const QString &text : c.words)
@@ -257,6 +260,10 @@ void Player::addPrintingCommands()
         for (const QString &name : controls::openScreens())
             m_out << name << '\n';
     };
+    m_handlers["log"] = [this](const Command &) {
+        for (const QString &place : loggedPlaces())
+            m_out << place << '\n';
+    };
     m_handlers["values"] = [this](const Command &) { printValues(); };
 }
 
@@ -291,6 +298,19 @@ void Player::printValues()
                                        {"Det115WJ5=", m_interest.Det115WJ5},
                                        {"Det115WK=", m_interest.Det115WK}})
         m_out << name << QString(detail).replace("\r\n", "\\n") << '\n';
+}
+
+/// Where the faults since the last look were met, each place once.
+QStringList Player::loggedPlaces()
+{
+    QStringList places;
+    QFile log(Base == nullptr ? QString() : Base->AppPath + "/FBTLogger.log");
+    if (!log.open(QIODevice::ReadOnly | QIODevice::Text) || !log.seek(std::exchange(m_logged, log.size())))
+        return places;
+    for (const QString &line : QString::fromUtf8(log.readAll()).split(u'\n', Qt::SkipEmptyParts))
+        places << line.section(u'\t', -2);
+    places.removeDuplicates();
+    return places;
 }
 
 void Player::runSql(const QString &statement)

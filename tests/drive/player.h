@@ -58,6 +58,7 @@ private:
     void addGridCommands();
     void addPrintingCommands();
     void print(const char *name, double value);
+    QStringList loggedPlaces();
     void printValues();
     void runSql(const QString &statement);
 
@@ -67,6 +68,7 @@ private:
     QTextStream &m_err;
     PrintingAnswerer m_answerer;
     Answerer *m_before;
+    qint64 m_logged = 0; ///< bytes of the log that were looked at
     std::map<QString, Handler> m_handlers;
     InterestOfYear m_interest; // of the last computation
     std::size_t m_next = 0;

@@ -1,4 +1,5 @@
 #include "calc/clientyear.h"
+#include "calc/modfbtcalc.h"
 #include "calc/returnform.h"
 #include "db/updater.h"
 #include "efile/checkreturns.h"
@@ -27,7 +28,7 @@ private slots:
         QVERIFY(UpdateDatabase(Cnn));
         QVERIFY(QFile::link(QStringLiteral(FBT_SOURCE "/Data"), Base->AppPath + u"/Data"_s));
         employer(*Cnn, u"A1"_s).name(u"ALPHA"_s).status(16).natures({7}).expense(2008, 1, 7, 57, 100000);
-        employer(*Cnn, u"B1"_s).name(u"BETA"_s).status(16).natures({7}).expense(2007, 1, 7, 57, 100000);
+        employer(*Cnn, u"B1"_s).name(u"BETA"_s).status(16).natures({7}).expense(2007, 1, 7, 57, 300000);
     }
     void cleanup() { m_module.reset(); }
 
@@ -72,16 +73,36 @@ private slots:
                 numbers << QString::fromLatin1(line.trimmed().mid(22, 1));
         }
         QCOMPARE(numbers.join(u' '), u"2 6 4 1 3 5"_s);
-        QCOMPARE(PaymentOfFile(m_alpha, false, true, 5)->challanNo, u"3"_s);
-        QCOMPARE(PaymentOfFile(m_alpha, true, false, 3)->challanNo, u"4"_s);
-        QVERIFY(!PaymentOfFile(m_alpha, false, false, 3));
+        // An error names the payment that the file has there.
+        const auto named = [](const FiledReturn &file, bool advance, bool all, int item) {
+            ReturnPlace place;
+            place.at.screen = ReturnScreen::Challans;
+            place.item = item;
+            place.advance = advance;
+            place.allPayments = all;
+            NameEntry(place, file);
+            return place.payment ? place.payment->challanNo : QString();
+        };
+        const FiledReturn file = FileOf(form, PaymentSource::Challans);
+        QCOMPARE(named(file, false, true, 5), u"3"_s);
+        QCOMPARE(named(file, true, false, 3), u"4"_s);
+        QCOMPARE(named(file, false, false, 3), QString());
+        // A bank that the list has twice doubles its payments, and a date that is none is none: in both.
+        QVERIFY(Cnn->Execute("Insert into bank_master Select * from bank_master") &&
+                Cnn->Execute("Update FBT_Challan Set challan_dt='10/06/08' Where ChallanNo='4'") &&
+                RebuildPaymentSchedule(Cnn, m_alpha));
+        const FiledReturn doubled = FileOf(form, PaymentSource::Schedule);
+        QCOMPARE(doubled.advance.size(), 7U);
+        QVERIFY(!doubled.advance[0].date.isValid());
+        QCOMPARE(Itr8File(FileOf(form, PaymentSource::Challans)), Itr8File(doubled));
     }
 
     void theClientsOfAYearAreCheckedAndNothingIsWritten()
     {
         const QStringList before = m_module->rows(u"Show Tables"_s);
-        Base->code = u"B1"_s;
-        Base->TYear = 2007;
+        // A screen may stand half way through printing the return of another client.
+        QVERIFY(TakeClientYear(u"B1"_s, 2007) && CALCFBT());
+        const auto printed = FBTExpAmt;
         std::vector<CheckedReturn> checked;
         const RowsRead<NamedClient> clients = ClientsOfYear(Cnn, 2008);
         QCOMPARE(clients->size(), 1U);
@@ -100,16 +121,23 @@ private slots:
                  qPrintable(errors.join(u'\n')));
         QVERIFY(checked[0].tax > 0);
         QCOMPARE(Base->code, u"B1"_s);
+        QCOMPARE(FBTExpAmt, printed);
         QCOMPARE(m_module->rows(u"Show Tables"_s), before);
     }
 
-    /// What could not be read is no return without payments.
+    /// What could not be read is no return without payments, and a client who is gone is none without a name.
     void whatCannotBeReadIsNotFiled()
     {
-        QVERIFY(Cnn->Execute("Drop Table FBT_Challan"));
-        const CheckedReturn checked = CheckReturn({u"A1"_s, u"ALPHA"_s}, 2008, Base->AppPath + u"/return.xml"_s);
-        QVERIFY(checked.refused.contains(u"challans"));
-        QVERIFY(!QFile::exists(Base->AppPath + u"/return.xml"_s));
+        const QString path = Base->AppPath + u"/return.xml"_s;
+        const auto cells = [&] { return CheckCells(CheckReturn({u"A1"_s, u"ALPHA"_s}, 2008, path)).join(u'|'); };
+        for (const char *table : {"FBT_Info", "FBT_Detail", "FBT_SalDet", "FBT_Challan", "FBT_AddInfo", "FBT_BankDet",
+                                  "FBT_MiscInf", "FBT_SignDet", "FBT_RetDet", "bank_master", "FBT_ExpRate2008"}) {
+            const WithoutTable without(QString::fromLatin1(table));
+            QVERIFY2(cells().startsWith(u"A1|ALPHA|could not be read: ") && cells().endsWith(u"||"), table);
+        }
+        QVERIFY(Cnn->Execute("Delete from FBT_Info Where Code_No='A1'"));
+        QCOMPARE(cells(), u"A1|ALPHA|no longer there||"_s);
+        QVERIFY(!QFile::exists(path));
     }
 
     void statesHaveTheirNumbers()

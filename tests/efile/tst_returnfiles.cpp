@@ -101,7 +101,8 @@ private slots:
     {
         FiledReturn filed = plain2009();
         filed.form.ClName = u"A & B \u2013 \u20ac \u0905"_s;
-        QVERIFY(Itr8File(filed).contains("<ITRForm:SurNameOrOrgName>A & B \x96 \x80 ?</ITRForm:SurNameOrOrgName>\r\n"));
+        QVERIFY(
+            Itr8File(filed).contains("<ITRForm:SurNameOrOrgName>A & B \x96 \x80 \x1A</ITRForm:SurNameOrOrgName>\r\n"));
         QVERIFY(Itr8File(filed).contains("/main\r\nC:\\u01\\itportal\\itr\\schema\\AY09-10\\CorpITRMain09.xsd\">\r\n"));
         filed.form.addInfo[u"aorng"_s] = u"W12"_s;
         QVERIFY(Itr8File(filed).contains("<ITRForm:RangeCode>W12<"));
@@ -304,15 +305,15 @@ void TestReturnFiles::aWrongValueIsRefusedAndLeadsToItsField_data()
         {Full2008, "AssessmentYear", u"2007"_s, ""},
         {Plain2009, "AssesseeVerPAN", u"PQRST6789"_s, "Return Form txtfields_2"},
         {Plain2009, "XMLCreationDate", u"2008-09-30"_s, "Return Form txtdate"},
-        {Full3B, "Address1", u"12"_s, "Additional Information txtWard"},
+        {Full3B, "Address1", u"12"_s, ""},
         {Full3B, "doi", u""_s, "Employer Details txtfields_17"},
         {Full3B, "status", u""_s, "Employer Details cbostat"},
         {Full3B, "Telno", u"2222,3333"_s, "Employer Details txtfields_11"},
         {Full3B, "range_cd", u"7"_s, "Additional Information txtaorng"},
         {Full3B, "resistatus", u"4"_s, "Employer Details cboresst"},
         {Full3B, "dateofauditreport44AB_c", u""_s, "Additional Information txtDt44ABC"},
-        {Full3B, "FBTQ1", u"-1"_s, "Additional Information txtWard"},
-        {Full3B, "balanceFBT", u"1.5"_s, "Additional Information txtWard"},
+        {Full3B, "FBTQ1", u"-1"_s, "FBT Details "},
+        {Full3B, "balanceFBT", u"1.5"_s, "Challan "},
         {Full3B, "accountnumber", u""_s, "Bank Accounts txtaccount"},
         {Full3B, "micrcode", u"12"_s, "Bank Accounts txtmicr"},
         {Full3B, "FBT_code", u"8573"_s, "FBT Details "},

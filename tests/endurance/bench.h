@@ -104,5 +104,3 @@ void SixPrograms(Outcome &outcome, Dice &dice, bool oneClient);
 void FullDiskSaving(Outcome &outcome, Dice &dice);
 void FullDiskUpdate(Outcome &outcome, Dice &dice);
 void HostileTexts(Outcome &outcome, Dice &dice);
-void DamagedBackups(Outcome &outcome, Dice &dice);
-void ForgedBackups(Outcome &outcome, Dice &dice);

@@ -36,8 +36,6 @@ const std::vector<Case> cases{
     {"disk-save", "full disk while saving", FullDiskSaving},
     {"disk-update", "full disk during the first update", FullDiskUpdate},
     {"texts", "hostile texts in each text field of each screen", HostileTexts},
-    {"backup-damage", "damaged backup files", DamagedBackups},
-    {"backup-forged", "backups with a changed table definition, checksum made anew", ForgedBackups},
 };
 
 /// One line of the table. False when anything came out otherwise.

@@ -20,7 +20,7 @@ struct Reader : ScreenUser
         Base = &base;
         QDir(folder.path()).mkdir("HTMLHelp");
         write("Index.ind", index);
-        write("a.htm", "<h1><a name='1'>First</a></h1><p>Oranges</p><h2><a name='1-1'>Inner</a></h2><p>Apples "
+        write("a.htm", "<h1><a name='1'>First</a></h1><p>Oranges</p><h2><a name='1-1'>Inner</a></h2><p>Apples, oranges "
                        "<a href='frmb.htm#2'>on</a> <a href='../secret.htm'>out</a></p>");
         write("frmb.htm", "<h1><a name='2'>Second</a></h1><p>apples and ORANGES</p>");
         write("../secret.htm", "<p>secret</p>");
@@ -124,17 +124,18 @@ private slots:
         const QStringList texts = HelpTexts(reader.folder.path() + "/HTMLHelp", topics);
         using Hits = QList<qsizetype>;
         QCOMPARE(FindHelp(topics, texts, "apples"), Hits({1, 2})); // not in the topic before the anchor
-        QCOMPARE(FindHelp(topics, texts, " oranges  APP "), Hits({2}));
+        QCOMPARE(FindHelp(topics, texts, " oranges  APP "), Hits({1, 2}));
         QCOMPARE(FindHelp(topics, texts, "gone"), Hits({3})); // a title is enough
         QCOMPARE(FindHelp(topics, texts, "  "), Hits());
         reader.open<frmhelp>();
-        reader.type("txtfind", "apples");
+        reader.type("txtfind", "oranges app");
         QVERIFY(!reader.visible("vsf"));
-        QCOMPARE(reader.shown("vsfhits"), QStringList({"Inner, part", "Second"}));
+        QCOMPARE(reader.shown("vsfhits"), QStringList({"First: Inner, part", "Second"}));
         reader.key(Qt::Key_Return);
+        QCOMPARE(reader.find<HelpPane>("wb1")->textCursor().selectedText(), QString("oranges")); // not "Oranges" above
         reader.key(Qt::Key_Down);
         QCOMPARE(reader.page(), QString("frmb.htm#2"));
-        QCOMPARE(reader.find<HelpPane>("wb1")->textCursor().selectedText(), QString("apples"));
+        QCOMPARE(reader.find<HelpPane>("wb1")->textCursor().selectedText(), QString("ORANGES"));
         reader.type("txtfind", "");
         QVERIFY(reader.visible("vsf"));
     }
@@ -164,6 +165,8 @@ private slots:
         auto *help = Screen::opened<frmhelp>();
         QVERIFY(help);
         QVERIFY(help->findChild<HelpPane *>("wb1")->LocationURL().endsWith("frmb.htm#2"));
+        screen->setProperty("helpTopic", "1-1"); // a part of it, which the help tells of apart
+        frmhelp::OpenFor(*screen);
         help->Unload();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         Screen::setHelp({});

@@ -8,6 +8,7 @@
 #include "tests/support/testmodule.h"
 
 #include <QElapsedTimer>
+#include <QFile>
 #include <QJsonDocument>
 #include <QLabel>
 #include <QNetworkReply>
@@ -23,7 +24,7 @@ WebDriverSettings headless()
     return {{}, {}, {"--headless=new", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage"}};
 }
 
-/// What a driver answers, by another way in than the program's own; empty when it is gone.
+/// What a driver answers, by another way in than the program's own; undefined when it is gone.
 QJsonValue asked(const QByteArray &verb, const QString &url)
 {
     QNetworkAccessManager net;
@@ -35,6 +36,14 @@ QJsonValue asked(const QByteArray &verb, const QString &url)
     wait.exec();
     return reply->error() == QNetworkReply::NoError ? QJsonDocument::fromJson(reply->readAll()).object().value("value")
                                                     : QJsonValue(QJsonValue::Undefined);
+}
+
+bool listensOnLoopbackOnly(int port)
+{
+    QFile sockets("/proc/net/tcp");
+    const QString all = sockets.open(QIODevice::ReadOnly) ? QString::fromUtf8(sockets.readAll()) : QString();
+    const QString end = ":" + QString::number(port, 16).toUpper().rightJustified(4, '0') + " 00000000:0000";
+    return all.contains("0100007F" + end) && !all.contains("00000000" + end);
 }
 
 bool windowIsThere(const QString &session)
@@ -65,16 +74,30 @@ public:
         PayBrowser::Maximize();
     }
     [[nodiscard]] static QString session() { return last == nullptr ? QString() : last->driver().sessionUrl(); }
+    [[nodiscard]] static StartedProcess program() { return last->driver().driverProcess(); }
 };
 
-class Broken : public PayBrowser
+/// A driver that answers only as often as the environment says, and is silent from then on.
+class SilentDriver : public QTcpServer
 {
 public:
-    Broken()
-        : PayBrowser({"/bin/false", {}, {}})
+    explicit SilentDriver(quint16 port) { listen(QHostAddress::LocalHost, port); }
+    int serve()
     {
+        connect(this, &QTcpServer::newConnection, this, [this] {
+            QTcpSocket *caller = nextPendingConnection();
+            connect(caller, &QTcpSocket::readyRead, caller, [this, caller] {
+                const QByteArray body = R"({"value":{"ready":true,"sessionId":"s"}})";
+                if (caller->readAll().contains("HTTP/1.1") && m_left-- > 0)
+                    caller->write("HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" +
+                                  body);
+            });
+        });
+        return QCoreApplication::exec();
     }
-    Opened Open() override { return Opened::Failed; }
+
+private:
+    int m_left = qEnvironmentVariableIntValue("ANSWERS");
 };
 
 /// The screen of a company in front of a user, with the portal's double and a real browser at hand.
@@ -108,12 +131,12 @@ public:
     }
 
     void pay() { click("cmdePay"); }
-    /// Does something once the run stands at a stage; the words are the beginning of what it shows.
-    void atStage(const QString &words, const std::function<void()> &act)
+    /// Does something once the run shows these words, and has a session or not yet.
+    void atStage(const QString &words, bool session, const std::function<void()> &act)
     {
         auto *poll = new QTimer(screen());
-        QObject::connect(poll, &QTimer::timeout, poll, [this, poll, words, act] {
-            if (!find<QLabel>("lblpg")->text().startsWith(words) || WatchedBrowser::session().isEmpty())
+        QObject::connect(poll, &QTimer::timeout, poll, [this, poll, words, session, act] {
+            if (find<QLabel>("lblpg")->text() != words || WatchedBrowser::session().isEmpty() == session)
                 return;
             poll->stop();
             act();
@@ -182,6 +205,7 @@ private slots:
         QVERIFY(user.visible("Frame1"));
         QVERIFY(!user.visible("fampg"));
         const QString session = WatchedBrowser::session();
+        QVERIFY(listensOnLoopbackOnly(QUrl(session).port()));
         user.answers({Reply::No}); // a second run leaves all as it is
         user.pay();
         QCOMPARE(user.said().size(), 1);
@@ -207,38 +231,99 @@ private slots:
     /// What ends a run in each of its stages, and what becomes of the browser.
     void endsInEachStage()
     {
+        enum Stage { Starting, First, Second };
         struct Row
         {
             const char *name;
-            bool secondStage;
+            Stage stage;
             std::function<void(Desk &)> act;
             QString message;
             bool stays;
         };
+        const auto back = [](Desk &user) { user.click("cmdcancelPg"); };
+        const auto stop = [](Desk &user) { user.click("cmdstoppg"); };
         const auto closeWindow = [](Desk &) { asked("DELETE", WatchedBrowser::session() + "/window"); };
-        const std::vector<Row> rows{{"back", false, [](Desk &user) { user.click("cmdcancelPg"); }, {}, false},
-                                    {"back later", true, [](Desk &user) { user.click("cmdcancelPg"); }, {}, false},
-                                    {"escape", true, [](Desk &user) { user.key(Qt::Key_Escape); }, {}, false},
-                                    {"screen closed", false, [](Desk &user) { user.screen()->Unload(); }, {}, false},
-                                    {"stop", false, [](Desk &user) { user.click("cmdstoppg"); }, {}, true},
-                                    {"stop later", true, [](Desk &user) { user.click("cmdstoppg"); }, {}, true},
-                                    {"by hand", false, closeWindow, "Could not Open e-Tax Payment System.", false}};
+        const auto killDriver = [](Desk &) { ::kill(pid_t(WatchedBrowser::program().pid), SIGKILL); };
+        const auto killBrowser = [](Desk &) {
+            ::kill(pid_t(ChildrenOf(WatchedBrowser::program()).value(0).pid), SIGKILL);
+        };
+        const QString noPortal = "Could not Open e-Tax Payment System.";
+        const QString noChallan = "Could not Open Challan.";
+        const std::vector<Row> rows{{"back at once", Starting, back, {}, false},
+                                    {"back", First, back, {}, false},
+                                    {"back later", Second, back, {}, false},
+                                    {"escape", Second, [](Desk &user) { user.key(Qt::Key_Escape); }, {}, false},
+                                    {"screen closed", First, [](Desk &user) { user.screen()->Unload(); }, {}, false},
+                                    {"stop at once", Starting, stop, {}, true},
+                                    {"stop", First, stop, {}, true},
+                                    {"stop later", Second, stop, {}, true},
+                                    {"by hand", First, closeWindow, noPortal, false},
+                                    {"by hand later", Second, closeWindow, noChallan, false},
+                                    {"driver killed", First, killDriver, noPortal, false},
+                                    {"driver killed later", Second, killDriver, noChallan, false},
+                                    {"browser killed", Second, killBrowser, noChallan, false}};
         for (const Row &row : rows) {
             Desk user(*m_module);
-            (row.secondStage ? user.portal.challanPage : user.portal.startPage) = Manner::NeverAnswers;
+            (row.stage == Second ? user.portal.challanPage : user.portal.startPage) = Manner::NeverAnswers;
             QString session;
+            QList<StartedProcess> browser;
             QElapsedTimer since;
-            user.atStage(row.secondStage ? opening : connecting, [&] {
+            user.atStage(row.stage == Second ? opening : connecting, row.stage != Starting, [&] {
                 session = WatchedBrowser::session();
+                browser = ChildrenOf(WatchedBrowser::program());
                 since.start();
                 row.act(user);
             });
             user.pay();
             QVERIFY2(since.isValid() && since.elapsed() < 10000, row.name);
             QVERIFY2(user.said() == (row.message.isEmpty() ? QStringList() : QStringList(row.message)), row.name);
+            if (row.stage == Starting)
+                session = WatchedBrowser::session();
             QVERIFY2(windowIsThere(session) == row.stays, row.name);
+            QTRY_VERIFY2(row.stays || browser.isEmpty() || !IsRunning(browser.first()), row.name);
             QVERIFY2(WatchedBrowser::maximized == (row.stays ? 1 : 0), row.name);
             QVERIFY2(user.visible("Frame1") && user.focus() == "cmdePay", row.name);
+        }
+    }
+
+    /// A driver that answers so often and no more.
+    void driverThatFallsSilent()
+    {
+        struct Row
+        {
+            const char *answers;
+            bool cancelled;
+            QString message;
+        };
+        for (const Row &row : {Row{"1", true, {}}, Row{"3", false, "Could not Open e-Tax Payment System."}}) {
+            qputenv("ANSWERS", row.answers);
+            Desk user(*m_module);
+            user.leave([] {
+                return std::make_unique<PayBrowser>(WebDriverSettings{QCoreApplication::applicationFilePath(), {}, {}});
+            });
+            if (row.cancelled)
+                QTimer::singleShot(1000, user.screen(), [&] { user.click("cmdcancelPg"); });
+            QElapsedTimer since;
+            since.start();
+            user.pay();
+            QVERIFY2(since.elapsed() < 12000, row.answers);
+            QVERIFY2(user.said().join("") == row.message, row.answers);
+            QVERIFY2(user.visible("Frame1"), row.answers);
+        }
+    }
+
+    /// What each kind of driver is asked for, by the names that it knows.
+    void asksInTheWordsOfTheDriver()
+    {
+        using Wanted = std::pair<const char *, const char *>;
+        for (const auto &[program, options] :
+             {Wanted{"/opt/chromedriver", "goog:chromeOptions"}, Wanted{"msedgedriver", "ms:edgeOptions"},
+              Wanted{"/snap/bin/geckodriver", "moz:firefoxOptions"}}) {
+            const QJsonObject all = DriverCapabilities(program, {{}, "/opt/browser", {}});
+            const QJsonObject own = all.value(options).toObject();
+            QVERIFY2(own.value("binary") == "/opt/browser" && all.size() == 4, program);
+            // A name that the driver does not know would make it refuse the session.
+            QVERIFY2(own.contains("detach") == (QString(options) != "moz:firefoxOptions"), program);
         }
     }
 
@@ -258,7 +343,7 @@ private slots:
         Desk user(*m_module);
         user.portal.challanPage = Manner::WithoutForm;
         std::clock_t spent = 0;
-        user.atStage(opening, [&] {
+        user.atStage(opening, true, [&] {
             spent = std::clock();
             QTimer::singleShot(3000, user.screen(), [&] {
                 spent = std::clock() - spent;
@@ -272,7 +357,7 @@ private slots:
     void whatIsMissingIsSaid()
     {
         Desk user(*m_module);
-        user.leave([] { return std::make_unique<Broken>(); });
+        user.leave([] { return std::make_unique<PayBrowser>(WebDriverSettings{"/bin/false", {}, {}}); });
         user.pay();
         user.withoutBrowser();
         user.pay();
@@ -297,26 +382,13 @@ private slots:
         asked("DELETE", session);
         asked("GET", session.section("/session", 0, 0) + "/shutdown");
     }
-
-    void driverListensOnLoopbackOnly()
-    {
-        WatchedBrowser browser;
-        QVERIFY(browser.Open() == BrowserObject::Opened::Yes);
-        QVERIFY(browser.driver().sessionUrl().startsWith("http://127.0.0.1:"));
-        QProcess sockets;
-        sockets.start("cat", {"/proc/net/tcp"});
-        QVERIFY(sockets.waitForFinished());
-        const QString port = QString::number(QUrl(browser.driver().sessionUrl()).port(), 16).toUpper();
-        const QString all = QString::fromUtf8(sockets.readAllStandardOutput());
-        QVERIFY(all.contains("0100007F:" + port.rightJustified(4, '0')));
-        QVERIFY(!all.contains("00000000:" + port.rightJustified(4, '0') + " 00000000:0000"));
-        browser.Close();
-    }
 };
 
 int main(int argc, char **argv)
 {
     QApplication app(argc, argv);
+    if (app.arguments().value(1).startsWith("--port="))
+        return SilentDriver(app.arguments().value(1).section('=', 1).toUShort()).serve();
     if (app.arguments().value(1) == u"--hand-over") {
         PayBrowser browser(headless());
         if (browser.Open() == BrowserObject::Opened::Yes)

@@ -1,4 +1,6 @@
+#include "db/updater.h"
 #include "platform/recordset.h"
+#include "records/challans.h"
 #include "records/change.h"
 #include "records/clientrow.h"
 #include "tests/support/testserver.h"
@@ -83,6 +85,18 @@ private slots:
             QCOMPARE(FirstField(m_cnn.get(), "Select Count(Distinct N) from T").whole(), users * rows);
             QCOMPARE(FirstField(m_cnn.get(), "Select Max(N) from T").whole(), users * rows);
         }
+    }
+
+    void challansAddedAtOnceAreNumbered()
+    {
+        CREATETABLES(m_cnn.get());
+        makeLocks();
+        m_cnn->Execute("Insert into FBT_Info (Code_no) Values ('A')");
+        together(2, [](Connection &own) {
+            for (int i = 0; i < 15; ++i)
+                AddChallan(&own, {"A", 2008}, {});
+        });
+        QCOMPARE(FirstField(m_cnn.get(), "Select Count(Distinct srno) from FBT_Challan").whole(), 30);
     }
 
     void usersWhoSaveAtOnceWriteOneRow()

@@ -1,16 +1,14 @@
 #include "calc/clientyear.h"
 #include "calc/modfbtcalc.h"
-#include "db/updater.h"
 #include "platform/clock.h"
 #include "reports/annualstatement.h"
 #include "reports/frmfbtrep.h"
 #include "suite/report/repview.h"
 #include "tests/support/employer.h"
+#include "tests/support/lawdatabase.h"
 #include "tests/support/screenuser.h"
-#include "tests/support/testmodule.h"
 
 #include <algorithm>
-#include <memory>
 #include <random>
 
 namespace {
@@ -112,16 +110,9 @@ class TestAnnual : public QObject
 {
     Q_OBJECT
 
-    std::unique_ptr<TestServer> m_server;
-    std::unique_ptr<TestModule> m_module;
+    LawDatabase m_law;
 
 private slots:
-    void initTestCase()
-    {
-        m_server = std::make_unique<TestServer>();
-        m_module = std::make_unique<TestModule>(*m_server);
-        UpdateDatabase(&m_module->connection);
-    }
     void cleanup() { TakeEmployees({}); }
 
     /// With natures in the order of their numbers both are the same, but that the report taxes the India share of each

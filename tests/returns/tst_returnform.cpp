@@ -2,13 +2,12 @@
 
 #include "calc/clientyear.h"
 #include "context/modbase.h"
-#include "db/updater.h"
 #include "platform/clock.h"
 #include "records/paymentschedule.h"
 #include "returns/workfolder.h"
 #include "tests/support/caserow.h"
 #include "tests/support/employer.h"
-#include "tests/support/testmodule.h"
+#include "tests/support/lawdatabase.h"
 
 #include <QDir>
 #include <QTest>
@@ -18,24 +17,13 @@ class TestReturnForm : public QObject
 {
     Q_OBJECT
 
-    std::unique_ptr<TestServer> m_server;
-    std::unique_ptr<TestModule> m_module;
+    LawDatabase m_law;
+    TestModule &m_module = m_law.module;
 
     static void sql(const SqlText &statement) { QVERIFY2(Cnn->Execute(statement), qPrintable(statement)); }
 
 private slots:
-    void initTestCase()
-    {
-        m_server = std::make_unique<TestServer>();
-        m_module = std::make_unique<TestModule>(*m_server);
-        UpdateDatabase(Cnn);
-        employer(*Cnn, "A1").status(16).natures({7});
-    }
-    void cleanupTestCase()
-    {
-        m_module.reset();
-        m_server.reset();
-    }
+    void initTestCase() { employer(*Cnn, "A1").status(16).natures({7}); }
     void init()
     {
         for (const char *table :
@@ -102,7 +90,7 @@ private slots:
         QCOMPARE(ReadReturnForm().RetCode, "22");
         sql(Sql("Update FBT_AddInfo Set Ward='W',IndiaEmp=7"));
         QVERIFY(SaveReturnCode("21"));
-        QCOMPARE(m_module->rows("Select Section,Ward,IndiaEmp,Calc115WK from FBT_AddInfo"), QStringList("1\tW\t7\t1"));
+        QCOMPARE(m_module.rows("Select Section,Ward,IndiaEmp,Calc115WK from FBT_AddInfo"), QStringList("1\tW\t7\t1"));
     }
 
     void signatoryIsCarriedOver()

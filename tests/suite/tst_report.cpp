@@ -197,6 +197,23 @@ private slots:
             QVERIFY2(ink(layout, page) > 0, qPrintable(QString::number(page))); // nothing else is written there
     }
 
+    /// Wherever a page ends, a title and the captions below it stay with their first row.
+    void titleStaysWithItsRow()
+    {
+        for (int lines = 0; lines < 70; ++lines) {
+            ReportDocument document;
+            for (int i = 0; i < lines; ++i)
+                document.addLine("");
+            document.addLine("title");
+            document.beginTable();
+            document.addRow(row({"a", "b"}, {39, 39}, {ReportRow::CentredHeader, ReportRow::CentredHeader}));
+            document.addRow(row({"1", "2"}, {39, 39}, {ReportRow::Left, ReportRow::Left}));
+            ReportLayout layout = layoutOf(document);
+            const auto first = static_cast<size_t>(lines);
+            QVERIFY2(layout.pageOf(first) == layout.pageOf(first + 2), qPrintable(QString::number(lines)));
+        }
+    }
+
     void longTextGoesOnOverPages()
     {
         ReportDocument document;
