@@ -45,6 +45,8 @@ void frmsbase::FORM_ACTIVATE()
 void frmsbase::PROCEED()
 {
     const ErrorTail tail(this);
+    if (!ui->ClGrd1->hasRead())
+        return;
     // A search that finds nothing leaves a current row that the user does not see.
     if (ui->ClGrd1->Row() < 1 || ui->ClGrd1->currentHidden()) {
         MsgBox(this, QStringLiteral("Select a Client."));

@@ -188,6 +188,7 @@ void ClGrd::DispClGrid()
     ErrorTail tail(controlName());
     bool opened = false;
     tail([&] { opened = loadClients(); });
+    m_read = opened;
     if (Screen *screen = Screen::of(this))
         screen->noteReading(QStringLiteral("clients"), opened);
     if (!opened)
@@ -201,6 +202,16 @@ void ClGrd::DispClGrid()
     if (vsf->Rows() > vsf->FixedRows())
         vsf->setRow(vsf->FixedRows());
     vsf->ShowCell(vsf->Row(), Code);
+}
+
+bool ClGrd::hasRead()
+{
+    const bool before = m_read;
+    if (!before) {
+        DispClGrid();
+        SelectLastClient();
+    }
+    return before;
 }
 
 bool ClGrd::loadClients()

@@ -34,6 +34,8 @@ public:
     /// Reads all clients of the module's connection anew, in the order of their codes. The search boxes are emptied. When
     /// they could not be read, the list stays as it is, and its screen says so.
     void DispClGrid();
+    /// Reads them again where the last reading failed. False when it did, so that the owner's act ends there.
+    bool hasRead();
     /// Moves to the client whose code the base object remembers, if it is in the list and not hidden.
     void SelectLastClient();
     void SelectClient(const QString &code); ///< makes a client current, where the list shows him
@@ -69,4 +71,5 @@ private:
     QLabel *lblcount;
     QWidget *m_boxStrip;
     bool Arranged = false;
+    bool m_read = true; // the last reading went well
 };

@@ -476,7 +476,7 @@ void frmclinfo::CMDADD_CLICK()
 void frmclinfo::CMDMODIFY_CLICK()
 {
     const ErrorTail tail(this);
-    if (!clientChosen())
+    if (!ui->ClGrd1->hasRead() || !clientChosen())
         return;
     EditCode = ui->ClGrd1->TextMatrix(ui->ClGrd1->Row(), 0);
     EditMode = true;
@@ -539,6 +539,8 @@ void frmclinfo::CMDIMPCL_CLICK()
     const ErrorTail tail(this);
     if (!fieldMayBeLeft(ui->cmdimpcl))
         return;
+    if (!couldRead(tr("clients of the suite")))
+        LOADCLIENTS();
     if (ui->vsf->Rows() > ui->vsf->FixedRows())
         ui->vsf->setRow(ui->vsf->FixedRows());
     ui->fammaininfo->hide();

@@ -48,6 +48,12 @@ FaultFilter toldAs(Doing doing, Connection *connection)
             }};
 }
 
+Fault clientGoneFault()
+{
+    return {FaultNumber::RowGone, QStringLiteral("the client is no longer in the database under this code"),
+            QStringLiteral("FBT"), Doing::Save};
+}
+
 /// Takes the lock row of a table and client. False after a fault.
 bool lockRow(Connection *connection, const QString &table, const QString &clientCode)
 {
@@ -102,6 +108,17 @@ void Change::giveUp(const Fault &fault)
 bool Change::lock(const QString &table, const QString &clientCode)
 {
     m_given = m_given && lockRow(m_connection, table, clientCode);
+    return clientCode.isEmpty() ? m_given : holdClient(clientCode);
+}
+
+bool Change::holdClient(const QString &code)
+{
+    Recordset client;
+    m_given =
+        m_given && client.Open(Sql("Select Code_No from FBT_Info Where Code_No=", Quoted(code), " Lock in Share Mode"),
+                               m_connection);
+    if (m_given && client.Eof())
+        giveUp(clientGoneFault());
     return m_given;
 }
 

@@ -22,8 +22,14 @@ public:
     /// The same for a row that is to go, and may have gone already.
     bool remove(const SqlText &statement);
 
+    /// For rows that belong to a client: he must be there, and stays to the end of the change. Where another user has
+    /// deleted him, or given him another code, the rows would be nobody's: that is reported, and the change given up as
+    /// after a fault.
+    bool holdClient(const QString &code);
+
     /// Writes the lock row of a table and client, which is held to the end of the change: what is read after it is not
-    /// changed by another user who asks for the same. False, and the change given up, after a fault.
+    /// changed by another user who asks for the same. False, and the change given up, after a fault, or when the client is
+    /// not there (`holdClient`).
     /// @param table as its `Create Table` spells it
     /// @param clientCode empty for a table whose rows count for all clients
     bool lock(const QString &table, const QString &clientCode);

@@ -40,10 +40,11 @@ SqlText detailsInsert(const ClientYear &client, const ReturnDetails &details)
                details.date, "','','',0,'", QString::number(details.refundMode), "')");
 }
 
-bool replaceRow(Connection *cnn, const SqlText &from, bool keeps, const SqlText &insert)
+bool replaceRow(Connection *cnn, const QString &code, const SqlText &from, bool keeps, const SqlText &insert)
 {
-    return ChangeTogether(
-        cnn, [&](Change &change) { return change.write(Sql("Delete") + from) && (!keeps || change.write(insert)); });
+    return ChangeTogether(cnn, [&](Change &change) {
+        return change.holdClient(code) && change.write(Sql("Delete") + from) && (!keeps || change.write(insert));
+    });
 }
 
 } // namespace
@@ -72,11 +73,11 @@ Reading<ReturnDetails> ReturnDetailsOf(Connection *cnn, const ClientYear &client
 
 bool SaveSignatory(Connection *cnn, const ClientYear &client, const Signatory &signatory)
 {
-    return replaceRow(cnn, signatoryRow(client.code, client.year), !signatory.isEmpty(),
+    return replaceRow(cnn, client.code, signatoryRow(client.code, client.year), !signatory.isEmpty(),
                       signatoryInsert(client, signatory));
 }
 
 bool SaveReturnDetails(Connection *cnn, const ClientYear &client, const ReturnDetails &details)
 {
-    return replaceRow(cnn, detailsRow(client), !details.isEmpty(), detailsInsert(client, details));
+    return replaceRow(cnn, client.code, detailsRow(client), !details.isEmpty(), detailsInsert(client, details));
 }

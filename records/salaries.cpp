@@ -51,7 +51,7 @@ bool InsertSalary(Change &change, const ClientYear &client, const Salary &salary
 bool SaveSalaries(Connection *cnn, const ClientYear &client, int quarter, const std::vector<Salary> &salaries)
 {
     return ChangeTogether(cnn, [&](Change &change) {
-        return change.write(Sql("Delete from ", ofQuarter(client, quarter))) &&
+        return change.holdClient(client.code) && change.write(Sql("Delete from ", ofQuarter(client, quarter))) &&
                std::all_of(salaries.begin(), salaries.end(),
                            [&](const Salary &salary) { return InsertSalary(change, client, salary); });
     });

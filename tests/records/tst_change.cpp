@@ -22,6 +22,7 @@ private slots:
         m_cnn = std::make_unique<Connection>();
         server->openFreshSchema(*m_cnn, &m_faults);
         QVERIFY(m_cnn->Execute("Create Table T (Code Varchar(3), N Int(11))"));
+        QVERIFY(m_cnn->Execute("Create Table FBT_Info Select 'A' as Code_No"));
     }
 
     void aRefusedGroupIsRunAgain()
@@ -107,6 +108,8 @@ private slots:
             for (int year = 1; year <= 30; ++year)
                 SaveRow(&own, table, {"A", year}, {{"X", "1"}}, {});
         });
+        QCOMPARE(count(), 30);
+        QVERIFY(!SaveRow(m_cnn.get(), table, {"B", 1}, {{"X", "1"}}, {})); // his rows would be nobody's
         QCOMPARE(count(), 30);
     }
 

@@ -16,6 +16,7 @@ private slots:
     void newAddInfoRowHasTheDefaults()
     {
         SuiteFixture suite(m_server);
+        suite.client("A1", "ALPHA");
         suite.open<frmaddinfo1>();
         suite.user.type("txtWard", "range 1's");
         suite.user.click("cmdsave");
@@ -29,6 +30,7 @@ private slots:
     void columnsThatAreNotShownStay()
     {
         SuiteFixture suite(m_server);
+        suite.client("A1", "ALPHA");
         Cnn->Execute("Insert into FBT_AddInfo Values ('A1',2008,'1','W','OLD','2','1','R1','01/08/2008','13','1','1',"
                      "'02/02/2008','1','03/03/2008','1','1','1','1','1','1',5,9,'04/04/2008','ACK','A','B','C','D',"
                      "'0',10.5,'0',20,'0',30,'todate')");
@@ -82,6 +84,7 @@ private slots:
     void oneDefaultAccount()
     {
         SuiteFixture suite(m_server);
+        suite.client("A1", "ALPHA");
         suite.open<frmbankdet>();
         addAccount(suite, "first's", "1"); // it by itself
         addAccount(suite, "second", "2");
