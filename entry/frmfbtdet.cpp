@@ -248,8 +248,10 @@ void frmfbtdet::readAgain()
 {
     if (!couldRead(itemTexts))
         GETITEMS(ui->vsf2, client().year);
-    if (!couldRead(additionalInformation))
+    if (!couldRead(additionalInformation)) {
+        m_inHand.putBack();
         takeAddInfo();
+    }
     if (couldRead(businessNatures))
         return;
     LOADNATURES();

@@ -141,6 +141,13 @@ bool frmduedts::FORM_UNLOAD()
     return maySaveChanges();
 }
 
+/// What nobody touched is not written: another user may have changed it since.
+void frmduedts::FORM_SESSIONEND()
+{
+    if (shownDates() != m_loaded)
+        Screen::FORM_SESSIONEND();
+}
+
 void frmduedts::COMBO4_CLICK()
 {
     ErrorTail tail(this);
@@ -181,6 +188,7 @@ void frmduedts::LOADGRID()
     else
         setUpInstalments();
     ui->cmdsave->setEnabled(couldRead());
+    m_loaded = shownDates();
     for (Grid *grid : {ui->vsf, ui->vsf1})
         grid->setCell(1, grid == ui->vsf || HasQuarterDates(year) ? extendedColumn : dateColumn);
 }
@@ -317,10 +325,15 @@ bool frmduedts::checkCell(Grid *grid, int row, int col)
 
 bool frmduedts::save()
 {
+    return SaveDueDates(Cnn, SelYear, shownDates());
+}
+
+DueDates frmduedts::shownDates() const
+{
     DueDates dates{typedDates(ui->vsf, true), std::nullopt, std::nullopt};
     if (HasQuarterDates(SelYear))
         dates.quarters = typedDates(ui->vsf1, false);
     else
         dates.instalments = typedInstalments(ui->vsf1);
-    return SaveDueDates(Cnn, SelYear, dates);
+    return dates;
 }

@@ -2,6 +2,7 @@
 
 #include "controls/screen.h"
 #include "platform/offer.h"
+#include "records/duedates.h"
 
 #include <memory>
 #include <utility>
@@ -24,6 +25,7 @@ public:
 
     void FORM_LOAD() override;
     bool FORM_UNLOAD() override;
+    void FORM_SESSIONEND() override;
 
 private:
     void COMBO4_CLICK();
@@ -44,6 +46,7 @@ private:
     bool checkCells(Grid *grid);
     bool checkCell(Grid *grid, int row, int col);
     bool save();
+    [[nodiscard]] DueDates shownDates() const;
     bool validate(const Grid *grid, int row, int col, QString &text);
     [[nodiscard]] bool mayEditDates(const Grid *grid, int row, int col) const;
     [[nodiscard]] bool holdsInstalments(const Grid *grid) const;
@@ -52,5 +55,6 @@ private:
 
     std::unique_ptr<Ui::frmduedts> ui;
     int SelYear = 0;                            // the year loaded
+    DueDates m_loaded;                          // what its dates were then
     std::pair<const Grid *, int> m_missingDate; // the row whose original date was asked for
 };

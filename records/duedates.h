@@ -43,6 +43,8 @@ struct DueDates
     DueDateRows returns; ///< by class
     std::optional<DueDateRows> quarters;
     std::optional<InstalmentDates> instalments; ///< those of the law leave no row
+
+    bool operator==(const DueDates &) const = default;
 };
 
 /// False after a fault: then all dates are as before.

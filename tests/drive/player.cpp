@@ -199,6 +199,7 @@ void Player::addStateCommands()
         m_interest = CALCINTEREST();
         printValues();
     };
+    m_handlers["endsession"] = [](const Command &) { Screen::endSession(); };
     m_handlers["report"] = [this](const Command &c) {
         if (!writeReport(c.rest.trimmed()))
             throw ScriptError("no report could be written to " + c.rest.trimmed());
