@@ -7,6 +7,7 @@
 #include "tests/support/screenuser.h"
 #include "tests/support/testmodule.h"
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QJsonDocument>
@@ -345,9 +346,11 @@ private slots:
         QProcess program;
         program.start(QCoreApplication::applicationFilePath(), {"--hand-over"});
         QVERIFY(program.waitForFinished(60000));
-        const QString session = QString::fromUtf8(program.readAllStandardOutput()).section(' ', 0, 0);
+        const QString said = QString::fromUtf8(program.readAllStandardOutput());
+        const QString session = said.section(' ', 0, 0);
         QVERIFY2(windowIsThere(session), qPrintable(session));
         asked("DELETE", session);
+        QTRY_VERIFY(QDir(said.section(' ', 1)).removeRecursively());
         asked("GET", session.section("/session", 0, 0) + "/shutdown");
     }
 };
@@ -360,7 +363,7 @@ int main(int argc, char **argv)
     if (app.arguments().value(1) == u"--hand-over") {
         PayBrowser browser(headless());
         if (browser.Open() == BrowserObject::Opened::Yes)
-            QTextStream(stdout) << browser.driver().sessionUrl() << ' ' << Qt::flush;
+            QTextStream(stdout) << browser.driver().sessionUrl() << ' ' << browser.driver().profile() << Qt::flush;
         return 0;
     }
     TestEPayment test;
