@@ -24,15 +24,19 @@ QString helpFolder()
     return Base->AppPath + QStringLiteral("/HTMLHelp");
 }
 
-/// What stands in front of the user: a panel that names its topic, or the screen.
-QString placeOf(const Screen &asked)
+/// What stands in front of the user, the nearest first: a panel that names its topic, the screen, the screen that it is a
+/// kind of.
+QStringList placesOf(const Screen &asked)
 {
+    QStringList places;
     for (const QWidget *panel : asked.findChildren<QWidget *>()) {
-        QString topic = panel->property("helpTopic").toString();
-        if (!topic.isEmpty() && panel->isVisible())
-            return topic;
+        if (panel->isVisible())
+            places << panel->property("helpTopic").toString();
     }
-    return asked.objectName();
+    places << asked.objectName();
+    for (const QMetaObject *kind = asked.metaObject(); kind != nullptr; kind = kind->superClass())
+        places << QString::fromLatin1(kind->className());
+    return places;
 }
 
 } // namespace
@@ -51,18 +55,18 @@ frmhelp::~frmhelp() = default;
 void frmhelp::OpenFor(Screen &asked)
 {
     if (auto *help = qobject_cast<frmhelp *>(&asked)) {
-        help->SHOWPLACE(help->objectName());
+        help->SHOWPLACE({help->objectName()});
         return;
     }
     const QList<Screen *> modal = modalScreens();
     if (modal.isEmpty()) {
         openOnce<frmhelp>(nullptr);
         if (auto *help = opened<frmhelp>())
-            help->SHOWPLACE(placeOf(asked));
+            help->SHOWPLACE(placesOf(asked));
         return;
     }
     frmhelp help(modal.last());
-    help.m_place = placeOf(asked);
+    help.m_places = placesOf(asked);
     help.showModal();
 }
 
@@ -131,8 +135,7 @@ void frmhelp::FORM_LOAD()
     Base->Resize_For_Resolution(this);
     ui->wb1->setFolder(helpFolder());
     LOADTREE();
-    if (!m_place.isEmpty())
-        SHOWPLACE(m_place);
+    SHOWPLACE(m_places);
 }
 
 void frmhelp::LOADTREE()
@@ -176,14 +179,17 @@ void frmhelp::SHOWTOPIC()
         ui->wb1->showPage(m_topics[ui->vsf->Row()].file, m_topics[ui->vsf->Row()].key);
 }
 
-void frmhelp::SHOWPLACE(const QString &place)
+void frmhelp::SHOWPLACE(const QStringList &places)
 {
-    const qsizetype named = TopicOfKey(m_topics, place);
-    const qsizetype row = named < 0 ? TopicOfScreen(m_topics, place) : named;
-    if (row < 0)
+    for (const QString &place : places) {
+        const qsizetype named = place.isEmpty() ? -1 : TopicOfKey(m_topics, place);
+        const qsizetype row = named < 0 ? TopicOfScreen(m_topics, place) : named;
+        if (row < 0)
+            continue;
+        select(row);
+        SHOWTOPIC();
         return;
-    select(row);
-    SHOWTOPIC();
+    }
 }
 
 /// The tree follows a page that was reached otherwise.

@@ -29,7 +29,7 @@ public:
     bool FORM_KEYPRESS(int asciiKey) override;
     bool FORM_KEYDOWN(int key, Qt::KeyboardModifiers modifiers) override;
 
-    void SHOWPLACE(const QString &place); ///< the topic of a key, or of a screen by its name
+    void SHOWPLACE(const QStringList &places); ///< the topic of the first key or screen that has one
 
 private:
     void buildToolBar();
@@ -56,6 +56,6 @@ private:
     std::unique_ptr<Ui::frmhelp> ui;
     HelpTopics m_topics;
     HelpOutline m_outline;
-    QStringList m_texts; // of the topics, read at the first search
-    QString m_place;     // whose topic is shown when the help is opened
+    QStringList m_texts;  // of the topics, read at the first search
+    QStringList m_places; // whose topic is shown when the help is opened
 };

@@ -238,12 +238,22 @@ void WebDriver::close()
         endBrowser(); // nobody else will
     m_session.clear();
     stopDriver();
-    QElapsedTimer since;
-    for (since.start(); since.elapsed() < endMs && isBrowserRunning();)
-        pause(pauseMs);
+    removeProfile();
     m_browser.clear();
-    RemoveProfile(m_profile);
     m_profile.clear();
+}
+
+/// Helpers of the browser may live a moment longer and still write, so it must stay away for a while.
+void WebDriver::removeProfile()
+{
+    constexpr int settled = 8;
+    int away = m_profile.isEmpty() ? settled : 0;
+    QElapsedTimer since;
+    for (since.start(); since.elapsed() < endMs && away < settled; pause(pauseMs)) {
+        if (!isBrowserRunning())
+            RemoveProfile(m_profile);
+        away = QFileInfo::exists(m_profile) ? 0 : away + 1;
+    }
 }
 
 void WebDriver::endBrowser()

@@ -70,6 +70,7 @@ public:
     /// Address of the session at the driver; empty without one.
     [[nodiscard]] QString sessionUrl() const { return m_session.isEmpty() ? QString() : m_base + m_session; }
 
+    [[nodiscard]] QString profile() const { return m_profile; } ///< folder in which the browser notes its pages
     [[nodiscard]] StartedProcess driverProcess() const { return m_driver; }
 
 private:
@@ -78,6 +79,7 @@ private:
     bool startSession(const QString &program);
     void stopDriver();
     void endBrowser();
+    void removeProfile();
     Answer send(const QByteArray &verb, const QString &path, const QJsonObject &body, int milliseconds);
     Answer command(const QString &path, const QJsonObject &body = {});
     [[nodiscard]] bool hasLostWindow();

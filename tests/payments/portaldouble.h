@@ -59,7 +59,8 @@ private:
         for (int i = 1; i <= 5; ++i)
             lines += "<input name='Add_Line" + QByteArray::number(i) + "'>";
         return "<title>CHALLAN NO/ITNO 283</title><form name='tax283'><input name='PAN'><input name='Name'>" + lines +
-               "<input type='radio' name='MajorHead' value='0020'><input type='radio' name='MajorHead' value='0026'>"
+               "<input type='radio' name='MajorHead' value='0020'><input type='radio' name='MajorHead' value='0026' "
+               "onclick='this.form.Add_Line1.value=this.form.Name.value=String()'>"
                "<select name='AssessYear'><option>--</option><option>2007-08</option><option>2008-09</option></select>"
                "<select name='Add_State'><option>--</option><option>Delhi</option><option>Maharashtra</option></select>"
                "<input name='Add_PIN'><input name='Add_EMAIL'><input name='Add_MOBILE' value='x'>"
