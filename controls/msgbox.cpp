@@ -68,6 +68,7 @@ QString askForSave(QWidget *parent, const FileRequest &request)
 {
     QFileDialog dialog(parent, request.title, request.startPath, request.filter);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, request.use == FileUse::Replace);
     const auto complete = [&dialog](const QString &filter) {
         static const QRegularExpression ending(QStringLiteral(R"(\*\.(\w+))"));
         dialog.setDefaultSuffix(ending.match(filter).captured(1));
@@ -83,6 +84,7 @@ QString askUser(QWidget *parent, const FileRequest &request)
     case FileUse::Open:
         return QFileDialog::getOpenFileName(parent, request.title, request.startPath, request.filter);
     case FileUse::Save:
+    case FileUse::Replace:
         return askForSave(parent, request);
     case FileUse::Folder:
         break;

@@ -14,7 +14,8 @@ class QWidget;
 enum class Reply { Ok, Cancel, Yes, No };
 enum class Icon { None, Information, Question, Exclamation, Critical };
 enum class Buttons { Ok, OkCancel, YesNo };
-enum class FileUse { Open, Save, Folder };
+/// Replace: as Save, for a caller who asks himself before a file is replaced.
+enum class FileUse { Open, Save, Replace, Folder };
 
 /// What a message box shows. `defaultButton` counts from 1; it is the button that Enter presses.
 struct FBT_OFFERED MessageBox

@@ -62,25 +62,6 @@ QString listPath()
     return Base->AppPath + QStringLiteral("/SpChList");
 }
 
-/// A description in full, where its column is too narrow: a value without blanks breaks anywhere, and of one that would fill
-/// the screen the middle is left out.
-QString breakable(QString text)
-{
-    constexpr int most = 240;
-    constexpr int longestWord = 40;
-    if (text.size() > most)
-        text = text.left(most / 2) + QStringLiteral(" … ") + text.right(most / 2);
-    QString broken;
-    int word = 0;
-    for (const QChar c : text) {
-        word = c.isSpace() ? 0 : word + 1;
-        if (word > 0 && word % longestWord == 0)
-            broken += QChar(0x200B); // a break that does not show
-        broken += c;
-    }
-    return broken;
-}
-
 QString withoutLineEnd(QByteArray line)
 {
     while (line.endsWith('\n') || line.endsWith('\r'))
@@ -96,6 +77,7 @@ frmeflvalid::frmeflvalid(QWidget *parent)
 {
     ui->setupUi(this);
     setUpGrids();
+    setUpDescription();
     connectControls();
     showFrame(ui->fam1, nullptr);
 }
@@ -120,6 +102,16 @@ void frmeflvalid::setUpGrids()
     ui->vsfv->setColHidden(Flag, true);
     ui->vsfv->setFont(QFont(QStringLiteral("Courier New")));
     ui->vsfv->setItemDelegateForColumn(Number, new LineNumberDelegate(ui->vsfv));
+}
+
+/// Shows the description of an error in full, where its column is too narrow.
+void frmeflvalid::setUpDescription()
+{
+    constexpr int lines = 3;
+    ui->lbldesc->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    ui->lbldesc->setFixedHeight(lines * ui->lbldesc->fontMetrics().lineSpacing() +
+                                2 * static_cast<int>(ui->lbldesc->document()->documentMargin()));
+    ui->lbldesc->viewport()->setAutoFillBackground(false);
 }
 
 void frmeflvalid::connectControls()
@@ -347,7 +339,7 @@ void frmeflvalid::VSF_ROWCOLCHANGE()
     ui->lbldesc->clear();
     if (!ui->vsf->hasDataRow())
         return;
-    ui->lbldesc->setText(breakable(ui->vsf->TextMatrix(ui->vsf->Row(), Description)));
+    ui->lbldesc->setPlainText(ui->vsf->TextMatrix(ui->vsf->Row(), Description));
     ui->lblerr->setText(QStringLiteral("To Correct GoTo: ") + ui->vsf->TextMatrix(ui->vsf->Row(), Correct));
 }
 

@@ -53,6 +53,7 @@ public:
 
 private:
     void setUpGrids();
+    void setUpDescription();
     void connectControls();
     void showFrame(QWidget *frame, QWidget *focus);
     void clearErrors();

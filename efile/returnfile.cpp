@@ -63,8 +63,10 @@ bool mayBeReplaced(QWidget *parent, const QString &path)
                 .arg(path),
             Buttons::YesNo, Icon::Question) != Reply::Yes)
         return false;
-    const QFileInfo there(path);
-    if (there.isFile() && there.isWritable() && QFileInfo(there.absolutePath()).isWritable())
+    QFile there(path);
+    there.setPermissions(there.permissions() | QFileDevice::WriteOwner | QFileDevice::WriteUser);
+    const QFileInfo known(path);
+    if (known.isFile() && known.isWritable() && QFileInfo(known.absolutePath()).isWritable())
         return true;
     MsgBox(parent,
            QStringLiteral("Could not delete existing File [%1]. Delete the file manually and try again.").arg(path));
@@ -124,8 +126,8 @@ QString AskReturnFile(QWidget *parent, const ReturnForm &form)
 {
     QString path = QStringLiteral("%1_%2_%3").arg(form.ClPAN, QString(form.FormNm).remove(u'-')).arg(form.TYear);
     do {
-        path = ChooseFile(parent, FileUse::Save, QStringLiteral("e-Return Filing"), QStringLiteral("XML Files (*.xml)"),
-                          path);
+        path = ChooseFile(parent, FileUse::Replace, QStringLiteral("e-Return Filing"),
+                          QStringLiteral("XML Files (*.xml)"), path);
         if (path.isEmpty())
             return {};
     } while (!VALIDXMLFLNM(parent, QFileInfo(path).fileName()));

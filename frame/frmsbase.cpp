@@ -36,6 +36,14 @@ void frmsbase::FORM_LOAD()
     ui->cboasyear->setCurrentIndex(FirstYearPosition(Base->TYear));
 }
 
+void frmsbase::reload()
+{
+    const ErrorTail tail(this, "FORM_LOAD");
+    const QString current = ui->ClGrd1->TextMatrix(ui->ClGrd1->Row(), 0);
+    ui->ClGrd1->DispClGrid();
+    ui->ClGrd1->SelectClient(current);
+}
+
 void frmsbase::FORM_ACTIVATE()
 {
     const ErrorTail tail(this);

@@ -18,6 +18,9 @@ public:
     explicit frmsbase(QWidget *parent = nullptr);
     ~frmsbase() override;
 
+    /// Reads the clients anew, for what was changed elsewhere; the current one stays current.
+    void reload();
+
     void FORM_LOAD() override;
     void FORM_ACTIVATE() override;
 

@@ -5,6 +5,7 @@
 #include "context/modbase.h"
 #include "controls/grid.h"
 #include "entry/frmfbtdet.h"
+#include "frame/frmsbase.h"
 #include "host/siblings.h"
 #include "masters/frmclinfo.h"
 #include "payments/challan.h"
@@ -92,10 +93,13 @@ bool isBeingEntered(ReturnScreen at)
 }
 
 /// The screens under this one show what was corrected.
-void freshenOpen()
+void freshenOpen(ReturnScreen corrected)
 {
-    if (auto *master = Screen::opened<frmclinfo>())
+    const bool client = corrected == ReturnScreen::Client;
+    if (auto *master = Screen::opened<frmclinfo>(); master != nullptr && client)
         master->reload();
+    if (auto *choice = Screen::opened<frmsbase>(); choice != nullptr && client)
+        choice->reload();
     if (auto *challans = Screen::opened<Challan>())
         challans->reload();
     if (auto *expenses = Screen::opened<frmfbtdet>())
@@ -285,5 +289,5 @@ void OpenReturnPlace(const ReturnPlace &place)
     case ReturnScreen::Return: // the caller has it
         break;
     }
-    freshenOpen();
+    freshenOpen(place.at.screen);
 }

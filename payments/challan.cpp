@@ -184,6 +184,9 @@ void Challan::reload()
     ErrorTail tail(this, "LOADGRID");
     if (isEditing())
         return;
+    m_inHand.putBack();
+    if (TakeClientYear(QString(m_inHand.client.code), m_inHand.client.year) && TakeEmployeesOfYear())
+        m_inHand = InHand::now(); // another status has other rates
     LOADPAYER();
     LOADBANKS();
     refreshGrid();

@@ -135,6 +135,8 @@ private slots:
             const WithoutTable without(QString::fromLatin1(table));
             QVERIFY2(cells().startsWith(u"A1|ALPHA|could not be read: ") && cells().endsWith(u"||"), table);
         }
+        // A full disk.
+        QCOMPARE(CheckReturn({u"A1"_s, u"ALPHA"_s}, 2008, u"/dev/full"_s).refused, u"the file could not be written"_s);
         QVERIFY(Cnn->Execute("Delete from FBT_Info Where Code_No='A1'"));
         QCOMPARE(cells(), u"A1|ALPHA|no longer there||"_s);
         QVERIFY(!QFile::exists(path));
