@@ -410,9 +410,10 @@ private slots:
         m_form->combo->showPopup();
         QWidget *popup = QApplication::activePopupWidget();
         QVERIFY(popup != nullptr);
-        QPointer<Form> shown(new Form("frmtwo", popup));
+        const QPointer<Form> shown(new Form("frmtwo", popup));
         shown->openChild(popup);
-        QVERIFY(shown && shown->isVisible() && !popup->isVisible());
+        const Form *still = shown.data();
+        QVERIFY(still != nullptr && still->isVisible() && !popup->isVisible());
     }
 
     /// Nor is that of a screen that was unloaded just now.
