@@ -83,10 +83,9 @@ FieldGroup interestGroup()
 
 std::vector<FieldGroup> AddInfoGroups(ReturnForm form)
 {
-    std::vector<FieldGroup> groups{officeGroup(form), returnGroup()};
+    std::vector<FieldGroup> groups{officeGroup(form), returnGroup(), residenceGroup(form)};
     if (form == ReturnForm::Form3B)
         groups.push_back(businessGroup());
-    groups.push_back(residenceGroup(form));
     groups.push_back(employeeGroup());
     groups.push_back(interestGroup());
     return groups;

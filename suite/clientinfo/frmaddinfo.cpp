@@ -23,7 +23,7 @@ frmaddinfo::frmaddinfo(const QString &name, ReturnForm form, BaseObject &base, Q
     : Screen(name, parent)
     , m_base(base)
     , m_client{base.code, base.TYear}
-    , m_panel(new RowPanel(AddInfoGroups(form), 3, RulesOf(base)))
+    , m_panel(new RowPanel(AddInfoGroups(form), 2, RulesOf(base)))
     , cmdbank(new QPushButton(QStringLiteral("&Bank Accounts")))
     , cmdsave(new QPushButton(QStringLiteral("Sa&ve")))
     , cmdback(new QPushButton(QStringLiteral("Bac&k")))
