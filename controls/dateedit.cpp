@@ -96,7 +96,10 @@ void MaskedDate::paintEvent(QPaintEvent *event)
 
 QString MaskedDate::fitting(const QString &text)
 {
-    if (std::any_of(text.begin(), text.end(), [](QChar c) { return c.isLetterOrNumber() && !allowed(c); }))
+    const auto isDigit = [](QChar c) { return c.isDigit() && allowed(c); };
+    const auto first = std::find_if(text.begin(), text.end(), isDigit);
+    const auto last = std::find_if(text.rbegin(), text.rend(), isDigit).base();
+    if (first < last && std::any_of(first, last, [](QChar c) { return c.isLetterOrNumber() && !allowed(c); }))
         return {}; // what would be left of "31 Jan 2007" is no date
     QString kept;
     for (const QChar c : text) {

@@ -151,8 +151,9 @@ void Screen::openChild(QWidget *host)
         m_openedAt = nextOpening();
     m_deleteOnUnload = true;
     m_child = true;
+    const QPointer<Screen> alive(this);
     Load();
-    if (!m_loaded)
+    if (!alive || !m_loaded)
         return;
     m_stack = ScreenStack::of(host);
     if (m_stack) {
@@ -160,7 +161,7 @@ void Screen::openChild(QWidget *host)
     } else {
         openFrame(host, Qt::NonModal);
     }
-    if (m_loaded)
+    if (alive && m_loaded)
         activate();
 }
 
@@ -169,8 +170,9 @@ void Screen::openFrame(QWidget *owner, Qt::WindowModality modality)
     if (!m_frame)
         m_frame = new ScreenFrame(this, lastingOwner(owner), modality);
     m_frame->setWindowState(m_frame->windowState() & ~Qt::WindowMinimized);
+    const QPointer<Screen> alive(this);
     m_frame->show();
-    if (!m_frame)
+    if (!alive || !m_frame)
         return; // a window that went as this one came took it along
     m_frame->raise();
     m_frame->activateWindow();
@@ -189,8 +191,9 @@ void Screen::showModal()
     m_modalLoop = &loop;
     m_child = false;
     openFrame(owner, Qt::ApplicationModal);
-    activate();
-    if (alive && m_loaded) {
+    if (alive && m_frame)
+        activate();
+    if (alive && m_loaded && m_frame) {
         modalsOpenedAt().append(m_openedAt);
         loop.exec(QEventLoop::DialogExec);
         modalsOpenedAt().removeLast();
