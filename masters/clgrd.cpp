@@ -208,8 +208,12 @@ bool ClGrd::hasRead()
 {
     const bool before = m_read;
     if (!before) {
+        const QString chosen = vsf->hasDataRow() ? vsf->TextMatrix(vsf->Row(), Code) : QString();
         DispClGrid();
-        SelectLastClient();
+        if (chosen.isEmpty())
+            SelectLastClient();
+        else
+            SelectClient(chosen);
     }
     return before;
 }

@@ -144,7 +144,7 @@ bool frmduedts::FORM_UNLOAD()
 /// What nobody touched is not written: another user may have changed it since.
 void frmduedts::FORM_SESSIONEND()
 {
-    if (shownDates() != m_loaded)
+    if (!finishEdit() || shownDates() != m_loaded)
         Screen::FORM_SESSIONEND();
 }
 
@@ -325,7 +325,11 @@ bool frmduedts::checkCell(Grid *grid, int row, int col)
 
 bool frmduedts::save()
 {
-    return SaveDueDates(Cnn, SelYear, shownDates());
+    const DueDates dates = shownDates();
+    const bool saved = SaveDueDates(Cnn, SelYear, dates);
+    if (saved)
+        m_loaded = dates;
+    return saved;
 }
 
 DueDates frmduedts::shownDates() const

@@ -55,6 +55,6 @@ private:
 
     std::unique_ptr<Ui::frmduedts> ui;
     int SelYear = 0;                            // the year loaded
-    DueDates m_loaded;                          // what its dates were then
+    DueDates m_loaded;                          // what its dates were then, or when they were saved
     std::pair<const Grid *, int> m_missingDate; // the row whose original date was asked for
 };
