@@ -84,9 +84,11 @@ bool UpdateRun::send(const QString &statement)
     return done;
 }
 
+/// What was written stays without it too, so an account that may not flush leaves nothing open.
 void UpdateRun::flush()
 {
-    send(QStringLiteral("Flush Tables"));
+    m_connection->Execute("Flush Tables");
+    endWhenLost();
 }
 
 void UpdateRun::write(const QString &statement)
