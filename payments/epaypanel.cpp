@@ -77,6 +77,8 @@ bool EPayPanel::openBrowser()
     m_opening = false;
     if (opened == BrowserObject::Opened::Yes)
         return true;
+    if (m_run == Run::Taken)
+        m_run = Run::Going; // there is nothing to take over
     if (opened == BrowserObject::Opened::Failed && m_run == Run::Going)
         note(PayBrowser == nullptr ? QStringLiteral("there is no browser") : PayBrowser->Reason());
     m_made.reset();

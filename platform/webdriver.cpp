@@ -234,7 +234,7 @@ void WebDriver::close()
 {
     if (!m_session.isEmpty() && m_answered)
         send("DELETE", m_session, {}, commandMs);
-    if (!m_answered)
+    if (!m_answered || m_session.isEmpty())
         endBrowser(); // nobody else will
     m_session.clear();
     stopDriver();
