@@ -169,15 +169,17 @@ void frmmain::firstActivation(NoTail &none)
     none([] { MainObj->ShowWexaNews(); });
 }
 
-/// Whether the database has the structure that the program works on, after an update where one is wanted. One that does
-/// not tell its version is not ready: nobody may write into it, and the next start asks again.
+/// Updates the database where that is wanted. False when it failed. A version that cannot be read keeps nobody out: no
+/// update is begun on it, and the next start asks again.
 bool frmmain::databaseReady(NoTail &none)
 {
-    bool ready = false;
+    bool wanted = false;
+    bool ready = true;
+    none([&] { wanted = MainObj->CreateDbFlag() || MainObj->UpdateDbFlag(); });
     none([&] {
         // An update that was cut off is completed, also where the host's main object does not know how to see it.
-        const bool wanted = MainObj->CreateDbFlag() || MainObj->UpdateDbFlag() || UpdateIsMarked(Cnn);
-        ready = !wanted || updateDatabase();
+        if (wanted || UpdateIsMarked(Cnn))
+            ready = updateDatabase();
     });
     return ready;
 }
