@@ -121,8 +121,10 @@ CheckedReturn CheckReturn(const NamedClient &client, int year, const QString &pa
                  check(checked, file, year, path);
                  if (filed != nullptr)
                      *filed = file;
-             }))
+             })) {
         checked.refused = QStringLiteral("could not be validated");
+        checked.isKnown = false;
+    }
     return checked;
 }
 

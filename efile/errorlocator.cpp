@@ -1,5 +1,9 @@
 #include "efile/errorlocator.h"
 
+#include <QStringList>
+
+#include <algorithm>
+
 namespace {
 
 /// The lists of a file, whose entries the user has in lists, too.
@@ -59,6 +63,16 @@ void ErrorLocator::countEntries(const QString &line)
     }
 }
 
+/// The totals that follow the entries of a list belong to none of them.
+bool ErrorLocator::isInEntry() const
+{
+    const QStringList around = m_path.path().split(u'\\');
+    return std::any_of(std::begin(lists), std::end(lists), [&](const List &list) {
+        const QLatin1String entry(list.entry);
+        return m_path.element() == entry || around.contains(entry);
+    });
+}
+
 LocatedError ErrorLocator::here() const
 {
     LocatedError error;
@@ -71,6 +85,8 @@ LocatedError ErrorLocator::here() const
     if (const auto at = PlaceOfElement(plain(m_element), error.path)) {
         error.place = m_list;
         error.place->at = *at;
+        if (!isInEntry())
+            error.place->item = 0;
     }
     return error;
 }

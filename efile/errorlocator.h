@@ -27,6 +27,7 @@ public:
 
 private:
     void countEntries(const QString &line);
+    [[nodiscard]] bool isInEntry() const;
 
     FileForm m_form;
     ElementPath m_path;

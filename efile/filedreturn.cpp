@@ -13,7 +13,7 @@ namespace {
 template<typename T>
 T take(FiledReturn &file, const Reading<T> &reading, const char *what)
 {
-    if (reading.failed())
+    if (reading.failed() && !file.form.unread.contains(QLatin1String(what)))
         file.form.unread << QLatin1String(what);
     return *reading;
 }
@@ -62,7 +62,8 @@ void NameEntry(ReturnPlace &place, const FiledReturn &file)
         return;
     auto at = static_cast<std::size_t>(place.item) - 1;
     if (place.at.screen == ReturnScreen::Banks) {
-        place.account = at < file.accounts.size() ? file.accounts[at].number : 0;
+        if (at < file.accounts.size())
+            place.account = file.accounts[at];
         return;
     }
     const bool inAdvance = place.advance || (place.allPayments && at < file.advance.size());

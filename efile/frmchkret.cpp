@@ -62,12 +62,13 @@ bool frmchkret::FORM_KEYPRESS(int asciiKey)
 void frmchkret::CMDCHECK_CLICK()
 {
     ErrorTail tail(this);
-    m_year = ui->cboyear->currentData().toInt();
-    if (m_year > lastTaxedYear) {
+    const int year = ui->cboyear->currentData().toInt();
+    if (year > lastTaxedYear) {
         MsgBox(this, QStringLiteral("E-filing Rules have not been notified for A.Y. 2010-11."), Buttons::Ok,
                Icon::Information);
         return;
     }
+    m_year = year; // of the rows in the list, which stay after a refusal
     const RowsRead<NamedClient> clients = ClientsOfYear(Cnn, m_year);
     noteReading(QStringLiteral("clients"), !clients.failed());
     ui->vsf->clearBody();
@@ -173,9 +174,11 @@ void frmchkret::showErrorsOf(const NamedClient &client)
     frmeflvalid screen(this);
     screen.setFiled(filed);
     screen.setWriteAgain([&] {
+        FiledReturn now;
         const bool written = TakeClientYear(QString(client.code), m_year) && TakeEmployeesOfYear() &&
-                             CheckReturn(client, m_year, scratchFile(), &filed).refused.isEmpty();
-        screen.setFiled(filed);
+                             CheckReturn(client, m_year, scratchFile(), &now).refused.isEmpty();
+        if (written)
+            screen.setFiled(now);
         return written;
     });
     screen.Load();

@@ -53,7 +53,8 @@ bool write(QWidget *parent, const QString &path, const ReturnForm &form, FiledRe
     return false;
 }
 
-/// The file itself goes when the new one is complete: a return that cannot be written must not cost the one that was.
+/// The file itself goes when the new one is complete: a return that cannot be written must not cost the one that was. One
+/// that nobody may write to, in a folder where files may be replaced, has to go first.
 bool mayBeReplaced(QWidget *parent, const QString &path)
 {
     if (MsgBox(
@@ -66,7 +67,7 @@ bool mayBeReplaced(QWidget *parent, const QString &path)
     QFile there(path);
     there.setPermissions(there.permissions() | QFileDevice::WriteOwner | QFileDevice::WriteUser);
     const QFileInfo known(path);
-    if (known.isFile() && known.isWritable() && QFileInfo(known.absolutePath()).isWritable())
+    if (known.isFile() && QFileInfo(known.absolutePath()).isWritable() && (known.isWritable() || there.remove()))
         return true;
     MsgBox(parent,
            QStringLiteral("Could not delete existing File [%1]. Delete the file manually and try again.").arg(path));
@@ -145,8 +146,10 @@ QString FileReturn(QWidget *parent, const QString &path, const std::function<Ret
     frmeflvalid screen(parent);
     screen.setFiled(file);
     screen.setWriteAgain([&] {
-        const bool written = TakeClientYear(code, year) && TakeEmployeesOfYear() && write(&screen, path, form(), file);
-        screen.setFiled(file);
+        FiledReturn now;
+        const bool written = TakeClientYear(code, year) && TakeEmployeesOfYear() && write(&screen, path, form(), now);
+        if (written)
+            screen.setFiled(now);
         return written;
     });
     screen.Load();

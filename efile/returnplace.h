@@ -2,6 +2,7 @@
 
 #include "efile/errorplace.h"
 #include "platform/offer.h"
+#include "records/bankaccounts.h"
 #include "records/paymentschedule.h"
 
 #include <functional>
@@ -14,7 +15,7 @@ struct ReturnPlace
     bool advance = false;     ///< the list is that of advance tax
     bool allPayments = false; ///< the list is that of all payments
     std::optional<ScheduledPayment> payment; ///< that entry, as the file has it; none outside of the lists of payments
-    int account = 0;                         ///< the number of that bank account; 0 outside of their list
+    std::optional<BankAccount> account;      ///< that entry, as the file has it; none outside of the list of accounts
 };
 
 /// Opens the screen of a place on its field, for the client and year in hand, and returns when the user has left it.

@@ -274,12 +274,14 @@ void frmfbtdet::markFigures(bool computed)
 void frmfbtdet::reload()
 {
     ErrorTail tail(this, "LOADGRIDDED");
-    if (m_list->editing())
-        return;
     m_inHand.putBack();
     TakeClientYear(QString(client().code), client().year); // another status has other rates
     showRates();
     takeAddInfo();
+    if (m_list->editing()) {
+        markFigures(tail([this] { showFigures(); })); // what is being typed stays
+        return;
+    }
     if (ui->famcon->isHidden())
         reloadNatures();
     LOADGRIDDED();
@@ -301,14 +303,18 @@ void frmfbtdet::reloadNatures()
 
 bool frmfbtdet::showExpense(const Expense &expense)
 {
-    ui->cboquarter->setCurrentIndex(expense.quarter - 1);
-    ui->cbonature->setCurrentIndex(ui->cbonature->findData(expense.natId));
-    m_list->select([&expense](const Expense &row) {
+    const int nature = ui->cbonature->findData(expense.natId);
+    if (expense.quarter < 1 || expense.quarter > ui->cboquarter->count() || nature < 0)
+        return false;
+    const auto isWanted = [&expense](const Expense &row) {
         return row.srNo == expense.srNo && row.expId == expense.expId && row.amount == expense.amount;
-    });
+    };
+    ui->cboquarter->setCurrentIndex(expense.quarter - 1);
+    ui->cbonature->setCurrentIndex(nature);
+    m_list->select(isWanted);
     LOADDATADED();
     const Expense *current = m_list->current();
-    return current != nullptr && current->srNo == expense.srNo;
+    return current != nullptr && isWanted(*current);
 }
 
 bool frmfbtdet::isEntering(const ClientYear &entered) const

@@ -29,7 +29,7 @@ public:
     explicit frmfbtdet(QWidget *parent = nullptr);
     ~frmfbtdet() override;
 
-    /// Reads the list and its figures anew, for what was changed elsewhere; not while a row is being entered.
+    /// Reads the list and its figures anew, for what was changed elsewhere; while a row is being entered, the rates alone.
     void reload();
     /// Makes an expense current with its quarter and nature, once the screen is loaded; false when it is not there.
     [[nodiscard]] bool showExpense(const Expense &expense);

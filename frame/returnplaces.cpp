@@ -74,6 +74,15 @@ void tellClientGone()
     refuse(QStringLiteral("This client is no longer there. Another user may have deleted it or changed its code."));
 }
 
+/// Why a screen does not have the client in its list: who was not read may well be there.
+void tellClientMissing(const Screen &screen)
+{
+    if (screen.couldRead(QStringLiteral("clients")))
+        tellClientGone();
+    else
+        refuse(QStringLiteral("The clients could not be read."));
+}
+
 /// Whether what is to be corrected is being entered already, on a screen that stands under this one: a second entry would be
 /// lost when the first is saved. Says so.
 bool isBeingEntered(ReturnScreen at)
@@ -111,7 +120,7 @@ void openClient(const QString &field)
     frmclinfo screen(MdiForm);
     screen.Load();
     if (!screen.showClient(Base->code))
-        return tellClientGone();
+        return tellClientMissing(screen);
     onNextModal([field](Screen &up) {
         lock(up, {"cmdadd", "cmddelete"});
         press(up, "cmdmodify");
@@ -147,8 +156,11 @@ void openMiscInf(const QString &field)
         auto *year = up.findChild<QComboBox *>(QStringLiteral("cboyear"));
         const int clientAt = client == nullptr ? -1 : client->findData(Base->code);
         const int yearAt = year == nullptr ? -1 : year->findData(Base->TYear);
-        if (clientAt < 0 || yearAt < 0)
-            return tellClientGone();
+        if (clientAt < 0 || yearAt < 0) {
+            tellClientMissing(up);
+            up.Unload(); // it shows another client
+            return;
+        }
         client->setCurrentIndex(clientAt);
         year->setCurrentIndex(yearAt);
         emit client->activated(clientAt);
@@ -165,22 +177,29 @@ void tellEntryGone()
     refuse(QStringLiteral("This entry is no longer as the file has it. Another user may have changed or deleted it."));
 }
 
-/// The row of the list of accounts: the one that the file tells of, which the later form takes from the default account. 0
-/// for none.
-int rowOfAccount(int number)
+/// Whether it is the account that the file tells of; the later form has no list and takes the default account.
+bool isMeant(const BankAccount &account, const ReturnPlace &place)
+{
+    if (place.item == 0)
+        return account.isDefault;
+    return place.account && account.number == place.account->number && account.account == place.account->account &&
+           account.bank == place.account->bank;
+}
+
+/// The row of the list of accounts; 0 for none.
+int rowOfAccount(const ReturnPlace &place)
 {
     const RowsRead<BankAccount> accounts = BankAccounts(Cnn, {Base->code, Base->TYear});
-    const auto found = std::find_if(accounts->begin(), accounts->end(), [number](const BankAccount &account) {
-        return number > 0 ? account.number == number : account.isDefault;
-    });
+    const auto found = std::find_if(accounts->begin(), accounts->end(),
+                                    [&place](const BankAccount &account) { return isMeant(account, place); });
     return found == accounts->end() ? 0 : static_cast<int>(found - accounts->begin()) + 1;
 }
 
 void editAccount(const Screen &screen, const ReturnPlace &place)
 {
-    const int row = rowOfAccount(place.account);
+    const int row = rowOfAccount(place);
     auto *list = screen.findChild<Grid *>(QStringLiteral("vsf"));
-    if (list == nullptr || row >= list->Rows() || (row == 0 && place.account > 0))
+    if (list == nullptr || row >= list->Rows() || (row == 0 && place.item > 0))
         return tellEntryGone();
     if (row > 0)
         list->setRow(row);

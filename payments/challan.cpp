@@ -182,11 +182,11 @@ bool Challan::isEntering(const ClientYear &client) const
 void Challan::reload()
 {
     ErrorTail tail(this, "LOADGRID");
-    if (isEditing())
-        return;
     m_inHand.putBack();
     if (TakeClientYear(QString(m_inHand.client.code), m_inHand.client.year) && TakeEmployeesOfYear())
         m_inHand = InHand::now(); // another status has other rates
+    if (isEditing())
+        return; // what is being typed stays
     LOADPAYER();
     LOADBANKS();
     refreshGrid();

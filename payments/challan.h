@@ -31,7 +31,7 @@ public:
 
     /// Makes a challan current, once the screen is loaded; false when it is not there.
     [[nodiscard]] bool showChallanOf(const ChallanRecord &wanted);
-    /// Reads payer, banks and list anew, for what was changed elsewhere; not while a challan is being entered.
+    /// Reads payer, banks and list anew, for what was changed elsewhere; while a challan is being entered, the rates alone.
     void reload();
     /// Whether a challan of that client and year is being entered.
     [[nodiscard]] bool isEntering(const ClientYear &client) const;

@@ -86,6 +86,7 @@ private slots:
         filed.accounts[1].micr = u"1"_s;
         filed.advance[1].challanNo.clear();
         QCOMPARE(validate(filed), Validation::Errors);
+        m_screen->setFiled(filed);
         std::vector<ReturnPlace> opened;
         SetPlaceOpener([&](const ReturnPlace &place) {
             opened.push_back(place);
@@ -101,7 +102,7 @@ private slots:
         QCOMPARE(m_screen->errorCount(), 1);
         m_user->click(u"cmdgoto"_s);
         QCOMPARE(opened.size(), 2U);
-        QCOMPARE(opened[0].item, 2);
+        QCOMPARE(opened[0].account.value_or(BankAccount()).number, 2);
         QCOMPARE(opened[0].at.field, u"txtmicr"_s);
         QVERIFY(opened[1].advance);
         QCOMPARE(opened[1].item, 2);

@@ -232,14 +232,17 @@ private:
         return lines.join('\n');
     }
 
-    /// "screen control" of the value on a line.
+    /// "screen control" of the value on a line; for an entry of a list without a control its number.
     static QString placeAt(const QByteArray &bytes, int line, int year)
     {
         ErrorLocator locator(year < firstYearOfItr8 ? FileForm::Form3B : FileForm::Itr8);
         for (const QByteArray &text : bytes.split('\n').mid(0, line))
             locator.take(QString::fromLatin1(text));
         const auto place = locator.here().place;
-        return place ? ScreenName(place->at.screen) + u' ' + place->at.field : QString();
+        if (!place)
+            return {};
+        const bool entry = place->at.field.isEmpty() && place->item > 0;
+        return ScreenName(place->at.screen) + u' ' + (entry ? QString::number(place->item) : place->at.field);
     }
 
     QTemporaryDir m_scratch;
@@ -315,13 +318,13 @@ void TestReturnFiles::aWrongValueIsRefusedAndLeadsToItsField_data()
         {Full3B, "resistatus", u"4"_s, "Employer Details cboresst"},
         {Full3B, "dateofauditreport44AB_c", u""_s, "Additional Information txtDt44ABC"},
         {Full3B, "FBTQ1", u"-1"_s, "FBT Details "},
-        {Full3B, "balanceFBT", u"1.5"_s, "Challan "},
+        {Full3B, "SLF_TAX_SCHD_23", u"1.5"_s, "Challan "},
         {Full3B, "accountnumber", u""_s, "Bank Accounts txtaccount"},
         {Full3B, "micrcode", u"12"_s, "Bank Accounts txtmicr"},
         {Full3B, "FBT_code", u"8573"_s, "FBT Details "},
         {Full3B, "FBT_rate", u"30"_s, "FBT Details "},
         {Full3B, "bsrcode", u"123"_s, "Challan cbobsrcode"},
-        {Full3B, "transaction_type", u"H"_s, "Challan "},
+        {Full3B, "transaction_type", u"H"_s, "Challan 1"},
         {Full3B, "Total_emp_cnt", u"-5"_s, "Additional Information txtTotalEmp"},
     };
     for (const auto &row : rows) {
